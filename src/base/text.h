@@ -1,0 +1,32 @@
+// Byte strings in the ANSI code page: blanks, splitting, replacing. No conversion anywhere.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+// Trim* remove blanks (character 32) alone, as the text functions of the record files do.
+[[nodiscard]] std::string_view TrimRight(std::string_view text);
+[[nodiscard]] std::string_view Trim(std::string_view text);
+
+// Pieces between separators; an empty text gives one empty piece.
+[[nodiscard]] std::vector<std::string> Split(std::string_view text, char separator);
+
+[[nodiscard]] bool Contains(std::string_view text, std::string_view part);
+
+// Every occurrence of `what` replaced by `with`; `what` is not empty.
+[[nodiscard]] std::string ReplaceAll(std::string_view text, std::string_view what,
+                                     std::string_view with);
+
+// A label as a caption shows it: "&" doubled, because a single one would mark an access key.
+[[nodiscard]] std::string ForCaption(std::string_view label);
+
+// "[" + label + "]", or nothing when the label is empty.
+[[nodiscard]] std::string Bracketed(std::string_view label);
+
+// The lines of a text file: CR LF, LF and CR all end a line; a last line without an end counts.
+[[nodiscard]] std::vector<std::string> FileLines(std::string_view content);
+
+}  // namespace corvane

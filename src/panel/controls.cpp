@@ -1,0 +1,68 @@
+// List lines, their selection and the scrolling that follows from it.
+#include "panel/controls.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+ListBox::ListBox(ControlSink& sink, const char* name, int full_rows)
+    : Control(sink, name), full_rows_(full_rows) {
+  back_colour.TakeFromUser(kWindowBackground);
+}
+
+std::string ListBox::Item(int index) const {
+  if (index < 0 || index >= count()) return {};
+  return items_[static_cast<std::size_t>(index)];
+}
+
+void ListBox::Add(std::string text) {
+  items_.push_back(std::move(text));
+  sink().ListChanged(*this, ListChange::kAdded, items_.size() - 1);
+}
+
+void ListBox::Remove(int index) {
+  if (index < 0 || index >= count()) return;
+  items_.erase(items_.begin() + index);
+  if (list_index_ == index) {
+    list_index_ = -1;
+  } else if (list_index_ > index) {
+    --list_index_;
+  }
+  top_index_ = std::clamp(top_index_, 0, std::max(0, count() - full_rows_));
+  sink().ListChanged(*this, ListChange::kRemoved, static_cast<std::size_t>(index));
+}
+
+void ListBox::Replace(int index, std::string text) {
+  if (index < 0 || index >= count()) return;
+  items_[static_cast<std::size_t>(index)] = std::move(text);
+  sink().ListChanged(*this, ListChange::kReplaced, static_cast<std::size_t>(index));
+}
+
+void ListBox::Clear() {
+  if (items_.empty()) return;
+  items_.clear();
+  list_index_ = -1;
+  top_index_ = 0;
+  sink().ListChanged(*this, ListChange::kCleared, 0);
+}
+
+void ListBox::Select(int index) {
+  if (index < -1 || index >= count()) return;
+  list_index_ = index;
+  if (index >= 0) ScrollIntoView(index);
+  sink().Changed(*this, Field::kListIndex);
+}
+
+void ListBox::SelectLast() {
+  if (count() > 0) Select(count() - 1);
+}
+
+void ListBox::ScrollIntoView(int index) {
+  if (index < top_index_) {
+    top_index_ = index;
+  } else if (index >= top_index_ + full_rows_) {
+    top_index_ = index - full_rows_ + 1;
+  }
+}
+
+}  // namespace corvane

@@ -1,0 +1,45 @@
+// Records a followed call into a WAV file through the waveaudio device "recsound".
+//
+// One temporary file takes the recording while it lasts; at its end it gets its name, or is deleted
+// when the call was ended by force and the user asked for that. No failure stops the program: each
+// failed command adds one status line.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "base/files.h"
+#include "panel/form1.h"
+#include "record/mci.h"
+
+namespace corvane {
+
+class Recorder {
+ public:
+  // `log_folder` gives the folder of the day, without "\" at its end.
+  Recorder(Mci& mci, Files& files, Form1& form, std::function<std::string()> log_folder);
+
+  bool RecordingActive = false;   // set by the caller right after a start, cleared after a stop
+  std::string RecordingName;      // base name of the last start
+  std::string ForcedEndSuffix;    // appended to the final name; cleared at each followed call
+  std::int32_t RecordingBytesPerSecond = 0;
+
+  // Always 0. The arguments are decimal texts.
+  std::int32_t StartRecording(const std::string& name, const std::string& channels,
+                              const std::string& bits_per_sample,
+                              const std::string& samples_per_second);
+  void StopRecording();
+
+ private:
+  void Step(const std::string& command, const char* suffix);
+  void QueryRecordingFormat();
+  void FinaliseRecording(const std::string& folder);
+
+  Mci& mci_;
+  Files& files_;
+  Form1& form_;
+  std::function<std::string()> log_folder_;
+};
+
+}  // namespace corvane

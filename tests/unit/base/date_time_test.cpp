@@ -1,0 +1,47 @@
+#include "base/date_time.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+constexpr DateTime kAfternoon{2026, 11, 15, 14, 23, 5};
+
+TEST(DateTime, DailyFilesAreNamedByDayMonthYear) { EXPECT_EQ(DashedDate(kAfternoon), "15-11-2026"); }
+
+TEST(DateTime, DayFoldersAreNamedByYearMonthDay) {
+  EXPECT_EQ(FolderDate({2026, 3, 7, 0, 0, 0}), "20260307");
+}
+
+TEST(DateTime, TimeOfRecordingsHasSixDigits) {
+  EXPECT_EQ(ClockDigits({2026, 1, 1, 1, 2, 3}), "010203");
+  EXPECT_EQ(ClockText(kAfternoon), "14:23:05");
+}
+
+TEST(DateTime, FixedGeneralDateReadsBackWhatItWrites) {
+  EXPECT_EQ(FixedGeneralDate(kAfternoon), "15/11/2026 14:23:05");
+  EXPECT_EQ(ParseFixedGeneralDate("15/11/2026 14:23:05"), kAfternoon);
+}
+
+TEST(DateTime, IsoDateIsRead) { EXPECT_EQ(ParseIsoDate("2026-11-15 14:23:05"), kAfternoon); }
+
+TEST(DateTime, AnythingElseIsRefused) {
+  for (const char* text : {"", "15/11/2026", "15/11/2026 14:23", "15-11-2026 14:23:05",
+                           "15/11/2026 14:23:05 ", "31/02/2026 14:23:05", "15/11/2026 24:00:00",
+                           "15/13/2026 10:00:00", "1a/11/2026 14:23:05", "15/11/2026T14:23:05"}) {
+    EXPECT_FALSE(ParseFixedGeneralDate(text)) << text;
+  }
+  EXPECT_FALSE(ParseIsoDate("2026-11-31 14:23:05"));
+  EXPECT_FALSE(ParseIsoDate("15/11/2026 14:23:05"));
+}
+
+TEST(DateTime, LeapDaysFollowTheGregorianCalendar) {
+  EXPECT_TRUE(IsValid({2028, 2, 29, 0, 0, 0}));
+  EXPECT_FALSE(IsValid({2027, 2, 29, 0, 0, 0}));
+  EXPECT_FALSE(IsValid({2100, 2, 29, 0, 0, 0}));
+  EXPECT_TRUE(IsValid({2000, 2, 29, 0, 0, 0}));
+  EXPECT_FALSE(IsValid({}));
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,38 @@
+#include "base/text.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using ::testing::ElementsAre;
+
+TEST(Text, OnlyBlanksAreTrimmed) {
+  EXPECT_EQ(Trim("  a b\t "), "a b\t");
+  EXPECT_EQ(TrimRight(" a  "), " a");
+  EXPECT_EQ(Trim("   "), "");
+}
+
+TEST(Text, SplittingKeepsEmptyPieces) {
+  EXPECT_THAT(Split("a;;b;", ';'), ElementsAre("a", "", "b", ""));
+  EXPECT_THAT(Split("", ';'), ElementsAre(""));
+}
+
+TEST(Text, AmpersandsAreDoubledForCaptions) {
+  EXPECT_EQ(ForCaption("Fire & Rescue && Co"), "Fire && Rescue &&&& Co");
+}
+
+TEST(Text, BracketsOnlyAroundALabel) {
+  EXPECT_EQ(Bracketed("North"), "[North]");
+  EXPECT_EQ(Bracketed(""), "");
+}
+
+TEST(Text, FileLinesEndInAnyOfTheThreeWays) {
+  EXPECT_THAT(FileLines("a\r\nb\nc\rd"), ElementsAre("a", "b", "c", "d"));
+  EXPECT_THAT(FileLines("a\r\n\r\nb\r\n"), ElementsAre("a", "", "b"));
+  EXPECT_TRUE(FileLines("").empty());
+}
+
+}  // namespace
+}  // namespace corvane
