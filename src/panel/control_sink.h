@@ -19,14 +19,14 @@ enum class Field {
   kBackColour,
   kBold,
   kTag,
-  kValue,        // CheckBox, OptionButton
-  kChecked,      // MenuItem
-  kListIndex,    // ListBox, ComboBox
-  kItems,        // ComboBox: all entries
-  kFillColour,   // Shape
+  kValue,       // CheckBox, OptionButton
+  kChecked,     // MenuItem
+  kListIndex,   // ListBox, ComboBox
+  kItems,       // ComboBox: all entries
+  kFillColour,  // Shape
   kBorderColour,
   kBorderWidth,
-  kBounds,       // Frame, Window: left, top, width, height
+  kBounds,  // Frame, Window: left, top, width, height
 };
 
 enum class ListChange { kAdded, kRemoved, kCleared, kReplaced };

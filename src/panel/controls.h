@@ -190,11 +190,11 @@ class ListBox : public Control {
   [[nodiscard]] int full_rows() const { return full_rows_; }
 
   void Add(std::string text);
-  void Remove(int index);   // nothing when there is no such line
+  void Remove(int index);  // nothing when there is no such line
   void Replace(int index, std::string text);
   void Clear();
-  void Select(int index);   // -1 selects nothing; scrolls the line into view
-  void SelectLast();        // nothing on an empty list
+  void Select(int index);  // -1 selects nothing; scrolls the line into view
+  void SelectLast();       // nothing on an empty list
 
   // Takes over what the user selected in the window, without telling the sink.
   void SelectFromUser(int index) { list_index_ = index; }
@@ -224,8 +224,8 @@ class ComboBox : public Control {
         list_index(*this, Field::kListIndex, -1),
         text(*this, Field::kText, {}) {}
   Property<std::vector<Entry>> entries;
-  Property<int> list_index;     // -1 when nothing is selected
-  Property<std::string> text;   // shown while nothing is selected
+  Property<int> list_index;    // -1 when nothing is selected
+  Property<std::string> text;  // shown while nothing is selected
 };
 
 }  // namespace corvane

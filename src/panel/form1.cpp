@@ -57,8 +57,7 @@ PresetsPage::PresetsPage(ControlSink& sink)
       txtParkCarrier(sink, "txtParkCarrier") {
   txtVcVolume.tool_tip = "Volume for SDR# audio (effects record level)";
   cboBaseFrequency.tool_tip = "Select band of operation";
-  txtTimeout.tool_tip =
-      "Delay that timeslot is inactive before force ending a call. 1-30 seconds";
+  txtTimeout.tool_tip = "Delay that timeslot is inactive before force ending a call. 1-30 seconds";
   txtParkCarrier.tool_tip = "Park on CC frequency";
   optOffsets[3].value = true;
   std::vector<ComboBox::Entry> bands;
@@ -88,8 +87,7 @@ OptionsPage::OptionsPage(ControlSink& sink)
       lblPositionSdrSharpCC(sink, "lblPositionSdrSharpCC"),
       chkIgnorePriority(sink, "chkIgnorePriority", "Ignore call priority"),
       chkSuppressLockoutMessages(sink, "chkSuppressLockoutMessages", "Suppress lockout messages"),
-      chkSuppressSomePduMessages(sink, "chkSuppressSomePduMessages",
-                                 "Suppress some PDU messages") {
+      chkSuppressSomePduMessages(sink, "chkSuppressSomePduMessages", "Suppress some PDU messages") {
   chkPositionSDRsharps.tool_tip = "Restore SDR# to your favourite positions on startup or reset";
   lblPositionSdrSharpCC.tool_tip = "DBL Click to set CC SDR# position";
 }
@@ -136,35 +134,68 @@ Form1::Form1(ControlSink& sink)
                      {sink, "cmdSettingTab_4", "Checkbox detection"}}} {}
 
 std::vector<Control*> Form1::Controls() {
-  std::vector<Control*> all = {
-      &fraWinsock,        &cmdStartAll,      &lstStatusLog,       &ShapeWinsock_state,
-      &Label15,           &fraCallDetails,   &lblGroupHold,       &lblGroupNumber,
-      &lblGSSI_label,     &Label12,          &lblCurrentSSI,      &lblSSI_label,
-      &lblSsiLastSeen,    &Label17,          &lblCallID,          &Label11,
-      &lblTimeSlotNumber, &Label8,           &lblCarrierNumber,   &lstCurrentSSI_Users,
-      &lblTimeoutCountdown, &lblNetworkInfo, &lblManualD_Release, &ShapeBusy_state,
-      &lstCallLog};
+  std::vector<Control*> all = {&fraWinsock,
+                               &cmdStartAll,
+                               &lstStatusLog,
+                               &ShapeWinsock_state,
+                               &Label15,
+                               &fraCallDetails,
+                               &lblGroupHold,
+                               &lblGroupNumber,
+                               &lblGSSI_label,
+                               &Label12,
+                               &lblCurrentSSI,
+                               &lblSSI_label,
+                               &lblSsiLastSeen,
+                               &Label17,
+                               &lblCallID,
+                               &Label11,
+                               &lblTimeSlotNumber,
+                               &Label8,
+                               &lblCarrierNumber,
+                               &lstCurrentSSI_Users,
+                               &lblTimeoutCountdown,
+                               &lblNetworkInfo,
+                               &lblManualD_Release,
+                               &ShapeBusy_state,
+                               &lstCallLog};
   for (Button& tab : cmdSettingTab) all.push_back(&tab);
-  for (Control* control : std::initializer_list<Control*>{
-           &fraPresets, &lblVcVolume, &txtVcVolume, &lblCalcBaseFreq, &cboBaseFrequency,
-           &lblOffset}) {
+  for (Control* control :
+       std::initializer_list<Control*>{&fraPresets, &lblVcVolume, &txtVcVolume, &lblCalcBaseFreq,
+                                       &cboBaseFrequency, &lblOffset}) {
     all.push_back(control);
   }
   for (OptionButton& option : optOffsets) all.push_back(&option);
-  for (Control* control : std::initializer_list<Control*>{
-           &lblCallTimeout, &txtTimeout, &lblChangeToCcFrequency, &txtParkCarrier,
-           &fraRecordingOptions}) {
+  for (Control* control :
+       std::initializer_list<Control*>{&lblCallTimeout, &txtTimeout, &lblChangeToCcFrequency,
+                                       &txtParkCarrier, &fraRecordingOptions}) {
     all.push_back(control);
   }
   for (OptionButton& option : optRecordMode) all.push_back(&option);
-  for (Control* control : std::initializer_list<Control*>{
-           &txtRecOnlyGSSI, &lstRecOnlyGSSI, &chkDeleteForcedCallEndFile, &fraOptions,
-           &chkPositionSDRsharps, &lblPositionSdrSharpCC, &chkIgnorePriority,
-           &chkSuppressLockoutMessages, &chkSuppressSomePduMessages, &fraLoggingOptions,
-           &chkCreateCcVcLog, &chkCreateEventLog, &chkCreateCallActivityCvsFile,
-           &fraCheckboxDetection, &cmdSetUnCheckedValue, &cmdSetCheckedValue, &lblUnCheckedValue,
-           &lblCheckedValue, &lblValidateState, &lblTetraPanelExpanded, &mnuOptions,
-           &mnuGSSIEditor, &mnuCompactMode, &mnuMCClabel}) {
+  for (Control* control : std::initializer_list<Control*>{&txtRecOnlyGSSI,
+                                                          &lstRecOnlyGSSI,
+                                                          &chkDeleteForcedCallEndFile,
+                                                          &fraOptions,
+                                                          &chkPositionSDRsharps,
+                                                          &lblPositionSdrSharpCC,
+                                                          &chkIgnorePriority,
+                                                          &chkSuppressLockoutMessages,
+                                                          &chkSuppressSomePduMessages,
+                                                          &fraLoggingOptions,
+                                                          &chkCreateCcVcLog,
+                                                          &chkCreateEventLog,
+                                                          &chkCreateCallActivityCvsFile,
+                                                          &fraCheckboxDetection,
+                                                          &cmdSetUnCheckedValue,
+                                                          &cmdSetCheckedValue,
+                                                          &lblUnCheckedValue,
+                                                          &lblCheckedValue,
+                                                          &lblValidateState,
+                                                          &lblTetraPanelExpanded,
+                                                          &mnuOptions,
+                                                          &mnuGSSIEditor,
+                                                          &mnuCompactMode,
+                                                          &mnuMCClabel}) {
     all.push_back(control);
   }
   return all;

@@ -22,24 +22,24 @@ struct CallDetails {
   explicit CallDetails(ControlSink& sink);
 
   Frame fraCallDetails;
-  Label lblGroupHold;         // tag: held group; fore colour kHoldOrange while holding
+  Label lblGroupHold;  // tag: held group; fore colour kHoldOrange while holding
   Label lblGroupNumber;
   Label lblGSSI_label;
-  Label Label12;              // "TX SSI:"
+  Label Label12;  // "TX SSI:"
   Label lblCurrentSSI;
   Label lblSSI_label;
   Label lblSsiLastSeen;
-  Label Label17;              // "Call ID:"
+  Label Label17;  // "Call ID:"
   Label lblCallID;
-  Label Label11;              // "Timeslot:"
+  Label Label11;  // "Timeslot:"
   Label lblTimeSlotNumber;
-  Label Label8;               // "Carrier:"
+  Label Label8;  // "Carrier:"
   Label lblCarrierNumber;
   ListBox lstCurrentSSI_Users;  // each item a plain decimal SSI
   Label lblTimeoutCountdown;
   Label lblNetworkInfo;
   Label lblManualD_Release;
-  Shape ShapeBusy_state;      // fill: call followed; border: recording
+  Shape ShapeBusy_state;  // fill: call followed; border: recording
 };
 
 struct LinkPanel {
@@ -48,24 +48,24 @@ struct LinkPanel {
   Frame fraWinsock;
   Button cmdStartAll;
   ListBox lstStatusLog;
-  Shape ShapeWinsock_state;   // green while Net Remote is connected
-  Label Label15;              // "VC SDR# Connected"
+  Shape ShapeWinsock_state;  // green while Net Remote is connected
+  Label Label15;             // "VC SDR# Connected"
 };
 
 struct PresetsPage {
   explicit PresetsPage(ControlSink& sink);
 
   Frame fraPresets;
-  Label lblVcVolume;          // "VC Volume"
+  Label lblVcVolume;  // "VC Volume"
   TextBox txtVcVolume;
-  Label lblCalcBaseFreq;      // "Base frequency"
-  ComboBox cboBaseFrequency;  // "100 MHz" to "900 MHz"
-  Label lblOffset;            // "Offset"
+  Label lblCalcBaseFreq;                   // "Base frequency"
+  ComboBox cboBaseFrequency;               // "100 MHz" to "900 MHz"
+  Label lblOffset;                         // "Offset"
   std::array<OptionButton, 4> optOffsets;  // 0, +6.25, -6.25, +12.5 kHz
-  Label lblCallTimeout;       // "Call Timeout"
-  TextBox txtTimeout;         // seconds
-  Label lblChangeToCcFrequency;  // "CC Park"; double click parks
-  TextBox txtParkCarrier;     // carrier number
+  Label lblCallTimeout;                    // "Call Timeout"
+  TextBox txtTimeout;                      // seconds
+  Label lblChangeToCcFrequency;            // "CC Park"; double click parks
+  TextBox txtParkCarrier;                  // carrier number
 };
 
 struct RecordingPage {
@@ -74,7 +74,7 @@ struct RecordingPage {
   Frame fraRecordingOptions;
   std::array<OptionButton, 3> optRecordMode;  // off, all, select
   TextBox txtRecOnlyGSSI;
-  ListBox lstRecOnlyGSSI;     // each item one GSSI as it was typed or read
+  ListBox lstRecOnlyGSSI;  // each item one GSSI as it was typed or read
   CheckBox chkDeleteForcedCallEndFile;
 };
 
@@ -113,10 +113,10 @@ struct CheckboxPage {
 struct MainMenu {
   explicit MainMenu(ControlSink& sink);
 
-  MenuItem mnuOptions;        // "Tools"
+  MenuItem mnuOptions;  // "Tools"
   MenuItem mnuGSSIEditor;
   MenuItem mnuCompactMode;
-  MenuItem mnuMCClabel;       // "MCC: ?"
+  MenuItem mnuMCClabel;  // "MCC: ?"
 };
 
 // The main window. Every control is reached by its own name through the inherited frames.

@@ -21,17 +21,17 @@ class Flag {
 };
 
 struct ProgramFlags {
-  Flag mblnFormLoaded;      // the main window is loaded; set last, never cleared
-  Flag mblnShuttingDown;    // set once when the main window starts to close, never cleared
-  Flag NetRemoteLinkUp;     // every SDR# window was found and Net Remote was switched on
-  Flag NetRemoteConnected;  // the last state check saw the socket connected
-  Flag mblnSending;         // a command is being built and sent
-  Flag mblnReceiving;       // the reply handler runs
-  Flag mblnSetupDone;       // the one-time set-up of this connection is complete
-  Flag mblnIsPlaying;       // last "IsPlaying" that SDR# reported
-  Flag mblnAudioMuted;      // last "AudioIsMuted" that SDR# reported
+  Flag mblnFormLoaded;               // the main window is loaded; set last, never cleared
+  Flag mblnShuttingDown;             // set once when the main window starts to close, never cleared
+  Flag NetRemoteLinkUp;              // every SDR# window was found and Net Remote was switched on
+  Flag NetRemoteConnected;           // the last state check saw the socket connected
+  Flag mblnSending;                  // a command is being built and sent
+  Flag mblnReceiving;                // the reply handler runs
+  Flag mblnSetupDone;                // the one-time set-up of this connection is complete
+  Flag mblnIsPlaying;                // last "IsPlaying" that SDR# reported
+  Flag mblnAudioMuted;               // last "AudioIsMuted" that SDR# reported
   Flag mblnNetRemoteResetRequested;  // an error reply asks for a reset of the link
-  Flag FollowingCall;       // a call is followed, from its tuning to its end
+  Flag FollowingCall;                // a call is followed, from its tuning to its end
 
   // Other names by which parts of the program know the same cells.
   [[nodiscard]] bool mblnCall_seen() const { return FollowingCall; }

@@ -1,0 +1,37 @@
+// What is learnt of the network while calls are followed: groups and subscribers, each within the
+// network that is decoded at the moment.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "core/call_context.h"
+
+namespace corvane {
+
+class Bookkeeping {
+ public:
+  explicit Bookkeeping(CallContext& context) : context_(context) {}
+
+  // The index of the group's record. A group met for the first time gets one: no label, priority 0,
+  // to be followed.
+  std::size_t FindGroupIndex(std::int32_t gssi);
+
+  // Adds a record labelled "Individual" when the group has none; never needed right after
+  // FindGroupIndex.
+  void CheckGroup(std::int32_t gssi);
+
+  // The trimmed label of a subscriber heard on a group, "" when it has none or is not known. A
+  // known subscriber's last-seen time is shown in lblSsiLastSeen; an unknown one leaves it alone.
+  std::string LookupSsiLabel(std::int32_t ssi, std::int32_t gssi);
+
+  // Files every talker of the call that is ending as seen now, under the group that lblGroupNumber
+  // shows.
+  void StoreCallSubscribers();
+
+ private:
+  CallContext& context_;
+};
+
+}  // namespace corvane
