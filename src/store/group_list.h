@@ -1,0 +1,45 @@
+// The list of groups in "\TETRA_GSSI.txt".
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "base/files.h"
+#include "panel/form1.h"
+#include "store/start_error.h"
+#include "store/tables.h"
+
+namespace corvane {
+
+class GroupList {
+ public:
+  // `program_folder` without a "\" at its end.
+  GroupList(Files& files, Form1& form, GssiTable& table, std::string program_folder);
+
+  // Fills the table from the file and says in the status log how many were loaded. The number of
+  // the first bad line or of a failed reading ends start-up.
+  [[nodiscard]] ErrorNumber Load();
+
+  // Replaces the file in one step. -1 on failure (the old file is whole), 0 with an empty table
+  // (file untouched), otherwise the number of records minus 1. Blanks around labels and what a
+  // label may not hold are lost in the table too.
+  [[nodiscard]] std::int32_t SaveGssiList();
+
+  [[nodiscard]] const GssiTable& table() const { return table_; }
+
+ private:
+  Files& files_;
+  Form1& form_;
+  GssiTable& table_;
+  std::string path_;
+};
+
+// Fills `table` with the content's lines, ordered by country, network and group. On an error the
+// table is empty.
+[[nodiscard]] ErrorNumber ParseGroupList(std::string_view content, GssiTable& table);
+
+// The lines of the table in its order, with the labels as they stand in it.
+[[nodiscard]] std::string GroupListText(const GssiTable& table);
+
+}  // namespace corvane

@@ -1,0 +1,56 @@
+// Closing the main window: the last save, guarded by tmrShutdown.
+#pragma once
+
+#include "base/loop.h"
+#include "base/prompts.h"
+#include "panel/form1.h"
+#include "panel/program_flags.h"
+#include "store/call_activity.h"
+#include "store/group_list.h"
+#include "store/ports.h"
+#include "store/settings_file.h"
+#include "store/subscriber_list.h"
+
+namespace corvane {
+
+inline constexpr int kShutdownTickMs = 5000;
+
+// What a Shutdown works on; everything outlives it.
+struct ShutdownParts {
+  Loop& loop;
+  Prompts& prompts;
+  Timer& tmrSaveTimed;
+  Timer& tmrShutdown;
+  ProgramFlags& flags;
+  Form1& form;
+  CallControl& call;
+  WindowControl& windows;
+  SubscriberList& subscribers;
+  GroupList& groups;
+  CallActivity& activity;
+  SettingsFile& settings;
+};
+
+class Shutdown {
+ public:
+  explicit Shutdown(const ShutdownParts& parts) : parts_(parts) {}
+
+  // The user or the system wants the main window closed: ends a followed call, waits for a periodic
+  // save under way, saves everything, then closes the editor and the main window. A second request
+  // does nothing. Lets events run.
+  void QueryUnload();
+
+  // The handler of tmrShutdown, which the caller makes with kShutdownTickMs and leaves disabled:
+  // the wait above took too long. Saves the settings and ends the program. Lets events run.
+  void OnShutdownTick();
+
+ private:
+  void SaveEverything();
+  void ShowError(const char* text);
+
+  ShutdownParts parts_;
+  bool in_tick_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace corvane

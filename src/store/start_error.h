@@ -1,0 +1,46 @@
+// How start-up ends when a file cannot be used: error numbers, and the one handler that all readers
+// share. It knows nothing of what the files mean.
+#pragma once
+
+#include <string>
+
+#include "base/files.h"
+#include "base/prompts.h"
+#include "store/file_numbers.h"
+
+namespace corvane {
+
+// A FileError, or one of the numbers below. 0 is success.
+using ErrorNumber = int;
+inline constexpr ErrorNumber kNoError = 0;
+inline constexpr ErrorNumber kOverflow = 6;
+inline constexpr ErrorNumber kTooFewFields = 9;
+inline constexpr ErrorNumber kTypeMismatch = 13;
+inline constexpr ErrorNumber kInvalidPropertyValue = 380;
+
+// kEnded: a box was shown and Prompts::EndProgram called; the caller must return at once.
+enum class Load { kOk, kEnded };
+
+class StartErrors {
+ public:
+  // `program_folder` without a "\" at its end.
+  StartErrors(Files& files, Prompts& prompts, FileNumbers& numbers, std::string program_folder);
+
+  // kOk when `error` is 0. Otherwise closes file number 1, shows the one box that belongs to the
+  // number, ends the program and gives kEnded. kInvalidPropertyValue also deletes the settings
+  // file; when that fails the file-access box with its number is shown. Lets events run.
+  [[nodiscard]] Load Handle(ErrorNumber error);
+
+ private:
+  Files& files_;
+  Prompts& prompts_;
+  FileNumbers& numbers_;
+  std::string program_folder_;
+};
+
+// True when the attributes of `path` can be read, whatever it is.
+[[nodiscard]] bool FileExists(Files& files, const std::string& path);
+
+inline constexpr const char* kSettingsFileName = "\\corvane_simple.dat";
+
+}  // namespace corvane
