@@ -1,0 +1,120 @@
+// Processes by the system's own calls. A job object ends the started programs with the test.
+#include "desktop/harness/process.h"
+
+#include <windows.h>
+
+namespace corvane::desktop {
+
+namespace {
+
+constexpr unsigned kKilledExitCode = 0xDEAD;
+constexpr DWORD kKillLimit_ms = 10'000;
+
+// Where programs of all tests belong: closing its last handle, even by a crash, ends them.
+HANDLE OwnJob() {
+  static const HANDLE job = [] {
+    HANDLE made = CreateJobObjectA(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    SetInformationJobObject(made, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    return made;
+  }();
+  return job;
+}
+
+std::wstring Quoted(const std::wstring& argument) {
+  return L"\"" + argument + L"\"";
+}
+
+// Both take the process handle; neither is in the import library.
+bool CallNtdll(const char* function, HANDLE process) {
+  using Call = LONG(WINAPI*)(HANDLE);
+  const HMODULE ntdll = GetModuleHandleA("ntdll.dll");
+  const auto call =
+      reinterpret_cast<Call>(reinterpret_cast<void*>(GetProcAddress(ntdll, function)));
+  return call != nullptr && call(process) >= 0;
+}
+
+}  // namespace
+
+struct Process::Handles {
+  HANDLE process = nullptr;
+  DWORD id = 0;
+};
+
+Process::Process(std::unique_ptr<Handles> handles) : handles_(std::move(handles)) {}
+
+Process::~Process() {
+  Kill();
+  CloseHandle(handles_->process);
+}
+
+std::unique_ptr<Process> Process::Start(const std::filesystem::path& program,
+                                        const std::vector<std::string>& arguments,
+                                        const std::filesystem::path& folder) {
+  std::wstring command = Quoted(program.wstring());
+  for (const std::string& argument : arguments) {
+    command += L" " + Quoted(std::filesystem::path(argument).wstring());
+  }
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION information{};
+  if (!CreateProcessW(program.wstring().c_str(), command.data(), nullptr, nullptr, FALSE,
+                      CREATE_SUSPENDED, nullptr, folder.wstring().c_str(), &startup,
+                      &information)) {
+    return nullptr;
+  }
+  AssignProcessToJobObject(OwnJob(), information.hProcess);
+  ResumeThread(information.hThread);
+  CloseHandle(information.hThread);
+  auto handles = std::make_unique<Handles>();
+  handles->process = information.hProcess;
+  handles->id = information.dwProcessId;
+  return std::unique_ptr<Process>(new Process(std::move(handles)));
+}
+
+unsigned Process::Id() const {
+  return handles_->id;
+}
+
+bool Process::Running() const {
+  return WaitForSingleObject(handles_->process, 0) == WAIT_TIMEOUT;
+}
+
+std::optional<unsigned> Process::ExitCode() const {
+  return WaitForExit(0);
+}
+
+std::optional<unsigned> Process::WaitForExit(int limit_ms) const {
+  if (WaitForSingleObject(handles_->process, static_cast<DWORD>(limit_ms)) != WAIT_OBJECT_0) {
+    return std::nullopt;
+  }
+  DWORD code = 0;
+  GetExitCodeProcess(handles_->process, &code);
+  return code;
+}
+
+void Process::Kill() {
+  if (!Running()) return;
+  TerminateProcess(handles_->process, kKilledExitCode);
+  WaitForSingleObject(handles_->process, kKillLimit_ms);
+}
+
+bool Process::Suspend() {
+  return CallNtdll("NtSuspendProcess", handles_->process);
+}
+bool Process::Resume() {
+  return CallNtdll("NtResumeProcess", handles_->process);
+}
+
+std::filesystem::path OwnFolder() {
+  std::wstring path(32'768, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return std::filesystem::path(path).parent_path();
+}
+
+unsigned OwnProcessId() {
+  return GetCurrentProcessId();
+}
+
+}  // namespace corvane::desktop
