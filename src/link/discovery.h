@@ -1,0 +1,56 @@
+// Finds SDR#'s windows and its plug-ins' controls on the desktop and switches Net Remote on.
+//
+// Nothing here is fatal: what is missing is logged and leaves its handle 0. No events run inside.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "link/link_context.h"
+
+namespace corvane {
+
+class Discovery {
+ public:
+  enum class Log {
+    kWhole,         // every line of the run is logged
+    kQuietRepeats,  // none, when the previous run's same lines still end the status log
+  };
+
+  explicit Discovery(LinkContext& context) : context_(context) {}
+
+  // Fills the handle table afresh. Found all that is needed: writes the port, presses "Network"
+  // (not under a live connection, and not when the refused-connection handler has just done so)
+  // and sets NetRemoteLinkUp; else NetRemoteLinkUp is False. Takes up to one message time limit
+  // more than usual when SDR# hangs.
+  void DiscoverSdrWindows(Log log);
+
+  // Looks for an open Network Info window and its edit box alone: no press, no log line, the link
+  // is not touched. Handles that are not found become 0. True when both were found.
+  bool FindNetworkInfo();
+
+  // Looks through the TETRA panel for those labels of MCC, MNC and LA whose handles are 0 or dead.
+  // Does nothing when all three are alive. No log line.
+  void FindMissingIdentityLabels();
+
+ private:
+  void Say(const char* line);
+  void FindMainWindow();
+  void FindHeaders();
+  void FindNetRemoteControls();
+  void FindTetraControls();
+  void FindIdentityLabels();
+  void OpenNetworkInfo();
+  void FindNetworkInfoEdit();
+  void SwitchNetRemoteOn();
+  [[nodiscard]] bool FoundAllNeeded() const;
+  [[nodiscard]] WindowHandle FindNetworkInfoWindow();
+  void WriteLog(Log log);
+
+  LinkContext& context_;
+  std::vector<std::string> lines_;     // of the present run
+  std::vector<std::string> previous_;  // of the run before
+};
+
+}  // namespace corvane
