@@ -1,0 +1,118 @@
+// A desktop with SDR# on it for native tests: the stand-in's model behind the WindowOps and Socket
+// seams, on the loop's virtual clock.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/loop.h"
+#include "sim_desktop/sim_socket.h"
+#include "sim_desktop/sim_window_ops.h"
+#include "standin/agenda.h"
+#include "standin/model.h"
+
+namespace corvane::sim {
+
+// The connections between sockets and server: every byte takes `latency_ms`.
+class SimWire : public standin::NetRemoteServer::Wire {
+ public:
+  SimWire(Loop& loop, standin::Model& model, std::function<void()> catch_up);
+  ~SimWire() override;
+
+  void SetLatencyMs(int ms) { latency_ms_ = ms; }
+  // How long the answer takes that nothing listens on the port.
+  void SetRefusedAfterMs(int ms) { refused_after_ms_ = ms; }
+  // The port belongs to another program: SDR# cannot open it.
+  void SetPortTaken(bool taken) { port_taken_ = taken; }
+
+  void Send(standin::ClientId client, std::string_view bytes) override;
+  void Close(standin::ClientId client, bool reset) override;
+  bool Listen(std::uint16_t port) override;
+
+  // For SimSocket.
+  void Connect(SimSocket& socket, std::uint64_t connection, std::uint16_t port);
+  void Disconnect(standin::ClientId client);
+  void ToServer(standin::ClientId client, std::string bytes);
+  [[nodiscard]] Loop& loop() { return loop_; }
+  void CatchUp() { catch_up_(); }
+
+  // For SimDesktop.
+  [[nodiscard]] standin::Agenda& agenda() { return agenda_; }
+  // The time of what happens now, on the desktop's clock.
+  std::int64_t now_ms = 0;
+
+ private:
+  struct Peer {
+    SimSocket* socket = nullptr;
+    std::uint64_t connection = 0;
+    std::weak_ptr<bool> alive;
+  };
+  [[nodiscard]] SimSocket* Find(const Peer& peer) const;
+
+  Loop& loop_;
+  standin::Model& model_;
+  std::function<void()> catch_up_;
+  standin::Agenda agenda_;
+  std::vector<std::pair<standin::ClientId, Peer>> peers_;
+  int latency_ms_ = 1;
+  int refused_after_ms_ = 1;
+  bool port_taken_ = false;
+};
+
+class SimDesktop {
+ public:
+  // How often the world outside is looked after while the program only waits for events. Calls into
+  // the desktop see it as it is at that moment in any case.
+  static constexpr int kTickMs = 10;
+
+  // Throws std::invalid_argument with the line number when the scenario is faulty.
+  explicit SimDesktop(Loop& loop, standin::Options options = {}, std::string_view scenario = {});
+  ~SimDesktop();
+  SimDesktop(const SimDesktop&) = delete;
+  SimDesktop& operator=(const SimDesktop&) = delete;
+
+  [[nodiscard]] standin::Model& model() { return *model_; }
+  [[nodiscard]] SimWindowOps& windows() { return *windows_; }
+  [[nodiscard]] SimSocket& socket() { return *socket_; }
+  [[nodiscard]] SimWire& wire() { return *wire_; }
+  // One more client of the server.
+  [[nodiscard]] std::unique_ptr<SimSocket> MakeSocket();
+
+  // Lets everything outside the program happen that is due at the loop's time. Idempotent and
+  // cheap: a simulated loop calls it whenever its clock has moved (also in Sleep and
+  // WaitForSocketEvents).
+  void CatchUp();
+  // When something outside happens next, on the loop's clock.
+  [[nodiscard]] std::optional<std::int64_t> NextDueMs() const;
+
+  // A command as in a scenario file, now. Throws std::invalid_argument when it is refused.
+  void Do(std::string_view command);
+
+  // Handles of SDR#'s windows; 0 while there is none.
+  [[nodiscard]] WindowHandle Handle(standin::WindowId id) const {
+    return SimWindowOps::HandleOf(id);
+  }
+  [[nodiscard]] const standin::SdrWindows::Ids& ids() const { return model_->ids(); }
+  // A window of some other program, topmost.
+  standin::WindowId AddForeignWindow(const std::string& class_name, const std::string& text,
+                                     standin::Box box);
+  [[nodiscard]] standin::WindowId own_window() const { return own_window_; }
+
+ private:
+  Loop& loop_;
+  std::int64_t start_ms_;
+  bool catching_up_ = false;
+  std::unique_ptr<standin::Model> model_;
+  std::unique_ptr<SimWire> wire_;
+  std::unique_ptr<SimWindowOps> windows_;
+  std::unique_ptr<SimSocket> socket_;
+  std::unique_ptr<Timer> timer_;
+  standin::WindowId own_window_ = 0;
+};
+
+}  // namespace corvane::sim
