@@ -1,0 +1,148 @@
+# The levels of the tests. A program that was not built is a failure, never a skipped step.
+
+# How long each fuzz target runs, and how long one desktop case may take, in seconds.
+FUZZ_SECONDS=${FUZZ_SECONDS:-15}
+DESKTOP_CASE_LIMIT=${DESKTOP_CASE_LIMIT:-240}
+PROGRAM_LIMIT=900
+
+level_lint() { run_one lint python3 scripts/lint.py; }
+
+level_native() {
+  if ! configure_and_build sanitize; then
+    fail "native: build"
+    return
+  fi
+  rm -rf "$LOGS/native"
+  mkdir -p "$LOGS/native"
+  # Leaks cannot be looked for where a container forbids tracing: the sanitizer then says so.
+  GTEST_OUTPUT="xml:$LOGS/native/" run_logged native/ctest ctest --test-dir "$BUILD/sanitize" \
+    -j "$JOBS" --output-on-failure --no-tests=error --timeout "$PROGRAM_LIMIT" \
+    --output-junit "$LOGS/native/ctest.junit" || true
+  local programs
+  programs=$(python3 scripts/lib/ctest_codes.py "$LOGS/native/ctest.junit") || programs=
+  if [ -z "$programs" ]; then
+    fail "native: no test program ran"
+    return
+  fi
+  # shellcheck disable=SC2086
+  count_cases native $programs
+}
+
+# The screen, prefix and sound that programs under Wine need; once for all levels.
+WINE_READY=
+prepare_wine() {
+  [ -z "$WINE_READY" ] || return 0
+  start_display
+  start_sound || return 1
+  use_wine_prefix wine N
+  WINE_READY=yes
+}
+
+# windows_path PATH: as a program under Wine names it.
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }
+
+# run_under_wine LEVEL PROGRAM_FILE: all cases of one GoogleTest program.
+run_under_wine() {
+  local level=$1 file=$2 name code=0
+  name=$(basename "$file" .exe)
+  if [ ! -f "$file" ]; then
+    fail "$level: $name was not built"
+    return
+  fi
+  GTEST_OUTPUT="xml:$(windows_path "$LOGS/$level/$name.xml")" run_logged "$level/$name" \
+    timeout -k 10 "$PROGRAM_LIMIT" "$WINELOADER" "$file" || code=$?
+  count_cases "$level" "$name=$code"
+}
+
+level_contract() {
+  rm -rf "$LOGS/contract"
+  mkdir -p "$LOGS/contract"
+  if ! configure_and_build mingw; then
+    fail "contract: build"
+    return
+  fi
+  if ! prepare_wine; then
+    fail "contract: surroundings"
+    return
+  fi
+  run_under_wine contract "$BUILD/mingw/tests/contract/contract_win.exe"
+  run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci.exe"
+  run_under_wine contract "$BUILD/mingw/tests/desktop/ui_window_test.exe"
+}
+
+# Each case runs in a process of its own: one that fails or hangs spoils no other.
+level_desktop() {
+  rm -rf "$LOGS/desktop"
+  mkdir -p "$LOGS/desktop"
+  local tests=$BUILD/mingw/tests/desktop/desktop_test.exe cases name
+  if ! (build_programs && configure_and_build mingw desktop_test); then
+    fail "desktop: build"
+    return
+  fi
+  if ! prepare_wine; then
+    fail "desktop: surroundings"
+    return
+  fi
+  cases=$(wine_here "$tests" --gtest_list_tests "--gtest_filter=${DESKTOP_FILTER:-*}" \
+    2>/dev/null | tr -d '\r' | awk '/^[^ ]/ {suite = $1} /^  / {print suite $1}')
+  [ -n "$cases" ] || fail "desktop: no case found"
+  for name in $cases; do run_desktop_case "$tests" "$name"; done
+}
+
+run_desktop_case() {
+  local tests=$1 name=$2 code=0 begin=$SECONDS
+  CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") \
+    CORVANE_PICTURES=$(windows_path "$LOGS/desktop") \
+    GTEST_OUTPUT="xml:$(windows_path "$LOGS/desktop/$name.xml")" \
+    run_logged "desktop/$name" timeout -k 10 "$DESKTOP_CASE_LIMIT" \
+    "$WINELOADER" "$tests" "--gtest_filter=$name" || code=$?
+  if [ "$code" -eq 0 ] && grep -q '^\[  PASSED  \] 1 test' "$LOGS/desktop/$name.log"; then
+    pass
+    say "ok      $name ($((SECONDS - begin)) s)"
+  else
+    fail "desktop: $name"
+    say "FAILED  $name; pictures, if any: build/logs/desktop/$name*.png"
+  fi
+}
+
+level_fuzz() {
+  local target found=
+  if ! configure_and_build fuzz; then
+    fail "fuzz: build"
+    return
+  fi
+  mkdir -p "$LOGS/fuzz"
+  for target in "$BUILD"/fuzz/fuzz/fuzz_*; do
+    [ -f "$target" ] && [ -x "$target" ] || continue
+    found=yes
+    run_fuzz_target "$target"
+  done
+  [ -n "$found" ] || fail "fuzz: no target was built"
+}
+
+# New inputs go to build/, the committed ones are only read.
+run_fuzz_target() {
+  local name seeds
+  name=$(basename "$1")
+  seeds=$ROOT/fuzz/corpus/${name#fuzz_}
+  mkdir -p "$BUILD/fuzz-inputs/$name"
+  run_one "fuzz/$name" "$1" -max_total_time="$FUZZ_SECONDS" -timeout=10 -rss_limit_mb=2048 \
+    -print_final_stats=1 -artifact_prefix="$LOGS/fuzz/$name-" "$BUILD/fuzz-inputs/$name" \
+    $([ ! -d "$seeds" ] || printf '%s' "$seeds")
+}
+
+level_bench() {
+  local program found=
+  if ! configure_and_build native; then
+    fail "bench: build"
+    return
+  fi
+  mkdir -p "$LOGS/bench"
+  for program in "$BUILD"/native/bench/bench_*; do
+    [ -f "$program" ] && [ -x "$program" ] || continue
+    found=yes
+    run_one "bench/$(basename "$program")" "$program" --short
+    cat "$LOGS/bench/$(basename "$program").log"
+  done
+  [ -n "$found" ] || fail "bench: no benchmark was built"
+}

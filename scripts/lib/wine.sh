@@ -1,0 +1,78 @@
+# A display, a wine prefix and sound that belong to these scripts alone. Nothing of the user's own
+# wine or sound set-up is touched.
+
+# start_display: a virtual screen of its own. Sets DISPLAY.
+start_display() {
+  local number_file tries
+  number_file=$(mktemp)
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp \
+    3>"$number_file" >"$LOGS/xvfb.log" 2>&1 </dev/null &
+  local server=$!
+  at_exit "kill $server 2>/dev/null; wait $server 2>/dev/null"
+  for tries in $(seq 1 200); do
+    [ -s "$number_file" ] && break
+    kill -0 "$server" 2>/dev/null || break
+    sleep 0.1
+  done
+  [ -s "$number_file" ] || die "no virtual display: $(tail -n 3 "$LOGS/xvfb.log")"
+  DISPLAY=:$(tr -d '[:space:]' <"$number_file")
+  export DISPLAY
+  rm -f "$number_file"
+}
+
+# display_usable: whether $DISPLAY answers.
+display_usable() {
+  [ -n "${DISPLAY:-}" ] && command -v xdpyinfo >/dev/null && xdpyinfo >/dev/null 2>&1
+}
+
+# use_wine_prefix NAME MANAGED: the prefix build/NAME on the display in use, made when it is not
+# there. MANAGED is N where no window manager runs: wine would wait for one at every window.
+use_wine_prefix() {
+  export WINEPREFIX=$BUILD/$1 WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+  export WINELOADER=/usr/lib/wine/wine64
+  [ -x "$WINELOADER" ] || die "wine64 is not installed"
+  mkdir -p "$WINEPREFIX"
+  [ -O "$WINEPREFIX" ] || die "$WINEPREFIX belongs to another user: remove it"
+  at_exit "wineserver_here -k"
+  if [ ! -f "$WINEPREFIX/corvane-ready" ]; then
+    say "making a wine prefix in ${WINEPREFIX#"$ROOT"/}"
+    run_logged "wine-prefix" make_wine_prefix "$2" || die "wine could not be set up"
+    touch "$WINEPREFIX/corvane-ready"
+  fi
+}
+
+make_wine_prefix() {
+  wine_here wineboot -i
+  wine_here reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$1" /f
+  # A program that fails ends at once with its exit code; no box waits for a click.
+  wine_here reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
+  wineserver_here -w
+}
+
+wine_here() { "$WINELOADER" "$@"; }
+wineserver_here() { "$(dirname "$WINELOADER")/wineserver" "$@"; }
+
+# start_sound: a sound server with one silent output whose monitor is what programs record. Sets
+# PULSE_SERVER. Fails when there is none after a while.
+start_sound() {
+  local folder server tries
+  folder=$(mktemp -d)
+  HOME=$folder XDG_RUNTIME_DIR=$folder PULSE_RUNTIME_PATH=$folder PULSE_STATE_PATH=$folder \
+    pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --high-priority=no \
+    --realtime=no --log-target=stderr \
+    -L "module-native-protocol-unix auth-anonymous=1 socket=$folder/native" \
+    -L "module-null-sink sink_name=corvane rate=44100" \
+    >"$LOGS/pulseaudio.log" 2>&1 </dev/null &
+  server=$!
+  at_exit "kill $server 2>/dev/null; wait $server 2>/dev/null; rm -rf '$folder'"
+  export PULSE_SERVER=unix:$folder/native
+  for tries in $(seq 1 100); do
+    if pactl set-default-source corvane.monitor 2>/dev/null; then
+      pactl set-default-sink corvane
+      return 0
+    fi
+    sleep 0.1
+  done
+  say "no sound server: $(tail -n 3 "$LOGS/pulseaudio.log")"
+  return 1
+}
