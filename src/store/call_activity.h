@@ -25,18 +25,22 @@ class CallActivity {
   // once, and the file copied beside itself with ".bad" appended unless such a copy exists.
   void LoadCallActivity();
 
-  // Replaces the file. -1 on failure, 0 with an empty table (file untouched), otherwise the number
-  // of records minus 1.
+  // Replaces the file; one that could not be read so far is loaded first. -1 on failure, 0 with an
+  // empty table (file untouched), otherwise the number of records minus 1.
   std::int32_t SaveCallActivity();
 
  private:
   void CapturePath();
+  void ReportError(const std::string& what, FileError error);
+  void KeepBadFile(const std::string& content);
+  [[nodiscard]] std::string FileName() const;
 
   Files& files_;
   const WallClock& clock_;
   const DayFolders& folders_;
   Form1& form_;
   std::string path_;
+  FileError reported_ = kFileOk;  // of the last failed reading
 };
 
 // "GSSI;Call Activity" and one line per group, ascending by group, CR LF ends.

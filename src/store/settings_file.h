@@ -31,6 +31,8 @@ class SettingsFile {
 
  private:
   void ApplyDefaults();
+  void ApplyColours(const SettingsRecord& record);
+  [[nodiscard]] ErrorNumber ApplyCheckBoxes(const SettingsRecord& record);
   [[nodiscard]] ErrorNumber Apply(const SettingsRecord& record);
   [[nodiscard]] SettingsRecord Collect() const;
   [[nodiscard]] FileError Write();

@@ -1,6 +1,7 @@
 // Table lookups by hashed identity.
 #include "store/tables.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "base/text.h"
@@ -94,8 +95,9 @@ void CallCounts::Count(std::int32_t gssi, std::int32_t calls) {
   }
   std::int32_t& sum = records_[found->second].Calls;
   const std::int64_t wide = std::int64_t{sum} + calls;
+  constexpr std::int64_t kLowest = std::numeric_limits<std::int32_t>::min();
   constexpr std::int64_t kHighest = std::numeric_limits<std::int32_t>::max();
-  sum = static_cast<std::int32_t>(wide > kHighest ? kHighest : wide);
+  sum = static_cast<std::int32_t>(std::clamp(wide, kLowest, kHighest));
 }
 
 void CallCounts::Reset() {

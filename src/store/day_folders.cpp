@@ -1,0 +1,40 @@
+// Making the folders of the day.
+#include "store/day_folders.h"
+
+#include <utility>
+
+#include "base/number_text.h"
+#include "panel/logs.h"
+
+namespace corvane {
+
+namespace {
+constexpr const char* kBase = "\\Daily";
+constexpr const char* kRecordings = "\\Record";
+}  // namespace
+
+DayFolders::DayFolders(Files& files, Form1& form, std::string program_folder)
+    : files_(files), form_(form), program_folder_(std::move(program_folder)) {}
+
+std::string DayFolders::FolderOf(const DateTime& day) const {
+  return program_folder_ + kBase + "\\" + FolderDate(day);
+}
+
+void DayFolders::CreateDayFolders(const DateTime& now) {
+  day_folder_ = FolderOf(now);
+  // A folder inside one that is missing cannot be made: the first failure is the one to report.
+  const bool made =
+      Ensure(program_folder_ + kBase) && Ensure(day_folder_) && Ensure(day_folder_ + kRecordings);
+  if (made) reported_.clear();
+}
+
+bool DayFolders::Ensure(const std::string& path) {
+  if (files_.IsDirectory(path)) return true;
+  const FileError error = files_.MakeDirectory(path);
+  if (error == kFileOk || files_.IsDirectory(path)) return true;
+  const std::string report = "Error creating folder " + path + " [" + Decimal(error) + "]";
+  if (reported_.insert(report).second) AddStatusLineInView(form_, report);
+  return false;
+}
+
+}  // namespace corvane

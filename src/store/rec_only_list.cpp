@@ -1,0 +1,99 @@
+// The record-only list.
+#include "store/rec_only_list.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+#include "base/number_text.h"
+#include "panel/logs.h"
+#include "store/list_lines.h"
+
+namespace corvane {
+
+namespace {
+constexpr std::int32_t kHighestGssi = 16777215;
+constexpr std::size_t kSelectedGroupsMode = 2;
+}  // namespace
+
+RecOnlyList::RecOnlyList(Files& files, const WallClock& clock, Form1& form, FileNumbers& numbers,
+                         std::string program_folder)
+    : files_(files),
+      clock_(clock),
+      form_(form),
+      numbers_(numbers),
+      path_(std::move(program_folder) + "\\TETRA_rec_gssi.txt") {}
+
+ErrorNumber RecOnlyList::Load() {
+  if (!FileExists(files_, path_)) return kNoError;
+  std::string content;
+  if (const FileError error = files_.ReadAll(path_, content)) return error;
+  ListBox& list = form_.lstRecOnlyGSSI;
+  for (std::string& line : ParseRecOnlyList(content)) list.Add(std::move(line));
+  if (list.count() > 0) AddStatusLine(form_, "Loaded " + Decimal(list.count()) + " REC GSSIs");
+  return kNoError;
+}
+
+void RecOnlyList::AddRecOnlyGssi() {
+  const std::string typed = form_.txtRecOnlyGSSI.text;
+  if (typed.empty()) return;
+  ListBox& list = form_.lstRecOnlyGSSI;
+  if (IsGssiText(typed)) {
+    const auto& items = list.items();
+    const auto found = std::find(items.begin(), items.end(), typed);
+    if (found != items.end()) {
+      list.Select(static_cast<int>(found - items.begin()));
+    } else {
+      list.Add(typed);
+      list.SelectLast();
+      SaveRecOnlyGssiList();
+      list.back_colour = kWindowBackground;
+    }
+  }
+  form_.txtRecOnlyGSSI.text = "";
+}
+
+void RecOnlyList::RemoveSelected() {
+  ListBox& list = form_.lstRecOnlyGSSI;
+  if (list.list_index() < 0) return;
+  list.Remove(list.list_index());
+  SaveRecOnlyGssiList();
+}
+
+void RecOnlyList::SaveRecOnlyGssiList() {
+  if (Write() == kFileOk) return;
+  AddStatusLineInView(form_, "Error saving REC GSSI list. - " + NowText(clock_));
+}
+
+FileError RecOnlyList::Write() {
+  std::string lines;
+  for (const std::string& item : form_.lstRecOnlyGSSI.items()) lines += item + "\r\n";
+  const int number = numbers_.FreeFile();
+  if (number == 1) return ReplaceContent(files_, path_, lines);
+  // Opening the list for output has emptied it by the time the lines go to the other file.
+  const FileError error = ReplaceContent(files_, path_, {});
+  return error != kFileOk ? error : files_.Append(numbers_.PathOf(1), lines);
+}
+
+bool IsGssiText(std::string_view text) {
+  std::int32_t gssi = 0;
+  return ReadNumber(text, gssi) == kNoError && gssi >= 0 && gssi <= kHighestGssi;
+}
+
+std::vector<std::string> ParseRecOnlyList(std::string_view content) {
+  std::vector<std::string> accepted;
+  LineReader lines(content);
+  std::string_view line;
+  while (lines.Next(line)) {
+    if (!IsEmptyOrComment(line) && IsGssiText(line)) accepted.emplace_back(line);
+  }
+  return accepted;
+}
+
+void EnableRecOnlyControls(Form1& form) {
+  const bool selected = form.optRecordMode[kSelectedGroupsMode].value;
+  form.txtRecOnlyGSSI.enabled = selected;
+  form.lstRecOnlyGSSI.enabled = selected;
+}
+
+}  // namespace corvane

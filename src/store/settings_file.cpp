@@ -1,0 +1,193 @@
+// Settings between the file and the controls.
+#include "store/settings_file.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <utility>
+
+#include "base/number_text.h"
+#include "panel/logs.h"
+#include "store/rec_only_list.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr int kHighestCheckValue = 2;
+
+[[nodiscard]] ErrorNumber Check(CheckBox& box, std::uint8_t value) {
+  if (value > kHighestCheckValue) return kInvalidPropertyValue;
+  box.value = value;
+  return kNoError;
+}
+
+[[nodiscard]] ErrorNumber SelectOption(std::span<OptionButton> options, int index) {
+  if (index < 0 || std::cmp_greater_equal(index, options.size())) return kInvalidPropertyValue;
+  for (OptionButton& option : options) {
+    option.value = &option == &options[static_cast<std::size_t>(index)];
+  }
+  return kNoError;
+}
+
+// The first selected button; 0 when none is.
+[[nodiscard]] std::int16_t SelectedOption(std::span<const OptionButton> options) {
+  for (std::size_t i = 0; i < options.size(); ++i) {
+    if (options[i].value) return static_cast<std::int16_t>(i);
+  }
+  return 0;
+}
+
+[[nodiscard]] std::uint8_t ByteOf(const CheckBox& box) {
+  return static_cast<std::uint8_t>(box.value.get());
+}
+
+}  // namespace
+
+SettingsFile::SettingsFile(Files& files, Prompts& prompts, const WallClock& clock, Form1& form,
+                           Presets& presets, StartErrors& errors, std::string program_folder)
+    : files_(files),
+      prompts_(prompts),
+      clock_(clock),
+      form_(form),
+      presets_(presets),
+      errors_(errors),
+      path_(std::move(program_folder) + kSettingsFileName) {}
+
+Load SettingsFile::ReadSettings() {
+  if (!FileExists(files_, path_)) {
+    ApplyDefaults();
+    return Load::kOk;
+  }
+  std::string content;
+  const FileError error = files_.ReadAll(path_, content);
+  if (error != kFileOk) return errors_.Handle(error);
+  if (content.empty()) {
+    prompts_.ShowBox("Settings file appears corrupt, has been deleted. Please restart.", "Corvane",
+                     BoxIcon::kNone);
+    const FileError deletion = files_.Delete(path_);
+    if (deletion != kFileOk) return errors_.Handle(deletion);
+    prompts_.EndProgram();
+    return Load::kEnded;
+  }
+  SettingsRecord defaults;
+  defaults.MainWindowTop = form_.top;
+  defaults.MainWindowLeft = form_.left;
+  SettingsRecord record = DecodeSettings(content, defaults);
+  ReplaceUnusableValues(record);
+  return errors_.Handle(Apply(record));
+}
+
+void SettingsFile::ApplyDefaults() {
+  const SettingsRecord defaults;
+  presets_.CallTimeoutSeconds = defaults.Timeout;
+  form_.txtTimeout.text = Decimal(defaults.Timeout);
+  form_.cboBaseFrequency.list_index = defaults.BaseFrequencyIndex;
+  presets_.BaseFrequency = (defaults.BaseFrequencyIndex + 1) * kBandStepHz;
+  presets_.ParkCarrier = defaults.ParkCarrier;
+  form_.txtParkCarrier.text = Decimal(defaults.ParkCarrier);
+  presets_.FrequencyOffset = kCarrierOffsets[static_cast<std::size_t>(defaults.OffsetIndex)];
+  presets_.VcAudioGain = defaults.VcVolume;
+  form_.txtVcVolume.text = Decimal(defaults.VcVolume);
+  ApplyColours(defaults);
+  EnableRecOnlyControls(form_);
+}
+
+void SettingsFile::ApplyColours(const SettingsRecord& record) {
+  presets_.CheckedColour = record.CheckedColour;
+  form_.lblCheckedValue.caption = Decimal(record.CheckedColour);
+  presets_.UnCheckedColour = record.UncheckedColour;
+  form_.lblUnCheckedValue.caption = Decimal(record.UncheckedColour);
+}
+
+ErrorNumber SettingsFile::ApplyCheckBoxes(const SettingsRecord& record) {
+  const std::array<std::pair<CheckBox*, std::uint8_t>, 6> boxes = {{
+      {&form_.chkSuppressSomePduMessages, record.SuppressSomePduMessages},
+      {&form_.chkSuppressLockoutMessages, record.SuppressLockoutMessages},
+      {&form_.chkIgnorePriority, record.IgnorePriority},
+      {&form_.chkCreateCcVcLog, record.CreateCcVcLog},
+      {&form_.chkCreateEventLog, record.CreateEventLog},
+      {&form_.chkCreateCallActivityCvsFile, record.CreateCallActivityCsvFile},
+  }};
+  for (const auto& [box, value] : boxes) {
+    if (const ErrorNumber error = Check(*box, value)) return error;
+  }
+  return kNoError;
+}
+
+ErrorNumber SettingsFile::Apply(const SettingsRecord& record) {
+  presets_.CallTimeoutSeconds = record.Timeout;
+  form_.txtTimeout.text = Decimal(record.Timeout);
+  form_.top = record.MainWindowTop;
+  form_.left = record.MainWindowLeft;
+  const int band = record.BaseFrequencyIndex;
+  if (band < 0 || std::cmp_greater_equal(band, form_.cboBaseFrequency.entries.get().size())) {
+    return kInvalidPropertyValue;
+  }
+  form_.cboBaseFrequency.list_index = band;
+  presets_.BaseFrequency = (band + 1) * kBandStepHz;
+  presets_.ParkCarrier = record.ParkCarrier;
+  form_.txtParkCarrier.text = Decimal(record.ParkCarrier);
+  if (const ErrorNumber error = ApplyCheckBoxes(record)) return error;
+  form_.mnuCompactMode.checked = record.CompactMode != 0;
+  if (const ErrorNumber error = SelectOption(form_.optOffsets, record.OffsetIndex)) return error;
+  presets_.FrequencyOffset =
+      kCarrierOffsets[static_cast<std::size_t>(SelectedOption(form_.optOffsets))];
+  if (const ErrorNumber error = SelectOption(form_.optRecordMode, record.RecordModeIndex)) {
+    return error;
+  }
+  form_.chkDeleteForcedCallEndFile.value = 0;  // this option always starts off
+  presets_.VcAudioGain = record.VcVolume;
+  form_.txtVcVolume.text = Decimal(presets_.VcAudioGain);
+  ApplyColours(record);
+  if (const ErrorNumber error = Check(form_.chkPositionSDRsharps, record.PositionSdrSharps)) {
+    return error;
+  }
+  form_.lblPositionSdrSharpCC.caption = record.PositionSdrSharpCC;
+  EnableRecOnlyControls(form_);
+  return kNoError;
+}
+
+SettingsRecord SettingsFile::Collect() const {
+  SettingsRecord record;
+  record.Timeout = presets_.CallTimeoutSeconds;
+  record.MainWindowTop = form_.top;
+  record.MainWindowLeft = form_.left;
+  record.BaseFrequencyIndex = static_cast<std::int16_t>(form_.cboBaseFrequency.list_index.get());
+  record.ParkCarrier = presets_.ParkCarrier;
+  record.SuppressSomePduMessages = ByteOf(form_.chkSuppressSomePduMessages);
+  record.SuppressLockoutMessages = ByteOf(form_.chkSuppressLockoutMessages);
+  record.IgnorePriority = ByteOf(form_.chkIgnorePriority);
+  record.CreateCcVcLog = ByteOf(form_.chkCreateCcVcLog);
+  record.CreateEventLog = ByteOf(form_.chkCreateEventLog);
+  record.CreateCallActivityCsvFile = ByteOf(form_.chkCreateCallActivityCvsFile);
+  record.CompactMode = form_.mnuCompactMode.checked ? -1 : 0;
+  record.OffsetIndex = SelectedOption(form_.optOffsets);
+  record.RecordModeIndex = SelectedOption(form_.optRecordMode);
+  record.DeleteForcedCallEndFile = ByteOf(form_.chkDeleteForcedCallEndFile);
+  record.VcVolume = static_cast<std::uint8_t>(presets_.VcAudioGain);
+  record.CheckedColour = presets_.CheckedColour;
+  record.UncheckedColour = presets_.UnCheckedColour;
+  record.PositionSdrSharps = ByteOf(form_.chkPositionSDRsharps);
+  record.PositionSdrSharpCC = form_.lblPositionSdrSharpCC.caption;
+  return record;
+}
+
+FileError SettingsFile::Write() {
+  std::string content;
+  if (FileExists(files_, path_)) {
+    const FileError error = files_.ReadAll(path_, content);
+    if (error != kFileOk) return error;
+  }
+  const std::string bytes = EncodeSettings(Collect());
+  content.replace(0, std::min(bytes.size(), content.size()), bytes);
+  return ReplaceContent(files_, path_, content);
+}
+
+void SettingsFile::SaveSettings() {
+  const FileError error = Write();
+  if (error == kFileOk) return;
+  AddStatusLineInView(form_, "Error saving settings [" + Decimal(error) + "] - " + NowText(clock_));
+}
+
+}  // namespace corvane

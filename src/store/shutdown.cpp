@@ -1,0 +1,55 @@
+// Closing of the main window.
+#include "store/shutdown.h"
+
+namespace corvane {
+
+namespace {
+constexpr int kWaitStepMs = 10;
+}
+
+void Shutdown::QueryUnload() {
+  if (parts_.flags.mblnShuttingDown) return;
+  parts_.flags.mblnShuttingDown = true;
+  if (parts_.call.IsCallFollowed()) parts_.call.ResetCallDisplay();
+  // A call whose end was under way is not followed any more but may still be recorded.
+  parts_.call.StopLeftoverRecording();
+  parts_.tmrShutdown.SetEnabled(true);
+  parts_.tmrSaveTimed.SetEnabled(false);
+  while (parts_.tmrSaveTimed.enabled()) {
+    parts_.loop.DoEvents();
+    if (ended_) return;
+    parts_.loop.Sleep(kWaitStepMs);
+  }
+  parts_.tmrShutdown.SetEnabled(false);
+  SaveEverything();
+  parts_.windows.CloseEditor();
+  parts_.windows.CloseMainWindow();
+}
+
+void Shutdown::SaveEverything() {
+  if (parts_.subscribers.SaveSsiList() == -1) ShowError("Error saving SSI list.");
+  if (parts_.groups.SaveGssiList() == -1) ShowError("Error saving GSSI list.");
+  if (parts_.form.chkCreateCallActivityCvsFile.checked() &&
+      !parts_.activity.CallActivityTable.empty() && parts_.activity.SaveCallActivity() == -1) {
+    ShowError("Error saving call activity log.");
+  }
+  parts_.settings.SaveSettings();
+}
+
+void Shutdown::ShowError(const char* text) {
+  parts_.prompts.ShowBox(text, "Error", BoxIcon::kCritical);
+}
+
+void Shutdown::OnShutdownTick() {
+  // The timer goes on while the box is open.
+  if (in_tick_) return;
+  in_tick_ = true;
+  parts_.prompts.ShowBox("Problem shutting down, Some of this sessions changes are lost, Sorry",
+                         "Warning", BoxIcon::kCritical);
+  parts_.tmrShutdown.SetEnabled(false);
+  parts_.settings.SaveSettings();
+  ended_ = true;
+  parts_.prompts.EndProgram();
+}
+
+}  // namespace corvane
