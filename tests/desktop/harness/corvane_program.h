@@ -1,0 +1,57 @@
+// Corvane.exe as a test runs it: its windows by the names of their controls.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "desktop/harness/foreign_windows.h"
+#include "desktop/harness/process.h"
+#include "desktop/harness/program_folder.h"
+#include "ui/control_ids.h"
+
+namespace corvane::desktop {
+
+class CorvaneProgram {
+ public:
+  explicit CorvaneProgram(const ProgramFolder& folder) : folder_(folder) {}
+
+  // Starts it and waits for its main window. False: none came, or it ended.
+  [[nodiscard]] bool Start();
+  void Kill() { process_.reset(); }
+  [[nodiscard]] bool Running() const { return process_ != nullptr && process_->Running(); }
+  [[nodiscard]] Process& TheProcess() { return *process_; }
+  [[nodiscard]] const ProgramFolder& Folder() const { return folder_; }
+
+  // The main window; 0 while there is none.
+  [[nodiscard]] WindowHandle Window() const;
+  [[nodiscard]] WindowHandle EditorWindow() const;
+  // The message box that stands open, as "title: text"; "" when there is none.
+  [[nodiscard]] std::string OpenMessageBox() const;
+  // The main window is there and its thread takes a message within the limit.
+  [[nodiscard]] bool Responds(int limit_ms) const;
+
+  // A control of the main window by its own name.
+  [[nodiscard]] WindowHandle Control(ControlId id) const { return Child(Window(), Number(id)); }
+  // Its text without blanks around it.
+  [[nodiscard]] std::string Caption(ControlId id) const;
+  [[nodiscard]] std::vector<std::string> Items(ControlId id) const { return ItemsOf(Control(id)); }
+
+  // The two logs; the call log's lines without their date and time ("Call ID: 7 - ...").
+  [[nodiscard]] std::vector<std::string> StatusLog() const;
+  [[nodiscard]] std::vector<std::string> CallLog() const;
+  // The call log's lines as they are shown.
+  [[nodiscard]] std::vector<std::string> CallLogAsShown() const;
+  [[nodiscard]] bool InCallLog(std::string_view part) const;
+  [[nodiscard]] bool InStatusLog(std::string_view part) const;
+
+ private:
+  const ProgramFolder& folder_;
+  std::unique_ptr<Process> process_;
+};
+
+// How many of the lines contain the part.
+[[nodiscard]] int CountContaining(const std::vector<std::string>& lines, std::string_view part);
+
+}  // namespace corvane::desktop
