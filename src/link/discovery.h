@@ -3,7 +3,6 @@
 // Nothing here is fatal: what is missing is logged and leaves its handle 0. No events run inside.
 #pragma once
 
-#include <array>
 #include <string>
 #include <vector>
 
@@ -22,8 +21,7 @@ class Discovery {
 
   // Fills the handle table afresh. Found all that is needed: writes the port, presses "Network"
   // (not under a live connection, and not when the refused-connection handler has just done so)
-  // and sets NetRemoteLinkUp; else NetRemoteLinkUp is False. Takes up to one message time limit
-  // more than usual when SDR# hangs.
+  // and sets NetRemoteLinkUp; else NetRemoteLinkUp is False.
   void DiscoverSdrWindows(Log log);
 
   // Looks for an open Network Info window and its edit box alone: no press, no log line, the link
@@ -35,18 +33,18 @@ class Discovery {
   void FindMissingIdentityLabels();
 
  private:
-  void Say(const char* line);
+  void Say(std::string line);
+  void WriteLog(Log log);
   void FindMainWindow();
   void FindHeaders();
   void FindNetRemoteControls();
   void FindTetraControls();
-  void FindIdentityLabels();
   void OpenNetworkInfo();
   void FindNetworkInfoEdit();
   void SwitchNetRemoteOn();
   [[nodiscard]] bool FoundAllNeeded() const;
+  [[nodiscard]] WindowHandle PanelOf(SdrRole header);
   [[nodiscard]] WindowHandle FindNetworkInfoWindow();
-  void WriteLog(Log log);
 
   LinkContext& context_;
   std::vector<std::string> lines_;     // of the present run

@@ -55,11 +55,13 @@ class NetRemote : public SdrLink {
 
   void SendCommand(const std::string& command, Sender sender);
   void WaitForAnswer();
+  void Connect();
   void CloseConnection();
   void OnDataArrival();
   void Handle(const NetRemoteReply& reply);
   void DumpReply(const NetRemoteReply& reply);
   void ReportError(const NetRemoteReply& reply);
+  void RequestReset();
   void OnError(int number, const std::string& description);
 
   LinkContext& context_;

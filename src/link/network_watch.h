@@ -49,7 +49,6 @@ class NetworkWatch {
   void TakeKey();
   void ReportNetwork();
   void ReportNoNetwork();
-  void Scan();
   [[nodiscard]] std::string LocationAreaSuffix() const;
   void ShowCountry();
   void ShowNetworkTip(const std::string& suffix);

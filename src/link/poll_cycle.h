@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "link/discovery.h"
 #include "link/link_context.h"
@@ -52,12 +53,12 @@ class PollCycle {
  private:
   void RunCycle();
   void TakeResetRequest();
-  void NoteRequestDuringSetup(bool requested_before);
+  [[nodiscard]] bool SetUp();
   void Reset();
   void ResetDisplay();
   void StopRecording();
   void PollSdrSharp();
-  void ReportException(const char* what);
+  void ReportException(const std::string& what);
 
   LinkContext& context_;
   Parts parts_;

@@ -1,0 +1,122 @@
+// One cycle: reset if needed, connect, poll.
+#include "link/poll_cycle.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "panel/logs.h"
+
+namespace corvane {
+
+PollCycle::PollCycle(LinkContext& context, Parts parts)
+    : context_(context),
+      parts_(parts),
+      timer_(context.loop.MakeTimer(kTickMs, NonReentrant([this] { Tick(); }))) {}
+
+void PollCycle::Start() {
+  log_next_discovery_ = true;
+  timer_->SetEnabled(true);
+}
+
+void PollCycle::Tick() {
+  if (!context_.flags.mblnFormLoaded || context_.flags.mblnShuttingDown) return;
+  timer_->SetEnabled(false);
+  RunStartupCycle();
+}
+
+void PollCycle::RunStartupCycle() {
+  try {
+    RunCycle();
+  } catch (const std::exception& e) {
+    ReportException(e.what());
+  } catch (...) {
+    ReportException("unknown");
+  }
+  if (!context_.flags.mblnShuttingDown) timer_->SetEnabled(true);
+}
+
+// A cycle that fails fails again in 60 ms; the user needs to read it once.
+void PollCycle::ReportException(const std::string& what) {
+  const std::string line = "Error in poll cycle: " + what;
+  const ListBox& log = context_.form.lstStatusLog;
+  if (log.Item(log.count() - 1) != line) AddStatusLineInView(context_.form, line);
+}
+
+void PollCycle::RunCycle() {
+  TakeResetRequest();
+  if (!context_.flags.NetRemoteLinkUp) Reset();
+  if (!context_.flags.NetRemoteLinkUp) return;
+  parts_.net_remote.CheckNetRemoteConnection();
+  if (context_.flags.NetRemoteConnected) PollSdrSharp();
+}
+
+// An SDR# that answers the set-up itself with an error would otherwise be set up without end, which
+// takes the keyboard away from the user each time.
+void PollCycle::TakeResetRequest() {
+  ProgramFlags& flags = context_.flags;
+  if (!flags.mblnNetRemoteResetRequested) return;
+  const std::int64_t now_ms = context_.loop.TickMs();
+  if (no_reset_before_ms_ && now_ms < *no_reset_before_ms_) return;
+  no_reset_before_ms_ = now_ms + kResetPauseMs;
+  flags.mblnNetRemoteResetRequested = false;
+  flags.NetRemoteLinkUp = false;
+}
+
+void PollCycle::Reset() {
+  context_.flags.mblnNetRemoteResetRequested = false;
+  ResetDisplay();
+  StopRecording();
+  const auto log = log_next_discovery_ ? Discovery::Log::kWhole : Discovery::Log::kQuietRepeats;
+  log_next_discovery_ = false;
+  parts_.discovery.DiscoverSdrWindows(log);
+  context_.flags.mblnSetupDone = false;
+  parts_.network.Forget();
+}
+
+void PollCycle::ResetDisplay() {
+  Form1& form = context_.form;
+  context_.flags.FollowingCall = false;
+  for (Label* label :
+       {&form.lblCarrierNumber, &form.lblTimeSlotNumber, &form.lblCurrentSSI, &form.lblGroupNumber,
+        &form.lblSSI_label, &form.lblSsiLastSeen, &form.lblGSSI_label, &form.lblCallID}) {
+    label->caption = std::string{};
+  }
+  form.lstCurrentSSI_Users.Clear();
+  form.ShapeBusy_state.fill_colour = kButtonFace;
+  form.lblGroupHold.tool_tip = std::string("Right click to hold a GSSI");
+  form.lblGroupNumber.tool_tip = std::string{};
+  form.lblGroupHold.tag = std::string("0");
+  form.lblGroupHold.fore_colour = kButtonText;
+  form.lblGroupHold.bold = false;
+}
+
+void PollCycle::StopRecording() {
+  if (!parts_.recorder.RecordingActive) return;
+  parts_.recorder.StopRecording();
+  parts_.recorder.RecordingActive = false;
+  ShowRecording(context_.form, false);
+}
+
+// An error reply during the set-up does not restart the set-up at once.
+bool PollCycle::SetUp() {
+  const bool requested_before = context_.flags.mblnNetRemoteResetRequested;
+  const bool done = parts_.setup.Run();
+  if (context_.flags.mblnNetRemoteResetRequested && !requested_before) {
+    const std::int64_t now_ms = context_.loop.TickMs();
+    const bool pausing = no_reset_before_ms_ && now_ms < *no_reset_before_ms_;
+    if (!pausing) no_reset_before_ms_ = now_ms + kResetPauseMs;
+  }
+  return done;
+}
+
+void PollCycle::PollSdrSharp() {
+  parts_.folders.CreateDayFolders(context_.clock.Now());
+  parts_.network_info.KeepOpen();
+  if (!context_.flags.mblnSetupDone && !SetUp()) return;
+  if (context_.form.chkCreateCallActivityCvsFile.checked() && !parts_.activity.CallActivityLoaded) {
+    parts_.activity.LoadCallActivity();
+  }
+  parts_.network.Step();
+}
+
+}  // namespace corvane
