@@ -1,0 +1,196 @@
+// Connecting the parts, and loading.
+#include "app/app.h"
+
+#include "link/sdr_position.h"
+#include "panel/logs.h"
+
+namespace corvane {
+
+namespace {
+constexpr int kCallWatchdogMs = 300;
+constexpr int kLockoutTickMs = 1000;
+}  // namespace
+
+App::App(const Platform& platform, Shell& shell)
+    : platform_(platform),
+      shell_(shell),
+      form_(platform.sink),
+      start_errors_(platform.files, platform.prompts, file_numbers_, platform.program_folder),
+      settings_(platform.files, platform.prompts, platform.clock, form_, presets_, start_errors_,
+                platform.program_folder),
+      rec_only_(platform.files, platform.clock, form_, file_numbers_, platform.program_folder),
+      label_files_(platform.files, platform.prompts, form_, names_, platform.program_folder),
+      group_list_(platform.files, form_, groups_, platform.program_folder),
+      subscriber_list_(platform.files, platform.clock, form_, subscribers_,
+                       platform.program_folder),
+      folders_(platform.files, form_, platform.program_folder),
+      logs_(platform.files, platform.clock, form_),
+      activity_(platform.files, platform.clock, folders_, form_),
+      recorder_(platform.mci, platform.files, form_, [this] { return folders_.DayFolder(); }),
+      windows_(platform.windows, platform.loop),
+      link_{platform.loop, platform.clock, windows_, platform.socket, form_, flags_},
+      net_remote_(link_, logs_, platform.program_folder, *this,
+                  [this] { return tmrSaveTimed_->enabled(); }),
+      network_info_(link_),
+      context_{platform.loop, platform.clock, form_,        flags_,       presets_,
+               network_,      groups_,        subscribers_, recorder_,    folders_,
+               logs_,         activity_,      net_remote_,  network_info_},
+      bookkeeping_(context_),
+      call_end_(context_, sequence_, bookkeeping_),
+      daily_(context_),
+      call_setup_(context_, sequence_, bookkeeping_, daily_),
+      call_events_(context_, call_end_, bookkeeping_),
+      scanner_(context_, sequence_, call_end_, call_setup_, call_events_, daily_),
+      watchdog_(context_, call_end_),
+      log_mode_(context_, sequence_, call_end_),
+      discovery_(link_),
+      network_info_window_(link_, discovery_),
+      sdr_setup_(link_, net_remote_, network_info_window_, presets_),
+      network_watch_(link_, discovery_, network_, names_, groups_, *this),
+      poll_cycle_(link_, {discovery_, net_remote_, network_info_window_, sdr_setup_, network_watch_,
+                          recorder_, folders_, activity_}),
+      checkbox_detection_(link_, presets_),
+      tmrCallWDT_(platform.loop.MakeTimer(kCallWatchdogMs,
+                                          NonReentrant([this] { watchdog_.OnCallTick(); }))),
+      tmrTmpGssiLockout_(platform.loop.MakeTimer(
+          kLockoutTickMs, NonReentrant([this] { watchdog_.OnLockoutTick(); }))),
+      tmrSaveTimed_(
+          platform.loop.MakeTimer(kSaveTickMs, NonReentrant([this] { periodic_save_.OnTick(); }))),
+      tmrShutdown_(platform.loop.MakeTimer(kShutdownTickMs,
+                                           NonReentrant([this] { shutdown_.OnShutdownTick(); }))),
+      periodic_save_(*tmrSaveTimed_, flags_, platform.clock, form_, subscriber_list_, group_list_,
+                     activity_, settings_),
+      shutdown_({platform.loop, platform.prompts, *tmrSaveTimed_, *tmrShutdown_, flags_, form_,
+                 *this, *this, subscriber_list_, group_list_, activity_, settings_}),
+      main_form_(form_, presets_, flags_, checkbox_detection_.tmrDetectcheckbox(), *this) {}
+
+App::~App() = default;
+
+bool App::Load() {
+  if (settings_.ReadSettings() == Load::kEnded) return false;
+  main_form_.ApplyRestoredSettings();
+  if (LoadAllLists(rec_only_, label_files_, group_list_, subscriber_list_, start_errors_) ==
+      Load::kEnded) {
+    return false;
+  }
+  net_remote_.SetEndpoint();
+  discovery_.DiscoverSdrWindows(Discovery::Log::kWhole);
+  folders_.CreateDayFolders(platform_.clock.Now());
+  tmrCallWDT_->SetEnabled(true);
+  tmrTmpGssiLockout_->SetEnabled(true);
+  tmrSaveTimed_->SetEnabled(true);
+  flags_.mblnFormLoaded = true;
+  return true;
+}
+
+void App::ReportException(const char* what) {
+  AddStatusLine(form_, std::string("Internal error: ") + what + " - " + NowText(platform_.clock));
+}
+
+App::View App::view() {
+  return {flags_,
+          context_.call,
+          network_,
+          groups_,
+          subscribers_,
+          presets_,
+          recorder_,
+          scanner_,
+          activity_,
+          poll_cycle_.tmrStartup(),
+          *tmrCallWDT_,
+          *tmrTmpGssiLockout_,
+          *tmrSaveTimed_,
+          *tmrShutdown_,
+          checkbox_detection_.tmrDetectcheckbox()};
+}
+
+void App::StartLink() {
+  scanner_.ForgetPosition();
+  poll_cycle_.Start();
+}
+
+void App::ManualRelease() {
+  watchdog_.ManualRelease();
+}
+
+void App::ParkOnControlChannel() {
+  call_end_.Park();
+}
+
+void App::LogModeSwitched(bool checked) {
+  log_mode_.Switched(checked);
+}
+
+void App::CaptureSdrPosition() {
+  TakeSdrPosition(link_);
+}
+
+void App::SampleCheckedColour() {
+  checkbox_detection_.SetCheckedValue();
+}
+
+void App::SampleUnCheckedColour() {
+  checkbox_detection_.SetUnCheckedValue();
+}
+
+void App::SaveSettings() {
+  settings_.SaveSettings();
+}
+
+void App::AddRecOnlyGssi() {
+  rec_only_.AddRecOnlyGssi();
+}
+
+void App::RemoveRecOnlyGssi() {
+  rec_only_.RemoveSelected();
+}
+
+void App::ShowEditor() {
+  shell_.ShowEditor(main_form_.hand_over());
+}
+
+void App::CloseRequested() {
+  shutdown_.QueryUnload();
+}
+
+void App::SessionEnding() {
+  shutdown_.QueryUnload();
+}
+
+std::int32_t App::mcc() const {
+  return network_.mcc();
+}
+
+std::int32_t App::mnc() const {
+  return network_.mnc();
+}
+
+void App::ScanNetworkInfo() {
+  scanner_.ScanNetworkInfo();
+}
+
+void App::ResetCallDisplay() {
+  call_end_.ResetCallDisplay();
+}
+
+bool App::IsCallFollowed() const {
+  return flags_.FollowingCall;
+}
+
+void App::StopLeftoverRecording() {
+  if (!recorder_.RecordingActive) return;
+  recorder_.StopRecording();
+  recorder_.RecordingActive = false;
+  ShowRecording(form_, false);
+}
+
+void App::CloseEditor() {
+  shell_.CloseEditor();
+}
+
+void App::CloseMainWindow() {
+  shell_.CloseMainWindow();
+}
+
+}  // namespace corvane

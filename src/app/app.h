@@ -1,0 +1,173 @@
+// The one place where the program is put together: every part, connected over the seams.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "app/platform.h"
+#include "app/shell.h"
+#include "core/bookkeeping.h"
+#include "core/call_context.h"
+#include "core/call_end.h"
+#include "core/call_events.h"
+#include "core/call_sequence.h"
+#include "core/call_setup.h"
+#include "core/daily_calls.h"
+#include "core/log_mode.h"
+#include "core/scanner.h"
+#include "core/watchdog.h"
+#include "link/checkbox_detection.h"
+#include "link/discovery.h"
+#include "link/net_remote.h"
+#include "link/network_info.h"
+#include "link/network_info_window.h"
+#include "link/network_watch.h"
+#include "link/patient_windows.h"
+#include "link/poll_cycle.h"
+#include "link/ports.h"
+#include "link/sdr_setup.h"
+#include "store/group_list.h"
+#include "store/label_files.h"
+#include "store/log_files.h"
+#include "store/periodic_save.h"
+#include "store/ports.h"
+#include "store/rec_only_list.h"
+#include "store/settings_file.h"
+#include "store/shutdown.h"
+#include "store/start_load.h"
+#include "store/subscriber_list.h"
+#include "ui/actions.h"
+#include "ui/main_form.h"
+
+namespace corvane {
+
+class App : private Actions, private CallFollower, private CallControl, private WindowControl {
+ public:
+  // `platform` and `shell` outlive the program.
+  App(const Platform& platform, Shell& shell);
+  ~App() override;
+  App(const App&) = delete;
+  App& operator=(const App&) = delete;
+
+  // Loads the main window: settings, lists, one look for SDR#'s windows; then the timers run.
+  // False when a start-up error ended the program. Lets events run.
+  [[nodiscard]] bool Load();
+
+  // An exception got out of a handler: one line in the status log.
+  void ReportException(const char* what);
+
+  [[nodiscard]] Form1& form() { return form_; }
+  [[nodiscard]] MainForm& main_form() { return main_form_; }
+  [[nodiscard]] const ProgramFlags& flags() const { return flags_; }
+
+  // The program's state as tests look at it.
+  struct View {
+    const ProgramFlags& flags;
+    const CallState& call;
+    const NetworkIdentity& network;
+    const GssiTable& groups;
+    const SsiTable& subscribers;
+    const Presets& presets;
+    const Recorder& recorder;
+    const Scanner& scanner;
+    const CallActivity& activity;
+    Timer& tmrStartup;
+    Timer& tmrCallWDT;
+    Timer& tmrTmpGssiLockout;
+    Timer& tmrSaveTimed;
+    Timer& tmrShutdown;
+    Timer& tmrDetectcheckbox;
+  };
+  [[nodiscard]] View view();
+
+ private:
+  // Actions
+  void StartLink() override;
+  void ManualRelease() override;
+  void ParkOnControlChannel() override;
+  void LogModeSwitched(bool checked) override;
+  void CaptureSdrPosition() override;
+  void SampleCheckedColour() override;
+  void SampleUnCheckedColour() override;
+  void SaveSettings() override;
+  void AddRecOnlyGssi() override;
+  void RemoveRecOnlyGssi() override;
+  void ShowEditor() override;
+  void CloseRequested() override;
+  void SessionEnding() override;
+  [[nodiscard]] std::int32_t mcc() const override;
+  [[nodiscard]] std::int32_t mnc() const override;
+  // CallFollower
+  void ScanNetworkInfo() override;
+  // CallFollower and CallControl
+  void ResetCallDisplay() override;
+  // CallControl
+  [[nodiscard]] bool IsCallFollowed() const override;
+  void StopLeftoverRecording() override;
+  // WindowControl
+  void CloseEditor() override;
+  void CloseMainWindow() override;
+
+  Platform platform_;
+  Shell& shell_;
+
+  // The main window's state and what is shared with it.
+  Form1 form_;
+  ProgramFlags flags_;
+  Presets presets_;
+  NetworkIdentity network_;
+
+  // Store.
+  FileNumbers file_numbers_;
+  StartErrors start_errors_;
+  GssiTable groups_;
+  SsiTable subscribers_;
+  NetworkNames names_;
+  SettingsFile settings_;
+  RecOnlyList rec_only_;
+  LabelFiles label_files_;
+  GroupList group_list_;
+  SubscriberList subscriber_list_;
+  DayFolders folders_;
+  LogFiles logs_;
+  CallActivity activity_;
+  Recorder recorder_;
+
+  // SDR# link, as far as call following needs it.
+  PatientWindows windows_;
+  LinkContext link_;
+  NetRemote net_remote_;
+  NetworkInfo network_info_;
+
+  // Call following.
+  CallContext context_;
+  CallSequence sequence_;
+  Bookkeeping bookkeeping_;
+  CallEnd call_end_;
+  DailyCalls daily_;
+  CallSetup call_setup_;
+  CallEvents call_events_;
+  Scanner scanner_;
+  Watchdog watchdog_;
+  LogMode log_mode_;
+
+  // The rest of the link, which drives call following.
+  Discovery discovery_;
+  NetworkInfoWindow network_info_window_;
+  SdrSetup sdr_setup_;
+  NetworkWatch network_watch_;
+  PollCycle poll_cycle_;
+  CheckboxDetection checkbox_detection_;
+
+  // Timers and what runs on them.
+  std::unique_ptr<Timer> tmrCallWDT_;
+  std::unique_ptr<Timer> tmrTmpGssiLockout_;
+  std::unique_ptr<Timer> tmrSaveTimed_;
+  std::unique_ptr<Timer> tmrShutdown_;
+  PeriodicSave periodic_save_;
+  Shutdown shutdown_;
+
+  MainForm main_form_;
+};
+
+}  // namespace corvane
