@@ -1,0 +1,1 @@
+"""The lints: each module has a function `check(tree)` that yields findings."""

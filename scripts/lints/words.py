@@ -1,0 +1,121 @@
+"""Words and calls that must not stand in the project.
+
+A pattern is written in pieces where it would otherwise find itself.
+"""
+import re
+import subprocess
+
+from .tree import Finding, at, bare_code, is_windows_source, under
+
+# Working papers, machines and unfinished business: in text files, file names and commit messages.
+WORDS = [
+    (r"\bR[0-9]+\.[0-9]+-[0-9]+", "number of a working paper"),
+    (r"\bR[0-9]+-[0-9]{2}\b", "number of a working paper"),
+    (r"\bA-[0-9]{3}\b", "number of a working paper"),
+    (r"\bPart [0-9]", "chapter of a working paper"),
+    (r"(?i)\bthis part of the (" + "contract|sp" + r"ec)", "chapter of a working paper"),
+    (r"(?i)\brul" + r"ings?\b", "working paper"),
+    (r"(?i)\bsp" + r"ec(s|ifications?|\.md)\b|\bthe sp" + r"ec\b", "working paper"),
+    (r"(?i)\brequire" + r"ments?\.md\b", "working paper"),
+    (r"(?i)\bde" + r"sign\.md\b", "working paper"),
+    (r"/wor" + r"k/", "path of one machine"),
+    (r"/ho" + r"me/[a-z]", "path of one machine"),
+    (r"(?<![\w.])/ro" + r"ot/", "path of one machine"),
+    (r"(?i)\blanguage mod" + r"el\b|\bco-auth" + r"ored-by\b", "tool that wrote it"),
+]
+UNFINISHED = [
+    (r"\bTO" + r"DO\b|\bFIX" + r"ME\b|\bHA" + r"CK\b", "unfinished"),
+    (r"\bTEMPO" + r"RARY\b", "unfinished"),
+]
+ADDRESS = re.compile(r"https?://([A-Za-z0-9.-]+)")
+# Names of XML dialects, not places.
+HOSTS = {"schemas.microsoft.com"}
+
+# Files that wait on the system's clock, each with the reason.
+SLEEPERS = {
+    "tests/desktop/harness/wait.h": "waits for other programs",
+}
+
+
+# What C++ code must not call; the last column tells whether the rule holds for a path.
+def everywhere(_):
+    return True
+
+
+def portable(path):
+    return not is_windows_source(path)
+
+
+def portable_program(path):
+    return portable(path) and under(path, ("src", "standin"))
+
+
+def tests(path):
+    return under(path, ("tests",))
+
+
+CALLS = [
+    (r"(?<![\w:])(?:std::)?(gets|sprintf|vsprintf|strcpy|strcat|strncpy|strtok|scanf|sscanf)\s*\(",
+     "unbounded or stateful text call", everywhere),
+    (r"(?<![\w.>:])(?:std::)?(system|popen)\s*\(", "runs a shell", everywhere),
+    (r"(?<![\w.>:])(?:std::)?s?rand\s*\(", "random numbers without a seed that is printed",
+     everywhere),
+    (r"\b(stoi|stol|stoll|stoul|stoull|stof|stod|stold|atoi|atol|atoll|atof|strtol|strtoll|strtoul"
+     r"|strtoull|strtod)\s*\(", "number reading that depends on the region or throws; use "
+     "base/number_text.h", everywhere),
+    (r"(?<![\w.>:])(?:std::)?(time|localtime|gmtime|mktime|strftime|clock)\s*\(",
+     "time comes from Loop or WallClock", portable_program),
+    (r"\b(system_clock|steady_clock|high_resolution_clock)\b",
+     "time comes from Loop or WallClock", portable_program),
+    (r"(?<![\w.>])(?:::)?(usleep|sleep|nanosleep|sleep_for|sleep_until)\s*\(",
+     "waits are Loop's", lambda path: portable(path) and path not in SLEEPERS),
+    (r"\breinterpret_cast\b", "bytes are made and read one by one", portable),
+    (r"\b(setlocale|toupper|tolower|isalpha|isdigit|isspace)\s*\(",
+     "depends on the region", portable_program),
+    (r"\busing\s+namespace\s+std\b", "names of std are written out", everywhere),
+    (r"\bDISABLED_|\bGTEST_SKIP\b|\bSUCCEED\s*\(", "a test that does not test", tests),
+    (r"\b(EXPECT|ASSERT)_(TRUE\s*\(\s*true\s*\)|FALSE\s*\(\s*false\s*\))",
+     "a test that cannot fail", tests),
+]
+
+
+def check(tree):
+    for path in tree.paths:
+        yield from find_words(path, 1, "file name", path)
+    for path in tree.written():
+        for line, text in tree.lines(path):
+            yield from find_words(path, line, "word", text)
+            for match in ADDRESS.finditer(text):
+                if match.group(1) not in HOSTS:
+                    yield Finding(path, line, "word", f"address of a server: {match.group(1)}")
+        for pattern, why in UNFINISHED:
+            for match in re.finditer(pattern, tree.text(path)):
+                yield Finding(path, at(tree.text(path), match.start()), "word",
+                              f"{why}: {match.group(0)}")
+    for path in tree.code():
+        code = bare_code(tree.text(path))
+        for pattern, why, where in CALLS:
+            if where(path):
+                for match in re.finditer(pattern, code):
+                    yield Finding(path, at(code, match.start()), "call",
+                                  f"{match.group(0).strip()}: {why}")
+    yield from check_messages(tree)
+
+
+def find_words(path, line, lint, text):
+    for pattern, why in WORDS:
+        match = re.search(pattern, text)
+        if match:
+            yield Finding(path, line, lint, f"{why}: {match.group(0)}")
+
+
+def check_messages(tree):
+    """Commit messages say why in the project's own words too."""
+    logged = subprocess.run(
+        ["git", "-c", "safe.directory=*", "log", "--format=%h%x01%B%x02"], cwd=tree.root,
+        capture_output=True)
+    if logged.returncode != 0:
+        return  # not a checkout, or one without a commit
+    for entry in logged.stdout.decode("utf-8", "replace").split("\x02"):
+        name, _, message = entry.strip().partition("\x01")
+        yield from find_words(f"commit {name}", 1, "message", message)
