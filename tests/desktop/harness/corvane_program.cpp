@@ -1,3 +1,4 @@
+// Corvane.exe as a process and its windows.
 #include "desktop/harness/corvane_program.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Folders of their own for the cases, and the settings file byte by byte.
 #include "desktop/harness/program_folder.h"
 
 #include <cstdlib>

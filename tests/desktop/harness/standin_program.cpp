@@ -1,3 +1,4 @@
+// SdrStandin.exe as a process, its log file and its command window.
 #include "desktop/harness/standin_program.h"
 
 #include <fstream>

@@ -1,0 +1,195 @@
+#include "desktop/call_test.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include "base/text.h"
+
+namespace corvane::desktop {
+
+namespace {
+
+constexpr std::string_view kParkedGain = "25";
+constexpr int kControlCarrier = 2604;
+constexpr std::size_t kReportedLines = 40;
+
+// "client=1 {...}" without the client.
+std::string WithoutClient(const std::string& detail) {
+  const std::size_t blank = detail.find(' ');
+  return detail.starts_with("client=") && blank != std::string::npos ? detail.substr(blank + 1)
+                                                                     : detail;
+}
+
+void Report(std::string_view title, const std::vector<std::string>& lines) {
+  std::string text(title);
+  const std::size_t first = lines.size() > kReportedLines ? lines.size() - kReportedLines : 0;
+  for (std::size_t index = first; index < lines.size(); ++index) text += "\n  " + lines[index];
+  ADD_FAILURE() << text;
+}
+
+std::filesystem::path PictureFile() {
+  const char* folder = std::getenv("CORVANE_PICTURES");
+  const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+  std::string name = std::string(test->test_suite_name()) + "." + test->name() + ".png";
+  for (char& character : name) {
+    if (character == '/') character = '-';
+  }
+  return (folder != nullptr ? std::filesystem::path(folder) : std::filesystem::path(".")) / name;
+}
+
+}  // namespace
+
+std::string FrequencyOf(int carrier) {
+  return std::to_string(carrier * 25'000LL + 300'000'000 + 12'500);
+}
+
+std::string SetCommand(std::string_view method, std::string_view value) {
+  return R"({"Command": "Set", "Method": ")" + std::string(method) + R"(", "Value": )" +
+         std::string(value) + "}";
+}
+
+std::string GetCommand(std::string_view method) {
+  return R"({"Command": "Get", "Method": ")" + std::string(method) + R"("})";
+}
+
+std::string ExeCommand(std::string_view method) {
+  return R"({"Command": "Exe", "Method": ")" + std::string(method) + R"("})";
+}
+
+std::vector<std::string> TuneTo(int carrier, std::string_view gain) {
+  return {SetCommand("Frequency", FrequencyOf(carrier)), SetCommand("AudioGain", gain)};
+}
+
+std::vector<std::string> SetUpCommands() {
+  return {SetCommand("Frequency", FrequencyOf(kControlCarrier)),
+          SetCommand("DetectorType", "\"WFM\""),
+          SetCommand("FilterBandwidth", "26000"),
+          SetCommand("AudioGain", kParkedGain),
+          GetCommand("IsPlaying"),
+          ExeCommand("Start")};
+}
+
+CallTest::CallTest() : corvane_(folder_), sdr_(folder_.Path()) {}
+
+void CallTest::TearDown() {
+  if (!HasFailure()) return;
+  Report("Corvane's status log:", corvane_.StatusLog());
+  Report("Corvane's call log:", corvane_.CallLogAsShown());
+  std::vector<std::string> events;
+  for (const LogLine& line : sdr_.Log()) {
+    events.push_back(std::to_string(line.ms) + " " + line.kind + " " + line.detail);
+  }
+  Report("The stand-in's log:", events);
+  const std::string box = corvane_.OpenMessageBox();
+  if (!box.empty()) ADD_FAILURE() << "Message box: " << box;
+  if (!corvane_.Running()) ADD_FAILURE() << "Corvane does not run";
+  if (!SaveScreenshot(0, PictureFile())) ADD_FAILURE() << "no picture could be saved";
+}
+
+void CallTest::StartCorvane(const Settings& settings) {
+  folder_.Write("corvane_simple.dat", SettingsFile(settings));
+  if (!corvane_.Start()) throw std::runtime_error("Corvane did not start");
+}
+
+void CallTest::StartSdr(const std::vector<std::string>& options) {
+  if (!sdr_.Start(options)) throw std::runtime_error("the stand-in did not start");
+}
+
+void CallTest::Begin(const Settings& settings, const std::vector<std::string>& options) {
+  StartSdr(options);
+  StartCorvane(settings);
+  PressStart();
+  AwaitScanning();
+}
+
+void CallTest::PressStart() {
+  Click(corvane_.Control(ControlId::cmdStartAll));
+  Await("\"Start\" to be pressed",
+        [this] { return !Enabled(corvane_.Control(ControlId::cmdStartAll)); });
+}
+
+void CallTest::Do(std::string_view command) {
+  if (!sdr_.Do(command)) {
+    throw std::runtime_error("the stand-in refused: " + std::string(command));
+  }
+}
+
+void CallTest::Line(std::string_view text) {
+  Do("line \"" + ReplaceAll(ReplaceAll(text, "\\", "\\\\"), "\"", "\\\"") + "\"");
+}
+
+void CallTest::Await(std::string_view what, const std::function<bool()>& state, int limit_ms) {
+  if (WaitFor(state, limit_ms)) return;
+  throw std::runtime_error("waited in vain for " + std::string(what));
+}
+
+void CallTest::AwaitScanning() {
+  // The network is shown right before the cycle's first look at the Network Info box; the second
+  // look at it is certain once a line that came after that was listed.
+  Await("the network to be shown",
+        [this] { return !corvane_.Caption(ControlId::lblNetworkInfo).empty(); });
+  static int number = 0;
+  const std::string sign = "D_Status sign " + std::to_string(++number) + " ";
+  Await("the box to be read", [&] {
+    Line(sign + std::to_string(sdr_.Log().size()));
+    return corvane_.InCallLog(sign);
+  });
+}
+
+void CallTest::AwaitFollowing(int call_id) {
+  Await("call " + std::to_string(call_id) + " to be followed",
+        [&] { return corvane_.Caption(ControlId::lblCallID) == std::to_string(call_id); });
+}
+
+void CallTest::AwaitParked() {
+  Await("the control channel", [this] {
+    const std::vector<std::string> commands = Commands();
+    return corvane_.Caption(ControlId::lblCallID).empty() && !commands.empty() &&
+           commands.back() == SetCommand("AudioGain", kParkedGain);
+  });
+}
+
+void CallTest::AwaitInCallLog(std::string_view part) {
+  Await("\"" + std::string(part) + "\" in the call log", [&] { return corvane_.InCallLog(part); });
+}
+
+void CallTest::AwaitInStatusLog(std::string_view part) {
+  Await("\"" + std::string(part) + "\" in the status log",
+        [&] { return corvane_.InStatusLog(part); });
+}
+
+void CallTest::ExpectFollowsACall(int call_id) {
+  const std::string id = std::to_string(call_id);
+  Do("call id=" + id + " group=9055 party=5055 carrier=2615 slot=3 repeat=0.5");
+  AwaitFollowing(call_id);
+  Do("release id=" + id);
+  AwaitInCallLog("Call ID: " + id + " - VC D-Released");
+  AwaitParked();
+}
+
+std::vector<std::string> CallTest::Commands(std::size_t since) const {
+  std::vector<std::string> commands;
+  for (const std::string& detail : sdr_.Details("command")) {
+    std::string command = WithoutClient(detail);
+    if (command != GetCommand("AudioIsMuted")) commands.push_back(std::move(command));
+  }
+  commands.erase(commands.begin(),
+                 commands.begin() + static_cast<std::ptrdiff_t>(std::min(since, commands.size())));
+  return commands;
+}
+
+void CallTest::ExpectCommands(std::size_t since, const std::vector<std::string>& expected) {
+  const bool arrived =
+      WaitFor([&] { return Commands(since).size() >= expected.size(); }, kGenerousLimit_ms);
+  EXPECT_TRUE(arrived) << "fewer commands than expected";
+  EXPECT_EQ(Commands(since), expected);
+}
+
+void CallTest::ExpectNothingFollowed(std::size_t since) {
+  Line("D_Status the lines before this one were read");
+  AwaitInCallLog("D_Status the lines before this one were read");
+  EXPECT_EQ(Commands(since), std::vector<std::string>{});
+  EXPECT_EQ(corvane_.Caption(ControlId::lblCallID), "");
+}
+
+}  // namespace corvane::desktop

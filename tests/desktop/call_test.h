@@ -1,0 +1,79 @@
+// What the desktop cases share: both programs in a folder of the case's own, commands to the
+// stand-in, and waiting for what Corvane shows and sends.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "desktop/harness/corvane_program.h"
+#include "desktop/harness/program_folder.h"
+#include "desktop/harness/standin_program.h"
+#include "desktop/harness/wait.h"
+#include "ui/control_ids.h"
+
+namespace corvane::desktop {
+
+// The stand-in's network: base 300 MHz, offset 12.5 kHz, control channel 2604.
+[[nodiscard]] std::string FrequencyOf(int carrier);
+
+// The commands as they stand on the wire.
+[[nodiscard]] std::string SetCommand(std::string_view method, std::string_view value);
+[[nodiscard]] std::string GetCommand(std::string_view method);
+[[nodiscard]] std::string ExeCommand(std::string_view method);
+// What tunes to a carrier.
+[[nodiscard]] std::vector<std::string> TuneTo(int carrier, std::string_view gain);
+// What the one-time set-up of a connection sends, to an SDR# that does not play yet.
+[[nodiscard]] std::vector<std::string> SetUpCommands();
+
+class CallTest : public ::testing::Test {
+ protected:
+  CallTest();
+  // On failure: what both programs show, and a picture of the screen.
+  void TearDown() override;
+
+  [[nodiscard]] CorvaneProgram& Corvane() { return corvane_; }
+  [[nodiscard]] StandinProgram& Sdr() { return sdr_; }
+  [[nodiscard]] ProgramFolder& Folder() { return folder_; }
+
+  // -- Each of these ends the case when what it is for does not come about.
+
+  void StartCorvane(const Settings& settings = {});
+  void StartSdr(const std::vector<std::string>& options = {});
+  // Both programs, "Start" pressed, set up and reading the control channel.
+  void Begin(const Settings& settings = {}, const std::vector<std::string>& options = {});
+  void PressStart();
+  // A command of the stand-in's scenario language.
+  void Do(std::string_view command);
+  // A line in the Network Info box, whatever is tuned.
+  void Line(std::string_view text);
+  // Waits for a state; `what` says in the report what did not come.
+  void Await(std::string_view what, const std::function<bool()>& state,
+             int limit_ms = kGenerousLimit_ms);
+  void AwaitScanning();
+  void AwaitFollowing(int call_id);
+  void AwaitParked();
+  void AwaitInCallLog(std::string_view part);
+  void AwaitInStatusLog(std::string_view part);
+  // A call is announced again and again until it is followed, then released: the program is well.
+  void ExpectFollowsACall(int call_id = 3000);
+
+  // The commands that arrived since the mark, "AudioIsMuted" questions left out.
+  [[nodiscard]] std::size_t Mark() const { return Commands().size(); }
+  [[nodiscard]] std::vector<std::string> Commands(std::size_t since = 0) const;
+  // Waits until as many as `expected` have arrived since the mark, and compares.
+  void ExpectCommands(std::size_t since, const std::vector<std::string>& expected);
+  // Nothing is followed and nothing was sent since the mark. A further call proves that the lines
+  // before it were read.
+  void ExpectNothingFollowed(std::size_t since);
+
+ private:
+  ProgramFolder folder_;
+  CorvaneProgram corvane_;
+  StandinProgram sdr_;
+};
+
+}  // namespace corvane::desktop
