@@ -1,0 +1,352 @@
+// One hidden window takes the wake-ups of posted events and timers, a second one the sockets'
+// messages, so that WaitForSocketEvents can serve those alone.
+#include "base/loop_win.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <exception>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+#include "base/timer_table.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr UINT kWakeMessage = WM_APP + 1;
+constexpr UINT_PTR kWakeTimer = 1;
+constexpr int kShortestWakeMs = 10;
+constexpr int kLongestWakeMs = 60'000;
+// Input that never ceases must not keep a handler from getting on.
+constexpr int kLongestYieldMs = 50;
+
+constexpr char kWakeClass[] = "Corvane loop class";
+constexpr char kSocketClass[] = "Corvane socket class";
+
+HWND MakeMessageWindow(const char* class_name, WNDPROC procedure, void* owner) {
+  WNDCLASSA window_class{};
+  window_class.lpfnWndProc = procedure;
+  window_class.hInstance = GetModuleHandleA(nullptr);
+  window_class.lpszClassName = class_name;
+  RegisterClassA(&window_class);  // fails when it is there already, which is as good
+  HWND window = CreateWindowExA(0, class_name, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                window_class.hInstance, nullptr);
+  if (window != nullptr) {
+    SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(owner));
+  }
+  return window;
+}
+
+}  // namespace
+
+class LoopWin::Impl {
+ public:
+  Impl() {
+    window_ = MakeMessageWindow(kWakeClass, &Impl::WakeProcedure, this);
+    socket_window_ = MakeMessageWindow(kSocketClass, &Impl::SocketProcedure, this);
+    if (window_ != nullptr && socket_window_ != nullptr) return;
+    DestroyWindows();
+    throw std::runtime_error("no message window");
+  }
+  ~Impl() { DestroyWindows(); }
+  Impl(const Impl&) = delete;
+  Impl& operator=(const Impl&) = delete;
+
+  [[nodiscard]] static std::int64_t Now() { return static_cast<std::int64_t>(GetTickCount64()); }
+
+  TimerTable& timers() { return timers_; }
+  void SetTimerEnabled(TimerTable::Id id, bool enabled) {
+    timers_.SetEnabled(id, enabled, Now());
+    Arm();
+  }
+
+  void Post(EventSource source, std::function<void()> event) {
+    queue_.Add(source, std::move(event));
+    Wake();
+  }
+  void Guard(const std::function<void()>& work) noexcept;
+  void DoEvents();
+  void WaitForSocketEvents(int ms);
+  int Run();
+
+  std::function<bool(void*)> filter;
+  std::function<void(const std::string&)> reporter;
+  SocketMessage socket_handler;
+  [[nodiscard]] HWND socket_window() const { return socket_window_; }
+
+ private:
+  void DestroyWindows() {
+    if (window_ != nullptr) DestroyWindow(window_);
+    if (socket_window_ != nullptr) DestroyWindow(socket_window_);
+  }
+  static LRESULT CALLBACK WakeProcedure(HWND window, UINT message, WPARAM w, LPARAM l);
+  static LRESULT CALLBACK SocketProcedure(HWND window, UINT message, WPARAM w, LPARAM l);
+
+  void Wake();
+  void Arm();
+  bool RunPosted();
+  bool RunDue(TimerTable::Pass& pass);
+  void RunTimers();
+  void Dispatch(MSG& message);
+  bool DispatchSocketMessages();
+
+  HWND window_ = nullptr;
+  HWND socket_window_ = nullptr;
+  TimerTable timers_;
+  EventQueue queue_;
+  bool wake_posted_ = false;
+  std::optional<std::int64_t> armed_for_;
+  std::int64_t socket_messages_ = 0;
+  int depth_ = 0;
+};
+
+void LoopWin::Impl::Guard(const std::function<void()>& work) noexcept {
+  std::string what = "unknown exception";
+  try {
+    work();
+    return;
+  } catch (const std::exception& error) {
+    what = error.what();
+  } catch (...) {
+  }
+  if (!reporter) std::abort();
+  reporter(what);
+}
+
+void LoopWin::Impl::Wake() {
+  if (wake_posted_ || queue_.empty()) return;
+  // When the system's queue is full, the next timer or DoEvents finds the event.
+  wake_posted_ = PostMessageA(window_, kWakeMessage, 0, 0) != 0;
+}
+
+void LoopWin::Impl::Arm() {
+  const std::optional<std::int64_t> next = timers_.NextDueMs();
+  if (next == armed_for_) return;
+  armed_for_.reset();
+  if (!next) {
+    KillTimer(window_, kWakeTimer);
+    return;
+  }
+  const auto wait =
+      static_cast<UINT>(std::clamp<std::int64_t>(*next - Now(), kShortestWakeMs, kLongestWakeMs));
+  if (SetTimer(window_, kWakeTimer, wait, nullptr) != 0) armed_for_ = next;
+}
+
+bool LoopWin::Impl::RunPosted() {
+  const std::function<void()> event = queue_.Take();
+  if (!event) return false;
+  Wake();  // a wait inside this event serves those behind it
+  Guard(event);
+  return true;
+}
+
+bool LoopWin::Impl::RunDue(TimerTable::Pass& pass) {
+  const TimerTable::Handler handler = timers_.TakeDue(Now(), pass);
+  if (!handler) return false;
+  Arm();  // the timers go on while this handler waits or shows a box
+  Guard(*handler);
+  return true;
+}
+
+void LoopWin::Impl::RunTimers() {
+  armed_for_.reset();  // the system's timer may have been early
+  TimerTable::Pass pass;
+  for (int budget = kEventsPerYield; budget > 0; --budget) {
+    if (!RunPosted() && !RunDue(pass)) break;
+  }
+  Arm();
+}
+
+LRESULT CALLBACK LoopWin::Impl::WakeProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
+  auto* self = reinterpret_cast<Impl*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  if (self != nullptr && message == kWakeMessage) {
+    self->wake_posted_ = false;
+    self->RunPosted();
+    return 0;
+  }
+  if (self != nullptr && message == WM_TIMER && w == kWakeTimer) {
+    self->RunTimers();
+    return 0;
+  }
+  return DefWindowProcA(window, message, w, l);
+}
+
+LRESULT CALLBACK LoopWin::Impl::SocketProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
+  auto* self = reinterpret_cast<Impl*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  if (self != nullptr && message >= kFirstSocketMessage && message <= kLastSocketMessage) {
+    ++self->socket_messages_;
+    if (self->socket_handler) {
+      self->Guard([&] { self->socket_handler(message, w, l); });
+    }
+    return 0;
+  }
+  return DefWindowProcA(window, message, w, l);
+}
+
+void LoopWin::Impl::Dispatch(MSG& message) {
+  bool taken = false;
+  if (filter) {
+    Guard([&] { taken = filter(&message); });
+  }
+  if (taken) return;
+  TranslateMessage(&message);
+  DispatchMessageA(&message);
+}
+
+void LoopWin::Impl::DoEvents() {
+  if (depth_ >= kDeepestYield) return;
+  ++depth_;
+  const std::int64_t end = Now() + kLongestYieldMs;
+  TimerTable::Pass pass;
+  bool quitting = false;
+  for (int budget = kEventsPerYield; budget > 0 && Now() <= end; --budget) {
+    MSG message;
+    if (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) == 0) {
+      if (!RunPosted() && !RunDue(pass)) break;
+    } else if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      quitting = true;
+      break;
+    } else if (message.hwnd == window_ && message.message == WM_TIMER) {
+      armed_for_.reset();  // the due timers come below, when no other message is left
+    } else {
+      Dispatch(message);
+    }
+  }
+  // Nor may the timers starve under input that never ceases.
+  while (!quitting && RunDue(pass)) {
+  }
+  Arm();
+  --depth_;
+}
+
+bool LoopWin::Impl::DispatchSocketMessages() {
+  const std::int64_t before = socket_messages_;
+  MSG message;
+  for (int budget = kEventsPerYield; budget > 0; --budget) {
+    if (PeekMessageA(&message, socket_window_, kFirstSocketMessage, kLastSocketMessage,
+                     PM_REMOVE) == 0) {
+      break;
+    }
+    // A filter that names a window brings WM_QUIT as well.
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      break;
+    }
+    DispatchMessageA(&message);
+  }
+  bool any = socket_messages_ != before;
+  for (std::size_t waiting = queue_.socket_events(); waiting > 0; --waiting) {
+    const std::function<void()> event = queue_.TakeSocketEvent();
+    if (!event) break;
+    Guard(event);
+    any = true;
+  }
+  return any;
+}
+
+void LoopWin::Impl::WaitForSocketEvents(int ms) {
+  const std::int64_t end = Now() + std::max(ms, 0);
+  while (!DispatchSocketMessages()) {
+    const std::int64_t left = end - Now();
+    if (left <= 0) return;
+    // The wait ends with every new posted message; those for other windows stay in the queue.
+    MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(left), QS_POSTMESSAGE, 0);
+    if (Now() < end) ::Sleep(1);
+  }
+}
+
+int LoopWin::Impl::Run() {
+  MSG message;
+  for (;;) {
+    const int got = GetMessageA(&message, nullptr, 0, 0);
+    if (got == 0) return static_cast<int>(message.wParam);
+    if (got < 0) return EXIT_FAILURE;
+    Dispatch(message);
+    Wake();  // for an event whose wake-up the system had no room for
+  }
+}
+
+namespace {
+
+class TimerWin : public Timer {
+ public:
+  using Switch = std::function<void(TimerTable::Id, bool)>;
+  TimerWin(TimerTable& table, TimerTable::Id id, Switch set_enabled)
+      : table_(table), id_(id), set_enabled_(std::move(set_enabled)) {}
+  ~TimerWin() override { table_.Remove(id_); }
+  void SetEnabled(bool enabled) override { set_enabled_(id_, enabled); }
+  [[nodiscard]] bool enabled() const override { return table_.enabled(id_); }
+  [[nodiscard]] int interval_ms() const override { return table_.interval_ms(id_); }
+
+ private:
+  TimerTable& table_;
+  TimerTable::Id id_;
+  Switch set_enabled_;
+};
+
+}  // namespace
+
+LoopWin::LoopWin() : impl_(std::make_unique<Impl>()) {}
+
+LoopWin::~LoopWin() = default;
+
+std::int64_t LoopWin::TickMs() const {
+  return Impl::Now();
+}
+
+std::unique_ptr<Timer> LoopWin::MakeTimer(int interval_ms, std::function<void()> handler) {
+  return std::make_unique<TimerWin>(
+      impl_->timers(), impl_->timers().Add(interval_ms, std::move(handler)),
+      [this](TimerTable::Id id, bool enabled) { impl_->SetTimerEnabled(id, enabled); });
+}
+
+void LoopWin::Post(EventSource source, std::function<void()> event) {
+  impl_->Post(source, std::move(event));
+}
+
+void LoopWin::Sleep(int ms) {
+  ::Sleep(static_cast<DWORD>(std::max(ms, 0)));
+}
+
+void LoopWin::DoEvents() {
+  impl_->DoEvents();
+}
+
+void LoopWin::WaitForSocketEvents(int ms) {
+  impl_->WaitForSocketEvents(ms);
+}
+
+int LoopWin::Run() {
+  return impl_->Run();
+}
+
+void LoopWin::Quit(int exit_code) {
+  PostQuitMessage(exit_code);
+}
+
+void LoopWin::SetMessageFilter(std::function<bool(void* message)> filter) {
+  impl_->filter = std::move(filter);
+}
+
+void LoopWin::SetErrorReporter(std::function<void(const std::string& what)> reporter) {
+  impl_->reporter = std::move(reporter);
+}
+
+void LoopWin::Guard(const std::function<void()>& work) {
+  impl_->Guard(work);
+}
+
+void LoopWin::SetSocketHandler(SocketMessage handler) {
+  impl_->socket_handler = std::move(handler);
+}
+
+void* LoopWin::socket_window() const {
+  return impl_->socket_window();
+}
+
+}  // namespace corvane

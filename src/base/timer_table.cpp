@@ -1,0 +1,88 @@
+// The timers' periods and the order of posted events.
+#include "base/timer_table.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+
+namespace {
+constexpr int kShortestIntervalMs = 10;
+}  // namespace
+
+TimerTable::Id TimerTable::Add(int interval_ms, std::function<void()> handler) {
+  Entry entry;
+  entry.interval_ms = std::max(interval_ms, kShortestIntervalMs);
+  entry.handler = std::make_shared<const std::function<void()>>(std::move(handler));
+  entries_.emplace(++last_id_, std::move(entry));
+  return last_id_;
+}
+
+void TimerTable::Remove(Id id) {
+  entries_.erase(id);
+}
+
+void TimerTable::SetEnabled(Id id, bool enabled, std::int64_t now_ms) {
+  Entry& entry = entries_.at(id);
+  if (entry.enabled == enabled) return;
+  entry.enabled = enabled;
+  entry.due_ms = now_ms + entry.interval_ms;
+}
+
+bool TimerTable::enabled(Id id) const {
+  return entries_.at(id).enabled;
+}
+
+int TimerTable::interval_ms(Id id) const {
+  return entries_.at(id).interval_ms;
+}
+
+std::optional<std::int64_t> TimerTable::NextDueMs() const {
+  std::optional<std::int64_t> next;
+  for (const auto& [id, entry] : entries_) {
+    if (entry.enabled && (!next || entry.due_ms < *next)) next = entry.due_ms;
+  }
+  return next;
+}
+
+TimerTable::Handler TimerTable::TakeDue(std::int64_t now_ms, Pass& pass) {
+  auto first = entries_.end();
+  for (auto at = entries_.begin(); at != entries_.end(); ++at) {
+    const Entry& entry = at->second;
+    if (!entry.enabled || entry.due_ms > now_ms) continue;
+    if (std::ranges::find(pass.ticked, at->first) != pass.ticked.end()) continue;
+    if (first == entries_.end() || entry.due_ms < first->second.due_ms) first = at;
+  }
+  if (first == entries_.end()) return nullptr;
+  Entry& entry = first->second;
+  const std::int64_t missed = (now_ms - entry.due_ms) / entry.interval_ms;
+  entry.due_ms += (missed + 1) * entry.interval_ms;
+  pass.ticked.push_back(first->first);
+  return entry.handler;
+}
+
+void EventQueue::Add(EventSource source, std::function<void()> event) {
+  if (event) events_.push_back({source, std::move(event)});
+}
+
+std::size_t EventQueue::socket_events() const {
+  return static_cast<std::size_t>(
+      std::ranges::count(events_, EventSource::kSocket, &Event::source));
+}
+
+std::function<void()> EventQueue::Take() {
+  if (events_.empty()) return {};
+  std::function<void()> run = std::move(events_.front().run);
+  events_.pop_front();
+  return run;
+}
+
+std::function<void()> EventQueue::TakeSocketEvent() {
+  const auto at = std::ranges::find(events_, EventSource::kSocket, &Event::source);
+  if (at == events_.end()) return {};
+  std::function<void()> run = std::move(at->run);
+  events_.erase(at);
+  return run;
+}
+
+}  // namespace corvane
