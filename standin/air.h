@@ -21,7 +21,8 @@ struct Call {
   std::string status = "Granted";  // "Granted", "Request_queued", "Not_granted"
   std::string service = "Point_to_multipoint";
   bool encrypted = false;
-  bool speaking = false;  // there is voice on its carrier and timeslot
+  bool speaking = false;     // there is voice on its carrier and timeslot
+  std::uint64_t serial = 0;  // given by Air: Call IDs come again
 };
 
 struct Identity {
@@ -35,7 +36,8 @@ struct Identity {
 struct Pdu {
   bool on_control = false;
   std::optional<int> carrier;
-  std::string line;  // without a line end
+  std::string line;   // without a line end
+  bool ended = true;  // the line end follows
 };
 
 // One PDU line each, in the form in which the TETRA Demodulator writes it.
@@ -79,6 +81,8 @@ class Air {
 
   [[nodiscard]] const std::map<int, Call>& calls() const { return calls_; }  // by Call ID
   [[nodiscard]] const Call* Find(int id) const;
+  // The call with that Call ID is still the one that had the serial.
+  [[nodiscard]] bool IsOn(int id, std::uint64_t serial) const;
   // The call with voice on that carrier and timeslot; nullptr when there is none.
   [[nodiscard]] const Call* VoiceOn(int carrier, int slot) const;
   [[nodiscard]] bool IsFree(int carrier, int slot) const;
@@ -92,6 +96,7 @@ class Air {
 
   Events events_;
   std::map<int, Call> calls_;
+  std::uint64_t last_serial_ = 0;
   std::optional<Identity> identity_ = Identity{"262", "42", "101"};
 };
 

@@ -54,7 +54,7 @@ struct LineCommand {
   std::string text;
   int count = 1;
   bool ended = true;          // with a line end
-  bool everywhere = true;     // heard whatever is tuned, if only it plays
+  bool everywhere = true;     // written whatever is tuned
   std::int32_t carrier = -1;  // else: on this one; -1: on the control channel
 };
 struct DuplicateCommand {

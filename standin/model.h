@@ -29,6 +29,7 @@ class Model {
   explicit Model(Options options, Scenario scenario = {});
   Model(const Model&) = delete;
   Model& operator=(const Model&) = delete;
+  ~Model();
 
   // Does everything that is due up to `now_ms` (from 0 on, never backwards), each at its time.
   // While SDR# hangs nothing of it happens: that comes later, as soon as it no longer hangs.
@@ -73,6 +74,7 @@ class Model {
   void Die();
   void Hang(std::int64_t ms);
   void OnNetwork();
+  void SetNetwork(bool on);
   void OnPdu(const Pdu& pdu);
   void OnChange();
   void ShowIdentity();

@@ -90,6 +90,7 @@ class NetRemoteServer {
     std::string inbox;
     std::string held_back;
     bool busy = false;
+    std::int64_t last_send_ms = 0;  // when the last part of what was answered goes out
   };
 
   void Open();

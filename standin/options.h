@@ -17,7 +17,7 @@ struct Options {
   bool auto_checked = true;          // "Auto" at the start
   bool info_open = false;            // the Network Info window is open from the start
   bool tetra_expanded = true;        // the TETRA Demodulator panel is
-  std::string port = "3382";         // what stands in the port box
+  std::string port = "3383";         // what stands in the port box
   int left = 40;                     // of the main window on the screen
   int top = 40;
   std::uint64_t seed = 0;  // 0: the scenario's

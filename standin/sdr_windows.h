@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "standin/options.h"
 #include "standin/window_tree.h"
@@ -15,7 +16,7 @@ namespace corvane::standin {
 class SdrWindows {
  public:
   struct Actions {
-    std::function<void()> network;      // "Network" was pressed
+    std::function<void()> network;      // "Network" was pressed (a check box has toggled)
     std::function<void()> demodulator;  // the check box has toggled
     std::function<void()> automatic;    // the check box "Auto" has toggled
     std::function<void(int slot)> timeslot;
@@ -78,7 +79,7 @@ class SdrWindows {
   void AddHistory(std::string_view line);  // the practice list of what happened
 
  private:
-  void MakeTop();
+  WindowId MakeColumnPanel(std::string_view title, int content_height, bool expanded);
   void MakeDecoys();
   void MakeNetRemote();
   void MakeTetra();
@@ -93,7 +94,14 @@ class SdrWindows {
   Actions actions_;
   Ids ids_;
   WindowId left_column_ = 0;
-  std::array<bool, 2> expanded_{};  // Net Remote, TETRA Demodulator
+  // The panels of the left column from top to bottom.
+  struct ColumnPanel {
+    WindowId panel = 0;
+    WindowId header = 0;
+    WindowId content = 0;
+    int content_height = 0;
+  };
+  std::vector<ColumnPanel> column_;
   bool keep_history_ = true;
   std::string history_;
 };

@@ -40,6 +40,7 @@ class Traffic {
   void PlanNextNoise();
   void BeginCall();
   void Speak(const std::shared_ptr<Plan>& plan);
+  void Pause(const std::shared_ptr<Plan>& plan);
   void EndCall(const Plan& plan);
   [[nodiscard]] bool FindFree(int& carrier, int& slot);
   [[nodiscard]] int NextId();

@@ -88,6 +88,8 @@ class WindowTree {
     virtual void Changed(const Window& window, Aspect aspect) = 0;
     // Instead of Changed(kText) when text was added at the end of a kMultiLine.
     virtual void Appended(const Window& window, std::string_view text) = 0;
+    // Instead of Changed(kItems) when one item was added at the end; `dropped`: the first one went.
+    virtual void ItemAdded(const Window& window, bool dropped) = 0;
   };
   void SetObserver(Observer* observer) { observer_ = observer; }
 
@@ -110,6 +112,7 @@ class WindowTree {
   void SetPaint(WindowId id, Paint paint);
   void SetBox(WindowId id, Box box);
   void SetItems(WindowId id, std::vector<std::string> items);
+  void AddItem(WindowId id, std::string_view item, std::size_t keep_items);
   void Raise(WindowId id);  // brings a top-level window to the top
 
   void OnPress(WindowId id, std::function<void()> action);

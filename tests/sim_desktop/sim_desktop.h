@@ -4,11 +4,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "base/loop.h"
 #include "sim_desktop/sim_socket.h"
@@ -52,13 +52,14 @@ class SimWire : public standin::NetRemoteServer::Wire {
     std::uint64_t connection = 0;
     std::weak_ptr<bool> alive;
   };
-  [[nodiscard]] SimSocket* Find(const Peer& peer) const;
+  [[nodiscard]] bool IsCurrent(const Peer& peer) const;
+  [[nodiscard]] SimSocket* Find(standin::ClientId client) const;
 
   Loop& loop_;
   standin::Model& model_;
   std::function<void()> catch_up_;
   standin::Agenda agenda_;
-  std::vector<std::pair<standin::ClientId, Peer>> peers_;
+  std::map<standin::ClientId, Peer> peers_;
   int latency_ms_ = 1;
   int refused_after_ms_ = 1;
   bool port_taken_ = false;

@@ -38,6 +38,8 @@ class SimSocket : public Socket {
   [[nodiscard]] int connect_count() const { return connect_count_; }
 
  private:
+  static constexpr std::size_t kMaxSent = 100000;  // older ones are forgotten
+
   friend class SimWire;
   void OnConnected(standin::ClientId client);
   void OnError(int number, const std::string& description);
@@ -52,7 +54,6 @@ class SimSocket : public Socket {
   SocketState state_ = SocketState::kClosed;
   standin::ClientId client_ = 0;
   std::string inbox_;
-  bool arrival_posted_ = false;
   bool refuse_next_send_ = false;
   std::vector<std::string> sent_;
   int connect_count_ = 0;

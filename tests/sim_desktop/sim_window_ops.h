@@ -59,6 +59,8 @@ class SimWindowOps : public WindowOps {
   const standin::Window* Look(WindowHandle window);
   [[nodiscard]] bool BelongsToSdr(const standin::Window& window) const;
 
+  static constexpr std::size_t kMaxForegrounds = 1000;
+
   Loop& loop_;
   standin::Model& model_;
   std::function<void()> catch_up_;

@@ -1,0 +1,278 @@
+// The tree is a map by id; z-order is the order of the child lists, topmost first.
+#include "standin/window_tree.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane::standin {
+
+namespace {
+
+// Where minimised windows stand.
+constexpr int kMinimisedPosition = -32000;
+constexpr int kMinimisedWidth = 160;
+constexpr int kMinimisedHeight = 31;
+// The glyph of a drawn check box, inside its rectangle.
+constexpr int kGlyphFirst = 2;
+constexpr int kGlyphLast = 13;
+
+bool Contains(const Box& box, int x, int y) {
+  return x >= box.left && y >= box.top && x < box.left + box.width && y < box.top + box.height;
+}
+
+bool IsPressable(Kind kind) {
+  return kind == Kind::kButton || kind == Kind::kCheckBox || kind == Kind::kDrawnCheckBox ||
+         kind == Kind::kSelector;
+}
+
+}  // namespace
+
+WindowId WindowTree::Add(WindowId parent, WindowSpec spec) {
+  Window window;
+  window.id = ++last_id_;
+  window.parent = parent;
+  window.kind = spec.kind;
+  window.class_name = std::move(spec.class_name);
+  window.box = spec.box;
+  window.visible = spec.visible;
+  if (spec.kind == Kind::kMultiLine) {
+    window.lines.Set(spec.text);
+  } else {
+    window.text = std::move(spec.text);
+  }
+  if (parent == 0) {
+    top_level_.insert(top_level_.begin(), window.id);
+  } else {
+    Window* holder = Get(parent);
+    if (holder == nullptr) return 0;
+    holder->children.push_back(window.id);
+  }
+  const WindowId id = window.id;
+  const Window& added = windows_.emplace(id, std::move(window)).first->second;
+  if (observer_ != nullptr) observer_->Created(added);
+  return id;
+}
+
+void WindowTree::Destroy(WindowId id) {
+  const Window* window = Find(id);
+  if (window == nullptr) return;
+  const std::vector<WindowId> children = window->children;
+  for (const WindowId child : children) Destroy(child);
+  if (Window* parent = Get(Find(id)->parent)) {
+    std::erase(parent->children, id);
+  } else {
+    std::erase(top_level_, id);
+  }
+  windows_.erase(id);
+  if (observer_ != nullptr) observer_->Destroyed(id);
+}
+
+const Window* WindowTree::Find(WindowId id) const {
+  const auto found = windows_.find(id);
+  return found == windows_.end() ? nullptr : &found->second;
+}
+
+std::vector<WindowId> WindowTree::Descendants(WindowId id) const {
+  std::vector<WindowId> result;
+  const Window* window = Find(id);
+  if (window == nullptr) return result;
+  for (const WindowId child : window->children) {
+    result.push_back(child);
+    const std::vector<WindowId> below = Descendants(child);
+    result.insert(result.end(), below.begin(), below.end());
+  }
+  return result;
+}
+
+void WindowTree::SetText(WindowId id, std::string_view text) {
+  Window* window = Get(id);
+  if (window == nullptr) return;
+  if (window->kind == Kind::kMultiLine) {
+    if (window->lines.text() == text) return;
+    window->lines.Set(text);
+  } else {
+    if (window->text == text) return;
+    window->text = text;
+  }
+  Notify(*window, Aspect::kText);
+}
+
+void WindowTree::AppendText(WindowId id, std::string_view text, std::size_t keep_bytes) {
+  Window* window = Get(id);
+  if (window == nullptr || window->kind != Kind::kMultiLine || text.empty()) return;
+  window->lines.Append(text);
+  if (window->lines.text().size() > keep_bytes) {
+    // Half at once: a box that is full would otherwise be moved up with every line.
+    window->lines.KeepLast(keep_bytes / 2);
+    Notify(*window, Aspect::kText);
+  } else if (observer_ != nullptr) {
+    observer_->Appended(*window, text);
+  }
+}
+
+void WindowTree::SetVisible(WindowId id, bool visible) {
+  Window* window = Get(id);
+  if (window == nullptr || window->visible == visible) return;
+  window->visible = visible;
+  Notify(*window, Aspect::kVisible);
+}
+
+void WindowTree::SetChecked(WindowId id, bool checked) {
+  Window* window = Get(id);
+  if (window == nullptr || window->checked == checked) return;
+  window->checked = checked;
+  Notify(*window, Aspect::kChecked);
+}
+
+void WindowTree::SetShowState(WindowId id, ShowState state) {
+  Window* window = Get(id);
+  if (window == nullptr || window->show_state == state) return;
+  window->show_state = state;
+  Notify(*window, Aspect::kShowState);
+}
+
+void WindowTree::SetPaint(WindowId id, Paint paint) {
+  Window* window = Get(id);
+  if (window == nullptr || window->paint == paint) return;
+  window->paint = paint;
+  Notify(*window, Aspect::kPaint);
+}
+
+void WindowTree::SetBox(WindowId id, Box box) {
+  Window* window = Get(id);
+  if (window == nullptr || window->box == box) return;
+  window->box = box;
+  Notify(*window, Aspect::kBox);
+}
+
+void WindowTree::SetItems(WindowId id, std::vector<std::string> items) {
+  Window* window = Get(id);
+  if (window == nullptr || window->items == items) return;
+  window->items = std::move(items);
+  Notify(*window, Aspect::kItems);
+}
+
+void WindowTree::AddItem(WindowId id, std::string_view item, std::size_t keep_items) {
+  Window* window = Get(id);
+  if (window == nullptr) return;
+  const bool drop = window->items.size() >= keep_items;
+  if (drop) window->items.erase(window->items.begin());
+  window->items.emplace_back(item);
+  if (observer_ != nullptr) observer_->ItemAdded(*window, drop);
+}
+
+void WindowTree::Raise(WindowId id) {
+  const auto found = std::find(top_level_.begin(), top_level_.end(), id);
+  if (found == top_level_.end() || found == top_level_.begin()) return;
+  std::rotate(top_level_.begin(), found, found + 1);
+  Notify(*Get(id), Aspect::kOrder);
+}
+
+void WindowTree::OnPress(WindowId id, std::function<void()> action) {
+  if (Window* window = Get(id)) window->on_press = std::move(action);
+}
+
+void WindowTree::OnMouseDown(WindowId id, std::function<void(int x, int y)> action) {
+  if (Window* window = Get(id)) window->on_mouse_down = std::move(action);
+}
+
+void WindowTree::OnText(WindowId id, std::function<void()> action) {
+  if (Window* window = Get(id)) window->on_text = std::move(action);
+}
+
+// The action is copied in each of the three: it may destroy the window that holds it.
+bool WindowTree::Press(WindowId id) {
+  const Window* window = Find(id);
+  if (window == nullptr || !IsPressable(window->kind)) return false;
+  const std::function<void()> action = window->on_press;
+  if (window->kind == Kind::kCheckBox || window->kind == Kind::kDrawnCheckBox) {
+    SetChecked(id, !window->checked);
+  }
+  if (action) action();
+  return true;
+}
+
+bool WindowTree::MouseDown(WindowId id, int x, int y) {
+  const Window* window = Find(id);
+  if (window == nullptr || window->kind != Kind::kSelector) return false;
+  if (x < 0 || y < 0 || x >= window->box.width || y >= window->box.height) return false;
+  const auto action = window->on_mouse_down;
+  if (action) action(x, y);
+  return true;
+}
+
+bool WindowTree::EnterText(WindowId id, std::string_view text) {
+  const Window* window = Find(id);
+  if (window == nullptr) return false;
+  const std::function<void()> action = window->on_text;
+  SetText(id, text);
+  if (action) action();
+  return true;
+}
+
+bool WindowTree::IsVisible(WindowId id) const {
+  const Window* window = Find(id);
+  if (window == nullptr) return false;
+  for (; window != nullptr; window = Find(window->parent)) {
+    if (!window->visible) return false;
+  }
+  return true;
+}
+
+Box WindowTree::ScreenBox(WindowId id) const {
+  const Window* window = Find(id);
+  if (window == nullptr) return {};
+  if (window->parent == 0) {
+    if (window->show_state == ShowState::kNormal) return window->box;
+    return {kMinimisedPosition, kMinimisedPosition, kMinimisedWidth, kMinimisedHeight};
+  }
+  const Box outer = ScreenBox(window->parent);
+  Box box = window->box;
+  box.left += outer.left;
+  box.top += outer.top;
+  if (Find(window->parent)->parent == 0) {
+    box.left += kFrameLeft;
+    box.top += kFrameTop;
+  }
+  return box;
+}
+
+WindowId WindowTree::WindowAt(int x, int y) const {
+  WindowId found = 0;
+  const std::vector<WindowId>* candidates = &top_level_;
+  while (candidates != nullptr) {
+    const auto inner = std::find_if(candidates->begin(), candidates->end(), [&](WindowId id) {
+      return Find(id)->visible && Contains(ScreenBox(id), x, y);
+    });
+    if (inner == candidates->end()) break;
+    found = *inner;
+    candidates = &Find(found)->children;
+  }
+  return found;
+}
+
+std::int32_t WindowTree::PixelAt(int x, int y) const {
+  if (x < 0 || y < 0 || x >= kScreenWidth || y >= kScreenHeight) return -1;
+  const WindowId id = WindowAt(x, y);
+  if (id == 0) return kDesktopColour;
+  const Window& window = *Find(id);
+  const Box box = ScreenBox(id);
+  const int inside_x = x - box.left;
+  const int inside_y = y - box.top;
+  const bool in_glyph = inside_x >= kGlyphFirst && inside_x <= kGlyphLast &&
+                        inside_y >= kGlyphFirst && inside_y <= kGlyphLast;
+  if (window.kind != Kind::kDrawnCheckBox || !in_glyph) return kWindowColour;
+  if (window.paint == Paint::kOther) return kOtherColour;
+  return window.checked ? kCheckedColour : kUncheckedColour;
+}
+
+Window* WindowTree::Get(WindowId id) {
+  const auto found = windows_.find(id);
+  return found == windows_.end() ? nullptr : &found->second;
+}
+
+void WindowTree::Notify(const Window& window, Aspect aspect) {
+  if (observer_ != nullptr) observer_->Changed(window, aspect);
+}
+
+}  // namespace corvane::standin
