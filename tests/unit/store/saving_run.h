@@ -1,0 +1,57 @@
+// A StoreRun with its timers, periodic save and shutdown.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "store/periodic_save.h"
+#include "store/shutdown.h"
+#include "tests/unit/store/store_world.h"
+
+namespace corvane {
+
+// Call and windows as saving and shutting down see them; everything they are told is in `told`.
+class FakeProgram : public CallControl, public WindowControl {
+ public:
+  std::vector<std::string> told;
+  bool followed = false;
+  std::function<void()> while_ending;
+
+  bool IsCallFollowed() const override { return followed; }
+  void ResetCallDisplay() override {
+    told.emplace_back("end call");
+    if (while_ending) while_ending();
+    followed = false;
+  }
+  void StopLeftoverRecording() override { told.emplace_back("stop recording"); }
+  void CloseEditor() override { told.emplace_back("close editor"); }
+  void CloseMainWindow() override { told.emplace_back("close main window"); }
+};
+
+struct SavingRun : StoreRun {
+  explicit SavingRun(MemoryFiles& disk) : StoreRun(disk) { tmrSaveTimed.enabled_ = true; }
+
+  void AddOneOfEach() {
+    GssiRecord group;
+    group.Gssi = 9001;
+    group_table.Append(group);
+    SsiRecord subscriber;
+    subscriber.Ssi = 5010;
+    subscriber.LastSeen = clock.now;
+    subscriber_table.Append(subscriber);
+    folders.CreateDayFolders(clock.now);
+    activity.LoadCallActivity();
+    activity.CallActivityTable.Count(9001);
+  }
+
+  FakeLoop loop;
+  FakeTimer tmrSaveTimed;
+  FakeTimer tmrShutdown;
+  ProgramFlags flags;
+  FakeProgram program;
+  PeriodicSave periodic{tmrSaveTimed, flags, clock, form, subscribers, groups, activity, settings};
+  Shutdown shutdown{{loop, prompts, tmrSaveTimed, tmrShutdown, flags, form, program, program,
+                     subscribers, groups, activity, settings}};
+};
+
+}  // namespace corvane
