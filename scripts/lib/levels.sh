@@ -38,9 +38,6 @@ prepare_wine() {
   WINE_READY=yes
 }
 
-# windows_path PATH: as a program under Wine names it.
-windows_path() { printf 'Z:%s' "${1//\//\\}"; }
-
 # run_under_wine LEVEL PROGRAM_FILE: all cases of one GoogleTest program.
 run_under_wine() {
   local level=$1 file=$2 name code=0

@@ -76,3 +76,6 @@ start_sound() {
   say "no sound server: $(tail -n 3 "$LOGS/pulseaudio.log")"
   return 1
 }
+
+# windows_path PATH: as a program under wine names it.
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }

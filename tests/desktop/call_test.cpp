@@ -69,7 +69,7 @@ std::vector<std::string> SetUpCommands() {
           ExeCommand("Start")};
 }
 
-CallTest::CallTest() : corvane_(folder_), sdr_(folder_.Path()) {}
+CallTest::CallTest() : corvane_(folder_.Path()), sdr_(folder_.Path()) {}
 
 void CallTest::TearDown() {
   if (!HasFailure()) return;

@@ -63,9 +63,9 @@ TEST_F(CallTest, PressesTheTimeslotBeforeItTunes) {
       return line.kind == kind && line.detail.find(part) != std::string::npos;
     });
   };
-  ASSERT_NE(at("timeslot", "3"), log.end());
+  ASSERT_NE(at("mouse-down", "Timeslot 3"), log.end());
   ASSERT_NE(at("command", FrequencyOf(2610)), log.end());
-  EXPECT_LT(at("timeslot", "3"), at("command", FrequencyOf(2610)));
+  EXPECT_LT(at("mouse-down", "Timeslot 3"), at("command", FrequencyOf(2610)));
 }
 
 TEST_F(CallTest, ShowsEachNewSpeaker) {

@@ -26,7 +26,7 @@ bool AnyContains(const std::vector<std::string>& lines, std::string_view part) {
 }  // namespace
 
 bool CorvaneProgram::Start() {
-  process_ = Process::Start(folder_.Path() / "Corvane.exe", {}, folder_.Path());
+  process_ = Process::Start(folder_ / "Corvane.exe", {}, folder_);
   if (process_ == nullptr) return false;
   return WaitFor([this] { return Visible(Window()) || !process_->Running(); }) &&
          process_->Running();

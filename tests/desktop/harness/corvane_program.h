@@ -1,28 +1,29 @@
 // Corvane.exe as a test runs it: its windows by the names of their controls.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "desktop/harness/foreign_windows.h"
 #include "desktop/harness/process.h"
-#include "desktop/harness/program_folder.h"
 #include "ui/control_ids.h"
 
 namespace corvane::desktop {
 
 class CorvaneProgram {
  public:
-  explicit CorvaneProgram(const ProgramFolder& folder) : folder_(folder) {}
+  // `folder` holds Corvane.exe.
+  explicit CorvaneProgram(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
   // Starts it and waits for its main window. False: none came, or it ended.
   [[nodiscard]] bool Start();
   void Kill() { process_.reset(); }
   [[nodiscard]] bool Running() const { return process_ != nullptr && process_->Running(); }
   [[nodiscard]] Process& TheProcess() { return *process_; }
-  [[nodiscard]] const ProgramFolder& Folder() const { return folder_; }
 
   // The main window; 0 while there is none.
   [[nodiscard]] WindowHandle Window() const;
@@ -47,7 +48,7 @@ class CorvaneProgram {
   [[nodiscard]] bool InStatusLog(std::string_view part) const;
 
  private:
-  const ProgramFolder& folder_;
+  std::filesystem::path folder_;
   std::unique_ptr<Process> process_;
 };
 

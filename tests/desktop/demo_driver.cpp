@@ -1,0 +1,197 @@
+// The demonstration: starts the stand-in and Corvane, operates their windows as a user would, and
+// tells what happens as it happens.
+//
+// demo_driver --folder PROGRAM_FOLDER --scenario FILE --pictures FOLDER [--calls N] [--keep-open]
+// PROGRAM_FOLDER holds Corvane.exe with its label files. Ends with 0 when N calls were followed to
+// their end and a recording was left.
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "base/number_text.h"
+#include "desktop/demo_account.h"
+#include "desktop/harness/wait.h"
+
+namespace corvane::desktop {
+namespace {
+
+constexpr int kCallsByDefault = 3;
+constexpr int kNextCallLimit_ms = 120'000;
+constexpr std::size_t kWavHeaderBytes = 44;
+constexpr int kRecordedBytesPerSecond = 44'100;
+// Where Corvane's window is put: it must not cover the stand-in's check boxes.
+constexpr int kCorvaneLeft = 420;
+constexpr int kCorvaneTop = 560;
+
+struct Arguments {
+  std::filesystem::path folder;
+  std::filesystem::path scenario;
+  std::filesystem::path pictures;
+  int calls = kCallsByDefault;
+  bool keep_open = false;
+};
+
+Arguments Read(const std::vector<std::string>& words) {
+  Arguments arguments;
+  for (std::size_t index = 0; index < words.size(); ++index) {
+    const std::string& name = words[index];
+    if (name == "--keep-open") {
+      arguments.keep_open = true;
+      continue;
+    }
+    if (index + 1 == words.size()) throw std::runtime_error(name + " needs a value");
+    const std::string& value = words[++index];
+    if (name == "--folder")
+      arguments.folder = value;
+    else if (name == "--scenario")
+      arguments.scenario = value;
+    else if (name == "--pictures")
+      arguments.pictures = value;
+    else if (name == "--calls")
+      arguments.calls = ParseDecimal<int>(value).value_or(0);
+    else
+      throw std::runtime_error("unknown option " + name);
+  }
+  if (arguments.folder.empty() || arguments.scenario.empty() || arguments.pictures.empty() ||
+      arguments.calls < 1) {
+    throw std::runtime_error("--folder, --scenario and --pictures are needed");
+  }
+  return arguments;
+}
+
+class Demo {
+ public:
+  explicit Demo(Arguments arguments)
+      : arguments_(std::move(arguments)),
+        corvane_(arguments_.folder),
+        sdr_(arguments_.folder),
+        account_(corvane_, sdr_) {}
+
+  bool Run() {
+    StartPrograms();
+    TakePictures("before");
+    FollowCalls();
+    TakePictures("after");
+    if (arguments_.keep_open) WaitForTheUser();
+    return CloseAndTellRecordings();
+  }
+
+ private:
+  void Await(const std::string& what, const std::function<bool()>& state,
+             int limit_ms = kGenerousLimit_ms) {
+    const bool came = WaitFor(
+        [&] {
+          account_.Look();
+          return state();
+        },
+        limit_ms);
+    if (!came) throw std::runtime_error("waited in vain for " + what);
+  }
+
+  void StartPrograms() {
+    if (!sdr_.Start({"--scenario", arguments_.scenario.string()})) {
+      throw std::runtime_error("the stand-in for SDR# did not start");
+    }
+    account_.Tell("a stand-in for SDR# is running: " + TextOf(sdr_.Window()));
+    if (!corvane_.Start()) throw std::runtime_error("Corvane did not start");
+    MoveWindowTo(corvane_.Window(), kCorvaneLeft, kCorvaneTop);
+    account_.Tell("Corvane is running; it says: " + Last(corvane_.StatusLog()));
+    account_.Tell("base frequency 300 MHz, recording of all calls switched on");
+    ChooseInCombo(corvane_.Control(ControlId::cboBaseFrequency), 2);
+    Click(corvane_.Control(ControlId::optRecordMode_1));
+    Await("the record mode",
+          [this] { return Checked(corvane_.Control(ControlId::optRecordMode_1)); });
+    account_.Tell("\"Start\" is pressed");
+    Click(corvane_.Control(ControlId::cmdStartAll));
+    Await("the network", [this] { return !corvane_.Caption(ControlId::lblNetworkInfo).empty(); });
+  }
+
+  void FollowCalls() {
+    bool pictured = false;
+    while (account_.calls_ended() < arguments_.calls) {
+      const int ended = account_.calls_ended();
+      Await(
+          "the next call",
+          [&] {
+            if (!pictured && account_.speaker_changes() > 0) {
+              TakePictures("during");
+              pictured = true;
+            }
+            return account_.calls_ended() > ended;
+          },
+          kNextCallLimit_ms);
+    }
+    Await("the control channel", [this] { return corvane_.Caption(ControlId::lblCallID).empty(); });
+    if (!pictured) throw std::runtime_error("no call was pictured");
+  }
+
+  void TakePictures(const std::string& when) {
+    TakePicture(sdr_.Window(), "sdr-" + when);
+    TakePicture(corvane_.Window(), "corvane-" + when);
+    account_.Tell("pictures taken " + when + " a call");
+  }
+
+  void TakePicture(WindowHandle window, const std::string& name) {
+    BringToFront(window);
+    // Twice: the first answer can come before the window has been drawn where it now is.
+    if (!Responds(window, kAnswerLimit_ms) || !Responds(window, kAnswerLimit_ms) ||
+        !SaveScreenshot(window, arguments_.pictures / (name + ".png"))) {
+      throw std::runtime_error("no picture " + name);
+    }
+  }
+
+  void WaitForTheUser() {
+    account_.Tell("both windows stay open; close Corvane's to end");
+    while (corvane_.Running()) {
+      (void)WaitFor([this] { return !corvane_.Running(); }, kGenerousLimit_ms);
+      account_.Look();
+    }
+  }
+
+  bool CloseAndTellRecordings() {
+    if (corvane_.Running()) Close(corvane_.Window());
+    const auto code = corvane_.TheProcess().WaitForExit(kGenerousLimit_ms);
+    if (code != 0u) throw std::runtime_error("Corvane did not end well");
+    account_.Tell("Corvane is closed; lists and settings are saved");
+    int recordings = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(arguments_.folder)) {
+      if (entry.path().extension() != ".wav") continue;
+      ++recordings;
+      const auto bytes = entry.file_size();
+      const auto seconds =
+          bytes > kWavHeaderBytes ? (bytes - kWavHeaderBytes) / kRecordedBytesPerSecond : 0;
+      account_.Tell("recorded: " + entry.path().filename().string() + ", " + Decimal(seconds) +
+                    " s");
+    }
+    return recordings > 0;
+  }
+
+  static std::string Last(const std::vector<std::string>& lines) {
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
+      if (!line->empty()) return *line;
+    }
+    return {};
+  }
+
+  Arguments arguments_;
+  CorvaneProgram corvane_;
+  StandinProgram sdr_;
+  DemoAccount account_;
+};
+
+}  // namespace
+}  // namespace corvane::desktop
+
+int main(int argc, char** argv) {
+  try {
+    corvane::desktop::Demo demo(
+        corvane::desktop::Read(std::vector<std::string>(argv + 1, argv + argc)));
+    if (demo.Run()) return 0;
+    std::puts("no recording was left");
+  } catch (const std::exception& error) {
+    std::printf("the demonstration failed: %s\n", error.what());
+  }
+  return 1;
+}
