@@ -1,0 +1,102 @@
+// The file system in a temporary folder: real files that can be refused, run out of room, stay half
+// written, or see the program killed at any step.
+//
+// Knows paths as the program writes them ("C:\Corvane\Daily"), without regard to case.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/files.h"
+
+namespace corvane::sim {
+
+// Thrown at the step that the program is to be killed at. Not a std::exception: nobody handles it.
+struct ProgramKilled {};
+
+class SimFiles : public Files {
+ public:
+  // An empty file system with the folder C:\Corvane; removed at the end.
+  SimFiles();
+  ~SimFiles() override;
+  SimFiles(const SimFiles&) = delete;
+  SimFiles& operator=(const SimFiles&) = delete;
+
+  [[nodiscard]] bool Exists(const std::string& path) override;
+  [[nodiscard]] bool IsDirectory(const std::string& path) override;
+  [[nodiscard]] FileError MakeDirectory(const std::string& path) override;
+  [[nodiscard]] FileError Delete(const std::string& path) override;
+  [[nodiscard]] FileError Rename(const std::string& from, const std::string& to) override;
+  [[nodiscard]] FileError MoveOver(const std::string& from, const std::string& to) override;
+  [[nodiscard]] FileError ReadAll(const std::string& path, std::string& content) override;
+  [[nodiscard]] FileError WriteAll(const std::string& path, std::string_view content) override;
+  [[nodiscard]] FileError Append(const std::string& path, std::string_view content) override;
+  [[nodiscard]] FileError Patch(const std::string& path, std::uint32_t offset,
+                                std::string_view bytes) override;
+
+  // Steps are what the system does one after the other: open, write, flush, delete, move, read.
+  // Counted from 1 since the last ResetSteps, failed ones included.
+  [[nodiscard]] int steps() const { return steps_; }
+  void ResetSteps();
+  // Step `step` fails with `error`; a write then leaves a half behind, as far as the operation does
+  // not take it back. 0: none.
+  void FailAtStep(int step, FileError error);
+  // The program is killed before step `step`, in the middle of it when it writes. 0: never.
+  void KillAtStep(int step) { kill_at_ = step; }
+  // Every step on a path that contains `part` fails; kFileOk ends that.
+  void FailPath(const std::string& part, FileError error);
+  // So many more bytes can be written; nullopt: any number.
+  void SetRoom(std::optional<std::uint64_t> bytes) { room_ = bytes; }
+  // Another program has the file open and lets nobody in.
+  void SetLocked(const std::string& path, bool locked);
+  // Another program has the file open and lets others read it.
+  void SetWriteLocked(const std::string& path, bool locked);
+  void SetReadOnly(const std::string& path, bool read_only);
+
+  // From here on every call that is no test's own is a fault, counted in operations_after_end().
+  void NoteProgramEnd() { ended_ = true; }
+  // A new program starts on the same files: no faults, no steps.
+  void Restart();
+  [[nodiscard]] int operations_after_end() const { return operations_after_end_; }
+
+  // The test's own access, outside of all faults and counts.
+  [[nodiscard]] std::filesystem::path HostPath(const std::string& path) const;
+  // nullopt when there is no such file.
+  [[nodiscard]] std::optional<std::string> Content(const std::string& path) const;
+  // Makes the folders above it as well.
+  void Put(const std::string& path, std::string_view content);
+  void PutDirectory(const std::string& path);
+  void Remove(const std::string& path);
+  // The names of all files under a folder, sorted, "\" between the parts.
+  [[nodiscard]] std::vector<std::string> List(const std::string& folder) const;
+
+ private:
+  enum class Use { kRead, kWrite };
+  FileError Step(const std::string& path, Use use);
+  FileError Write(const std::string& path, std::string_view content, std::uint64_t offset);
+  FileError OpenForWriting(const std::string& path, bool truncate, std::uint64_t& size);
+  void CountStep();
+  void NoteOperation();
+  [[nodiscard]] static std::string Key(std::string_view path);
+
+  std::filesystem::path root_;
+  int steps_ = 0;
+  int fail_at_ = 0;
+  FileError fail_with_ = kPathAccess;
+  int kill_at_ = 0;
+  std::map<std::string, FileError> failing_parts_;
+  std::optional<std::uint64_t> room_;
+  std::set<std::string> locked_;
+  std::set<std::string> write_locked_;
+  std::set<std::string> read_only_;
+  bool ended_ = false;
+  int operations_after_end_ = 0;
+};
+
+}  // namespace corvane::sim
