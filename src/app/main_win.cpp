@@ -1,0 +1,78 @@
+// WinMain: the real seams, the real window, the program between them.
+#include <windows.h>
+
+#include <string>
+
+#include "app/app.h"
+#include "app/single_instance_win.h"
+#include "base/files_win.h"
+#include "base/loop_win.h"
+#include "base/prompts_win.h"
+#include "base/wall_clock_win.h"
+#include "link/socket_win.h"
+#include "link/window_ops_win.h"
+#include "record/mci_win.h"
+#include "ui/main_window_win.h"
+
+namespace corvane {
+namespace {
+
+constexpr std::size_t kLongestPath = 32768;
+
+// The folder that holds the executable, without "\" at its end.
+std::string ProgramFolder() {
+  std::string path(kLongestPath, '\0');
+  path.resize(GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return path.substr(0, path.find_last_of('\\'));
+}
+
+class RealShell : public Shell {
+ public:
+  RealShell(LoopWin& loop, MainWindowWin& window) : loop_(loop), window_(window) {}
+  // The editor's window is not part of this program yet.
+  void ShowEditor(EditorHandOver&) override {}
+  void CloseEditor() override {}
+  void CloseMainWindow() override {
+    window_.Destroy();
+    loop_.Quit();
+  }
+
+ private:
+  LoopWin& loop_;
+  MainWindowWin& window_;
+};
+
+int RunProgram() {
+  SingleInstance instance(ProgramFolder());
+  if (!instance.is_first()) {
+    instance.BringFirstToFront();
+    return 0;
+  }
+  LoopWin loop;
+  WallClockWin clock;
+  FilesWin files;
+  PromptsWin prompts;
+  WindowOpsWin windows;
+  SocketWin socket(loop);
+  MciWin mci;
+  MainWindowWin window(loop);
+  RealShell shell(loop, window);
+  App app(Platform{loop, clock, window, windows, socket, files, mci, prompts, ProgramFolder()},
+          shell);
+  loop.SetErrorReporter([&app](const std::string& what) { app.ReportException(what.c_str()); });
+
+  if (!window.Create(app.form(), app.main_form())) return 1;
+  windows.SetOwnMainWindow(reinterpret_cast<WindowHandle>(window.handle()));
+  if (!app.Load()) return 1;
+  prompts.SetOwner(window.handle());
+  window.Show();
+  instance.PublishWindow(window.handle());
+  return loop.Run();
+}
+
+}  // namespace
+}  // namespace corvane
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+  return corvane::RunProgram();
+}
