@@ -1,0 +1,136 @@
+// Drawing.
+#include "ui/painting_win.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "ui/layout.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr Colour kSystemColourBit = 0x80000000;
+constexpr Colour kButtonShadow = 0x80000010;
+
+// A mixture: `weight` hundredths of `one`, the rest of `other`.
+COLORREF Mix(COLORREF one, COLORREF other, int weight) {
+  const auto channel = [&](int shift) {
+    const int first = static_cast<int>((one >> shift) & 0xFF);
+    const int second = static_cast<int>((other >> shift) & 0xFF);
+    return static_cast<COLORREF>((first * weight + second * (100 - weight)) / 100) << shift;
+  };
+  return channel(0) | channel(8) | channel(16);
+}
+
+// Selects an object for the life of this one.
+class Selected {
+ public:
+  Selected(HDC dc, HGDIOBJ object) : dc_(dc), before_(SelectObject(dc, object)) {}
+  ~Selected() { SelectObject(dc_, before_); }
+  Selected(const Selected&) = delete;
+  Selected& operator=(const Selected&) = delete;
+
+ private:
+  HDC dc_;
+  HGDIOBJ before_;
+};
+
+HBRUSH BrushOf(BrushCache& brushes, Colour colour) {
+  return static_cast<HBRUSH>(brushes.Get(colour));
+}
+
+}  // namespace
+
+std::uint32_t DrawnColour(Colour colour) {
+  if ((colour & kSystemColourBit) == 0) return colour & 0x00FFFFFF;
+  return GetSysColor(static_cast<int>(colour & 0xFF));
+}
+
+BrushCache::~BrushCache() {
+  for (const auto& [colour, brush] : brushes_) DeleteObject(brush);
+}
+
+void* BrushCache::Get(Colour colour) {
+  void*& brush = brushes_[DrawnColour(colour)];
+  if (brush == nullptr) brush = CreateSolidBrush(DrawnColour(colour));
+  return brush;
+}
+
+void DrawButton(const void* draw_item, const Button& button, void* font, BrushCache& brushes) {
+  const auto& item = *static_cast<const DRAWITEMSTRUCT*>(draw_item);
+  const HDC dc = item.hDC;
+  RECT rect = item.rcItem;
+  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
+  const bool pressed = (item.itemState & ODS_SELECTED) != 0;
+  const COLORREF face = DrawnColour(button.back_colour);
+  const COLORREF shadow = DrawnColour(kButtonShadow);
+
+  // Lighter than the window where the colour is the window's own, so that it reads as a button.
+  COLORREF fill = face;
+  if (button.back_colour == kButtonFace) fill = Mix(face, RGB(255, 255, 255), 55);
+  if (disabled) fill = face;
+  if (pressed) fill = Mix(fill, shadow, 70);
+  FillRect(dc, &rect, BrushOf(brushes, fill));
+  FrameRect(dc, &rect, BrushOf(brushes, disabled ? Mix(shadow, face, 50) : shadow));
+
+  const Selected with_font(dc, font);
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, disabled ? GetSysColor(COLOR_GRAYTEXT) : DrawnColour(button.fore_colour));
+  RECT text = rect;
+  if (pressed) OffsetRect(&text, 1, 1);
+  DrawTextA(dc, button.caption.get().c_str(), -1, &text,
+            DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
+  if ((item.itemState & ODS_FOCUS) != 0 && (item.itemState & ODS_NOFOCUSRECT) == 0) {
+    InflateRect(&rect, -3, -3);
+    SetTextColor(dc, 0);
+    SetBkColor(dc, RGB(255, 255, 255));
+    DrawFocusRect(dc, &rect);
+  }
+}
+
+void DrawShape(const void* draw_item, const Shape& shape, int dpi, BrushCache& brushes) {
+  const auto& item = *static_cast<const DRAWITEMSTRUCT*>(draw_item);
+  RECT rect = item.rcItem;
+  FillRect(item.hDC, &rect, BrushOf(brushes, shape.back_colour));
+  const int width = std::max(1, MulDiv(shape.border_width, dpi, kDesignDpi));
+  const HPEN pen = CreatePen(PS_INSIDEFRAME, width, DrawnColour(shape.border_colour));
+  {
+    const Selected with_pen(item.hDC, pen);
+    const Selected with_brush(item.hDC, BrushOf(brushes, shape.fill_colour));
+    Ellipse(item.hDC, rect.left, rect.top, rect.right, rect.bottom);
+  }
+  DeleteObject(pen);
+}
+
+void PaintFrame(void* window, const Frame& frame, void* font, int dpi, BrushCache& brushes) {
+  PAINTSTRUCT paint{};
+  const HDC dc = BeginPaint(static_cast<HWND>(window), &paint);
+  if (dc == nullptr) return;
+  RECT rect{};
+  GetClientRect(static_cast<HWND>(window), &rect);
+  FillRect(dc, &rect, BrushOf(brushes, frame.back_colour));
+
+  const Selected with_font(dc, font);
+  const std::string& caption = frame.caption;
+  const int indent = MulDiv(8, dpi, kDesignDpi);
+  SIZE size{};
+  if (!caption.empty()) {
+    GetTextExtentPoint32A(dc, caption.data(), static_cast<int>(caption.size()), &size);
+    rect.top += size.cy / 2;
+  }
+  const COLORREF line = Mix(DrawnColour(kButtonShadow), DrawnColour(frame.back_colour), 60);
+  FrameRect(dc, &rect, BrushOf(brushes, line));
+  if (!caption.empty()) {
+    SetTextColor(dc, DrawnColour(frame.fore_colour));
+    SetBkColor(dc, DrawnColour(frame.back_colour));
+    SetBkMode(dc, OPAQUE);
+    const std::string with_margin = " " + caption + " ";
+    RECT text{indent, 0, rect.right - indent, size.cy};
+    DrawTextA(dc, with_margin.c_str(), -1, &text, DT_SINGLELINE | DT_END_ELLIPSIS);
+  }
+  EndPaint(static_cast<HWND>(window), &paint);
+}
+
+}  // namespace corvane
