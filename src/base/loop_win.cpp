@@ -77,6 +77,7 @@ class LoopWin::Impl {
   std::function<void(const std::string&)> reporter;
   SocketMessage socket_handler;
   [[nodiscard]] HWND socket_window() const { return socket_window_; }
+  [[nodiscard]] bool taking_messages() const { return taking_messages_; }
 
  private:
   void DestroyWindows() {
@@ -91,6 +92,8 @@ class LoopWin::Impl {
   bool RunPosted();
   bool RunDue(TimerTable::Pass& pass);
   void RunTimers();
+  template <typename Call>
+  auto Taking(Call take);
   void Dispatch(MSG& message);
   bool DispatchSocketMessages();
 
@@ -102,19 +105,23 @@ class LoopWin::Impl {
   std::optional<std::int64_t> armed_for_;
   std::int64_t socket_messages_ = 0;
   int depth_ = 0;
+  bool taking_messages_ = false;
 };
 
 void LoopWin::Impl::Guard(const std::function<void()>& work) noexcept {
-  std::string what = "unknown exception";
+  const bool taking_before = std::exchange(taking_messages_, false);
+  std::optional<std::string> what;
   try {
     work();
-    return;
   } catch (const std::exception& error) {
     what = error.what();
   } catch (...) {
+    what = "unknown exception";
   }
+  taking_messages_ = taking_before;
+  if (!what) return;
   if (!reporter) std::abort();
-  reporter(what);
+  reporter(*what);
 }
 
 void LoopWin::Impl::Wake() {
@@ -187,6 +194,14 @@ LRESULT CALLBACK LoopWin::Impl::SocketProcedure(HWND window, UINT message, WPARA
   return DefWindowProcA(window, message, w, l);
 }
 
+template <typename Call>
+auto LoopWin::Impl::Taking(Call take) {
+  taking_messages_ = true;
+  const auto taken = take();
+  taking_messages_ = false;
+  return taken;
+}
+
 void LoopWin::Impl::Dispatch(MSG& message) {
   bool taken = false;
   if (filter) {
@@ -205,7 +220,7 @@ void LoopWin::Impl::DoEvents() {
   bool quitting = false;
   for (int budget = kEventsPerYield; budget > 0 && Now() <= end; --budget) {
     MSG message;
-    if (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) == 0) {
+    if (Taking([&] { return PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE); }) == 0) {
       if (!RunPosted() && !RunDue(pass)) break;
     } else if (message.message == WM_QUIT) {
       PostQuitMessage(static_cast<int>(message.wParam));
@@ -263,7 +278,7 @@ void LoopWin::Impl::WaitForSocketEvents(int ms) {
 int LoopWin::Impl::Run() {
   MSG message;
   for (;;) {
-    const int got = GetMessageA(&message, nullptr, 0, 0);
+    const int got = Taking([&] { return GetMessageA(&message, nullptr, 0, 0); });
     if (got == 0) return static_cast<int>(message.wParam);
     if (got < 0) return EXIT_FAILURE;
     Dispatch(message);
@@ -331,6 +346,10 @@ void LoopWin::Quit(int exit_code) {
 
 void LoopWin::SetMessageFilter(std::function<bool(void* message)> filter) {
   impl_->filter = std::move(filter);
+}
+
+bool LoopWin::TakingMessages() const {
+  return impl_->taking_messages();
 }
 
 void LoopWin::SetErrorReporter(std::function<void(const std::string& what)> reporter) {

@@ -37,6 +37,11 @@ class LoopWin : public Loop {
   // was dealt with (keyboard navigation).
   void SetMessageFilter(std::function<bool(void* message)> filter);
 
+  // True while the loop itself takes messages: a message that another program sends directly comes
+  // like an event then. False while a handler runs: a call to another program's window can let such
+  // a message in where no event is expected.
+  [[nodiscard]] bool TakingMessages() const;
+
   // Is told of an exception that a timer's handler or a posted event let escape. Without one the
   // program ends there.
   void SetErrorReporter(std::function<void(const std::string& what)> reporter);
