@@ -97,7 +97,9 @@ class Button : public Control {
 class TextBox : public Control {
  public:
   TextBox(ControlSink& sink, const char* name)
-      : Control(sink, name), text(*this, Field::kText, {}) {}
+      : Control(sink, name), text(*this, Field::kText, {}) {
+    back_colour.TakeFromUser(kWindowBackground);
+  }
   Property<std::string> text;
 };
 
@@ -222,7 +224,9 @@ class ComboBox : public Control {
       : Control(sink, name),
         entries(*this, Field::kItems, {}),
         list_index(*this, Field::kListIndex, -1),
-        text(*this, Field::kText, {}) {}
+        text(*this, Field::kText, {}) {
+    back_colour.TakeFromUser(kWindowBackground);
+  }
   Property<std::vector<Entry>> entries;
   Property<int> list_index;    // -1 when nothing is selected
   Property<std::string> text;  // shown while nothing is selected
