@@ -19,11 +19,13 @@ namespace corvane::sim {
 // The system's numbers for what can go wrong here.
 inline constexpr unsigned kMciUnrecognizedCommand = 261;
 inline constexpr unsigned kMciInvalidDeviceName = 263;
-inline constexpr unsigned kMciBadConstant = 290;
-inline constexpr unsigned kMciDuplicateAlias = 289;
+inline constexpr unsigned kMciBadInteger = 270;
 inline constexpr unsigned kMciFileNotSaved = 286;
-inline constexpr unsigned kMciNonApplicable = 281;
-inline constexpr unsigned kMciFormatNotSupported = 320;
+inline constexpr unsigned kMciDuplicateAlias = 289;
+inline constexpr unsigned kMciBadConstant = 290;
+inline constexpr unsigned kMciNonApplicable = 302;
+inline constexpr unsigned kMciExtraCharacters = 305;
+inline constexpr unsigned kMciFormatUnsuitable = 328;
 
 class SimMci : public Mci {
  public:

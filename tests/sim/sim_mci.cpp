@@ -1,0 +1,197 @@
+// The simulated recording device.
+#include "sim/sim_mci.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "base/number_text.h"
+#include "base/text.h"
+
+namespace corvane::sim {
+
+namespace {
+
+std::string Lower(std::string_view text) {
+  std::string lower(text);
+  std::ranges::transform(lower, lower.begin(), [](char c) {
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  });
+  return lower;
+}
+
+// Takes the first word of `text` and the blanks behind it.
+std::string TakeWord(std::string_view& text) {
+  const std::size_t end = std::min(text.find(' '), text.size());
+  std::string word(text.substr(0, end));
+  text = Trim(text.substr(end));
+  return word;
+}
+
+void AddLittle(std::string& bytes, std::uint32_t value, int size) {
+  for (int i = 0; i < size; ++i) bytes += static_cast<char>((value >> (8 * i)) & 0xFF);
+}
+
+const std::map<unsigned, std::string>& ErrorTexts() {
+  static const std::map<unsigned, std::string> texts = {
+      {kMciUnrecognizedCommand, "The driver cannot recognize the specified command."},
+      {kMciInvalidDeviceName, "The specified device is not open or is not recognized by MCI."},
+      {kMciBadInteger, "An integer is required for this command."},
+      {kMciFileNotSaved, "The file was not saved."},
+      {kMciDuplicateAlias, "The specified alias is already being used in this application."},
+      {kMciBadConstant, "The specified value is out of range."},
+      {kMciNonApplicable, "The specified command cannot be carried out now."},
+      {kMciExtraCharacters, "There are extra characters after the command."},
+      {kMciFormatUnsuitable, "No device can record files in the current format."},
+  };
+  return texts;
+}
+
+}  // namespace
+
+Mci::Reply SimMci::Send(const std::string& command, unsigned reply_length) {
+  Reply reply;
+  const auto failing = std::ranges::find_if(
+      failing_, [&](const auto& entry) { return command.starts_with(entry.first); });
+  reply.error = failing != failing_.end() ? failing->second : Run(command, reply.text);
+  commands_.push_back({command, reply.error});
+  // The buffer holds the end of the text as well.
+  reply.text.resize(
+      std::min<std::size_t>(reply.text.size(), reply_length == 0 ? 0 : reply_length - 1));
+  return reply;
+}
+
+std::string SimMci::ErrorText(unsigned error) {
+  const auto text = ErrorTexts().find(error);
+  return text != ErrorTexts().end() ? text->second : "MCI error " + Decimal(error);
+}
+
+void SimMci::FailCommand(const std::string& prefix, unsigned error) {
+  if (error == 0) {
+    failing_.erase(prefix);
+  } else {
+    failing_[prefix] = error;
+  }
+}
+
+unsigned SimMci::OrderFault(unsigned error) {
+  ++order_faults_;
+  return error;
+}
+
+unsigned SimMci::Run(std::string_view command, std::string& reply) {
+  const std::string verb = Lower(TakeWord(command));
+  if (verb == "close" && Lower(command) == "all") {
+    device_.reset();
+    return 0;
+  }
+  if (verb == "open") return Open(command);
+  if (verb != "set" && verb != "record" && verb != "stop" && verb != "save" && verb != "status" &&
+      verb != "close") {
+    return OrderFault(kMciUnrecognizedCommand);
+  }
+  if (!TakeAlias(command)) return OrderFault(kMciInvalidDeviceName);
+  if (verb == "set") return Set(command);
+  if (verb == "save") return Save(command);
+  if (verb == "status") return Status(command, reply);
+  if (!command.empty()) return OrderFault(kMciExtraCharacters);
+  if (verb == "record") {
+    if (device_->recording_since) return OrderFault(kMciNonApplicable);
+    if (device_->alignment != device_->channels * device_->bits / 8) return kMciFormatUnsuitable;
+    device_->recording_since = loop_.TickMs();
+  } else {
+    StopRecording();
+    if (verb == "close") device_.reset();
+  }
+  return 0;
+}
+
+bool SimMci::TakeAlias(std::string_view& rest) const {
+  const std::string alias = TakeWord(rest);
+  return device_ && Lower(alias) == device_->alias;
+}
+
+unsigned SimMci::Open(std::string_view rest) {
+  if (Lower(TakeWord(rest)) != "new" || Lower(TakeWord(rest)) != "type" ||
+      Lower(TakeWord(rest)) != "waveaudio" || Lower(TakeWord(rest)) != "alias" || rest.empty()) {
+    return OrderFault(kMciUnrecognizedCommand);
+  }
+  if (device_) return OrderFault(kMciDuplicateAlias);
+  device_.emplace();
+  device_->alias = Lower(rest);
+  return 0;
+}
+
+unsigned SimMci::Set(std::string_view rest) {
+  if (device_->recording_since) return OrderFault(kMciNonApplicable);
+  const std::string text = Lower(rest);
+  if (text == "time format ms" || text == "format tag pcm") return 0;
+  const std::string item = TakeWord(rest);
+  int Device::*field = nullptr;
+  if (item == "channels") field = &Device::channels;
+  if (item == "samplespersec") field = &Device::rate;
+  if (item == "bitspersample") field = &Device::bits;
+  if (item == "alignment") field = &Device::alignment;
+  if (field == nullptr) return OrderFault(kMciBadConstant);
+  const std::optional<int> value = ParseDecimal<int>(rest);
+  if (!value || *value <= 0) return OrderFault(kMciBadInteger);
+  (*device_).*field = *value;
+  return 0;
+}
+
+void SimMci::StopRecording() {
+  if (!device_->recording_since) return;
+  device_->recorded_ms += loop_.TickMs() - *device_->recording_since;
+  device_->recording_since.reset();
+}
+
+unsigned SimMci::Save(std::string_view rest) {
+  if (device_->recording_since) return OrderFault(kMciNonApplicable);
+  std::string path(rest);
+  if (path.size() >= 2 && path.front() == '"' && path.back() == '"') {
+    path = path.substr(1, path.size() - 2);
+  } else if (path.empty() || Contains(path, " ")) {
+    return OrderFault(kMciExtraCharacters);
+  }
+  if (files_.WriteAll(path, WavFile()) != kFileOk) return kMciFileNotSaved;
+  ++saved_;
+  return 0;
+}
+
+unsigned SimMci::Status(std::string_view rest, std::string& reply) {
+  const std::string item = Lower(rest);
+  const std::map<std::string, std::string> truth = {
+      {"channels", Decimal(device_->channels)},
+      {"bitspersample", Decimal(device_->bits)},
+      {"samplespersec", Decimal(device_->rate)},
+      {"bytespersec", Decimal(device_->rate * device_->alignment)},
+      {"alignment", Decimal(device_->alignment)},
+      {"mode", device_->recording_since ? "recording" : "stopped"}};
+  const auto found = truth.find(item);
+  if (found == truth.end()) return OrderFault(kMciBadConstant);
+  const auto given = status_.find(item);
+  reply = given != status_.end() ? given->second : found->second;
+  return 0;
+}
+
+std::string SimMci::WavFile() const {
+  const std::int64_t ms = std::clamp<std::int64_t>(device_->recorded_ms, 0, kLongestSavedMs);
+  const std::uint32_t frame = static_cast<std::uint32_t>(device_->alignment);
+  const std::uint32_t rate = static_cast<std::uint32_t>(device_->rate);
+  const std::uint32_t data_size = static_cast<std::uint32_t>(ms) * rate / 1000 * frame;
+  std::string wav = "RIFF";
+  AddLittle(wav, 36 + data_size, 4);
+  wav += "WAVEfmt ";
+  AddLittle(wav, 16, 4);
+  AddLittle(wav, 1, 2);  // PCM
+  AddLittle(wav, static_cast<std::uint32_t>(device_->channels), 2);
+  AddLittle(wav, rate, 4);
+  AddLittle(wav, written_byte_rate_.value_or(rate * frame), 4);
+  AddLittle(wav, frame, 2);
+  AddLittle(wav, static_cast<std::uint32_t>(device_->bits), 2);
+  wav += "data";
+  AddLittle(wav, data_size, 4);
+  wav.append(data_size, device_->bits == 8 ? '\x80' : '\0');
+  return wav;
+}
+
+}  // namespace corvane::sim
