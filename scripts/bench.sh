@@ -9,7 +9,7 @@ source scripts/lib/packages.sh
 
 need_packages $BENCH_PACKAGES
 step "Building the benchmarks"
-configure_and_build native || die "the benchmarks could not be built"
+configure_and_build native benchmarks || die "the benchmarks could not be built"
 code=0
 for program in "$BUILD"/native/bench/bench_*; do
   [ -f "$program" ] && [ -x "$program" ] || continue

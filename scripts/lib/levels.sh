@@ -130,7 +130,7 @@ run_fuzz_target() {
 
 level_bench() {
   local program found=
-  if ! configure_and_build native; then
+  if ! configure_and_build native benchmarks; then
     fail "bench: build"
     return
   fi
