@@ -1,4 +1,5 @@
-// The recorder against a device that records what it is told and files kept in memory.
+// The recorder against a device that does what a test says, with files kept in memory; and against
+// the simulated device and real files.
 #include "record/recorder.h"
 
 #include <map>
@@ -8,6 +9,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "sim/sim_files.h"
+#include "sim/sim_loop.h"
+#include "sim/sim_mci.h"
 
 namespace corvane {
 namespace {
@@ -426,6 +431,109 @@ TEST_F(RecorderTest, RecordingEndsInTheFolderOfTheDayInWhichItStops) {
   folder = "C:\\My Corvane\\Daily\\20261116";
   Stop();
   EXPECT_TRUE(files.content.contains(folder + "\\Record\\143005_1234_5010.wav"));
+}
+
+class RecorderOnFilesTest : public ::testing::Test {
+ protected:
+  RecorderOnFilesTest() { files.PutDirectory(kRecords); }
+
+  void Record(const std::string& name, const std::string& suffix = {}) {
+    recorder.StartRecording(name, "1", "16", "22050");
+    loop.Sleep(1500);
+    recorder.ForcedEndSuffix = suffix;
+    recorder.StopRecording();
+  }
+  [[nodiscard]] std::string Field(const std::string& file, std::size_t at, std::size_t size) {
+    return files.Content(kRecords + "\\" + file).value_or("").substr(at, size);
+  }
+  [[nodiscard]] const std::vector<std::string>& StatusLog() const {
+    return form.lstStatusLog.items();
+  }
+
+  const std::string kRecords = "C:\\Corvane\\Daily\\20261115\\Record";
+
+  NullSink sink;
+  Form1 form{sink};
+  sim::SimLoop loop;
+  sim::SimFiles files;
+  sim::SimMci mci{loop, files};
+  Recorder recorder{mci, files, form, [] { return "C:\\Corvane\\Daily\\20261115"; }};
+};
+
+TEST_F(RecorderOnFilesTest, CommandsComeInAnOrderThatTheDeviceAccepts) {
+  Record("a");
+  Record("b");
+  EXPECT_EQ(mci.order_faults(), 0);
+  EXPECT_EQ(mci.saved(), 2);
+  EXPECT_FALSE(mci.open());
+  EXPECT_THAT(StatusLog(), IsEmpty());
+  EXPECT_THAT(files.List(kRecords), ElementsAre("a.wav", "b.wav"));
+}
+
+TEST_F(RecorderOnFilesTest, WrongByteRateOfTheDeviceIsRepaired) {
+  mci.SetWrittenByteRate(11025);
+  Record("a");
+  EXPECT_EQ(Field("a.wav", 0, 4), "RIFF");
+  EXPECT_EQ(Field("a.wav", 22, 2), std::string("\x01\x00", 2));          // channels
+  EXPECT_EQ(Field("a.wav", 24, 4), std::string("\x22\x56\x00\x00", 4));  // 22050 a second
+  EXPECT_EQ(Field("a.wav", 28, 4), std::string("\x44\xAC\x00\x00", 4));  // 44100 bytes a second
+  EXPECT_EQ(Field("a.wav", 32, 4), std::string("\x02\x00\x10\x00", 4));  // alignment, bits
+}
+
+TEST_F(RecorderOnFilesTest, ForcedEndIsNamedOrDeleted) {
+  Record("a", "_call_forced_end");
+  EXPECT_THAT(files.List(kRecords), ElementsAre("a_call_forced_end.wav"));
+  form.chkDeleteForcedCallEndFile.value = 1;
+  Record("b", "_call_forced_end");
+  EXPECT_THAT(files.List(kRecords), ElementsAre("a_call_forced_end.wav"));
+  EXPECT_THAT(StatusLog(), IsEmpty());
+}
+
+TEST_F(RecorderOnFilesTest, FailedSaveIsFinalisedAsAFileOfThreeBytesBehindTheGap) {
+  mci.FailCommand("save", sim::kMciFileNotSaved);
+  Record("a");
+  EXPECT_THAT(StatusLog(), ElementsAre(mci.ErrorText(sim::kMciFileNotSaved) + " Error (save)"));
+  EXPECT_EQ(files.Content(kRecords + "\\a.wav"),
+            std::string(28, '\0') + std::string("\x44\xAC\x00", 3));
+}
+
+TEST_F(RecorderOnFilesTest, SameNameTwiceKeepsTheFirstAndLeavesTheSecondUnnamed) {
+  Record("a");
+  Record("a");
+  EXPECT_THAT(StatusLog(), ElementsAre("Error saving recording [58]"));
+  EXPECT_THAT(files.List(kRecords), ElementsAre("a.wav", "newTmp.wav"));
+  Record("b");
+  EXPECT_THAT(files.List(kRecords), ElementsAre("a.wav", "b.wav"));
+}
+
+TEST_F(RecorderOnFilesTest, DeviceLeftOpenByAFailedRunIsClosedFirst) {
+  mci.FailCommand("close recsound", sim::kMciInvalidDeviceName);
+  Record("a");
+  EXPECT_EQ(StatusLog().size(), 1u);
+  mci.FailCommand("close recsound", 0);
+  Record("b");
+  EXPECT_EQ(StatusLog().size(), 1u);
+  EXPECT_THAT(files.List(kRecords), ElementsAre("a.wav", "b.wav"));
+}
+
+TEST_F(RecorderOnFilesTest, EveryFileOperationMayFailAndTheNextRecordingWorks) {
+  for (int step = 1;; ++step) {
+    SCOPED_TRACE(step);
+    files.ResetSteps();
+    files.FailAtStep(step, kDiskFull);
+    Record("failing" + std::to_string(step));
+    const bool reached = files.steps() >= step;
+    EXPECT_EQ(!StatusLog().empty(), reached);
+    files.FailAtStep(0, kFileOk);
+    form.lstStatusLog.Clear();
+    Record("next" + std::to_string(step));
+    EXPECT_THAT(StatusLog(), IsEmpty());
+    EXPECT_TRUE(files.Content(kRecords + "\\next" + std::to_string(step) + ".wav").has_value());
+    if (!reached) {
+      EXPECT_GT(step, 3);
+      break;
+    }
+  }
 }
 
 }  // namespace
