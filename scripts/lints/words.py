@@ -62,7 +62,7 @@ CALLS = [
      everywhere),
     (r"\b(stoi|stol|stoll|stoul|stoull|stof|stod|stold|atoi|atol|atoll|atof|strtol|strtoll|strtoul"
      r"|strtoull|strtod)\s*\(", "number reading that depends on the region or throws; use "
-     "base/number_text.h", everywhere),
+     "base/number_text.h", portable_program),
     (r"(?<![\w.>:])(?:std::)?(time|localtime|gmtime|mktime|strftime|clock)\s*\(",
      "time comes from Loop or WallClock", portable_program),
     (r"\b(system_clock|steady_clock|high_resolution_clock)\b",
