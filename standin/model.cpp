@@ -246,6 +246,9 @@ void Model::ShowState() {
     if (*carrier == air_.control_carrier) where += " - control channel";
   }
   tree_.SetText(ids().tuned, where);
+  for (std::size_t i = 0; i < ids().timeslots.size(); ++i) {
+    tree_.SetChecked(ids().timeslots[i], static_cast<int>(i) + 1 == state.slot);
+  }
   const Call* heard = receiver_->HeardCall();
   const std::optional<Tone> tone = receiver_->CurrentTone();
   std::string sound = "Silence";

@@ -184,6 +184,7 @@ void WindowTree::OnText(WindowId id, std::function<void()> action) {
 bool WindowTree::Press(WindowId id) {
   const Window* window = Find(id);
   if (window == nullptr || !IsPressable(window->kind)) return false;
+  if (window->kind == Kind::kSelector) return MouseDown(id, 0, 0);
   const std::function<void()> action = window->on_press;
   if (window->kind == Kind::kCheckBox || window->kind == Kind::kDrawnCheckBox) {
     SetChecked(id, !window->checked);

@@ -120,8 +120,8 @@ class WindowTree {
   void OnText(WindowId id, std::function<void()> action);
 
   // What a user or another program does. False when there is no such window or it is not that kind.
-  bool Press(WindowId id);                    // a button or check box; a check box toggles first
-  bool MouseDown(WindowId id, int x, int y);  // a selector, inside its rectangle
+  bool Press(WindowId id);  // a button or check box, which toggles first; a selector as MouseDown
+  bool MouseDown(WindowId id, int x, int y);           // a selector, inside its rectangle
   bool EnterText(WindowId id, std::string_view text);  // any window; the mirror is told too
 
   [[nodiscard]] bool IsVisible(WindowId id) const;  // itself and all its ancestors

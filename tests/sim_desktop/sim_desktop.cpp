@@ -105,8 +105,6 @@ SimDesktop::SimDesktop(Loop& loop, standin::Options options, std::string_view sc
   socket_ = MakeSocket();
   own_window_ = AddForeignWindow("CorvaneMain", "Corvane", kOwnBox);
   windows_->SetOwnMainWindow(own_window_);
-  timer_ = loop.MakeTimer(kTickMs, [this] { CatchUp(); });
-  timer_->SetEnabled(true);
   CatchUp();
 }
 

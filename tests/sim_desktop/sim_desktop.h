@@ -67,10 +67,6 @@ class SimWire : public standin::NetRemoteServer::Wire {
 
 class SimDesktop {
  public:
-  // How often the world outside is looked after while the program only waits for events. Calls into
-  // the desktop see it as it is at that moment in any case.
-  static constexpr int kTickMs = 10;
-
   // Throws std::invalid_argument with the line number when the scenario is faulty.
   explicit SimDesktop(Loop& loop, standin::Options options = {}, std::string_view scenario = {});
   ~SimDesktop();
@@ -84,11 +80,10 @@ class SimDesktop {
   // One more client of the server.
   [[nodiscard]] std::unique_ptr<SimSocket> MakeSocket();
 
-  // Lets everything outside the program happen that is due at the loop's time. Idempotent and
-  // cheap: a simulated loop calls it whenever its clock has moved (also in Sleep and
-  // WaitForSocketEvents).
+  // The world outside, for SimLoop::SetOutside: everything outside the program happens that is due
+  // at the loop's time; and when the next of it is due. Calls into the desktop catch up by
+  // themselves, but nothing arrives at a waiting program unless the loop is told of these two.
   void CatchUp();
-  // When something outside happens next, on the loop's clock.
   [[nodiscard]] std::optional<std::int64_t> NextDueMs() const;
 
   // A command as in a scenario file, now. Throws std::invalid_argument when it is refused.
@@ -112,7 +107,6 @@ class SimDesktop {
   std::unique_ptr<SimWire> wire_;
   std::unique_ptr<SimWindowOps> windows_;
   std::unique_ptr<SimSocket> socket_;
-  std::unique_ptr<Timer> timer_;
   standin::WindowId own_window_ = 0;
 };
 

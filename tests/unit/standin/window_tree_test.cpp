@@ -1,0 +1,165 @@
+// Windows as state: order, behaviours, what the screen shows.
+#include "standin/window_tree.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane::standin {
+namespace {
+
+class Witness : public WindowTree::Observer {
+ public:
+  void Created(const Window& window) override { told += "+" + window.text; }
+  void Destroyed(WindowId id) override { told += "-" + std::to_string(id); }
+  void Changed(const Window& window, Aspect) override { told += "~" + window.text; }
+  void Appended(const Window&, std::string_view text) override { told += ">" + std::string(text); }
+  void ItemAdded(const Window& window, bool dropped) override {
+    told += (dropped ? "!" : "*") + window.items.back();
+  }
+  std::string told;
+};
+
+class WindowTreeTest : public ::testing::Test {
+ protected:
+  WindowId Frame(const std::string& text, Box box = {100, 100, 300, 200}) {
+    return tree_.Add(0, {Kind::kFrame, "Frame", text, box, true});
+  }
+  WindowId Child(WindowId parent, Kind kind, const std::string& text, Box box = {10, 10, 100, 20}) {
+    return tree_.Add(parent, {kind, "Control", text, box, true});
+  }
+  WindowTree tree_;
+};
+
+TEST_F(WindowTreeTest, KeepsTheNewestTopLevelWindowInFrontAndChildrenInOrder) {
+  const WindowId a = Frame("a");
+  const WindowId b = Frame("b");
+  EXPECT_EQ(tree_.top_level(), (std::vector<WindowId>{b, a}));
+  tree_.Raise(a);
+  EXPECT_EQ(tree_.top_level(), (std::vector<WindowId>{a, b}));
+  const WindowId panel = Child(a, Kind::kPanel, "");
+  const WindowId inner = Child(panel, Kind::kLabel, "");
+  const WindowId last = Child(a, Kind::kLabel, "");
+  EXPECT_EQ(tree_.Descendants(a), (std::vector<WindowId>{panel, inner, last}));
+  EXPECT_TRUE(tree_.Descendants(b).empty());
+}
+
+TEST_F(WindowTreeTest, DestroysDescendantsAndNeverGivesAnIdAgain) {
+  const WindowId a = Frame("a");
+  const WindowId child = Child(a, Kind::kPanel, "");
+  tree_.Destroy(a);
+  EXPECT_EQ(tree_.Find(a), nullptr);
+  EXPECT_EQ(tree_.Find(child), nullptr);
+  EXPECT_TRUE(tree_.top_level().empty());
+  EXPECT_GT(Frame("b"), child);
+  tree_.Destroy(a);
+  tree_.Destroy(0);
+}
+
+TEST_F(WindowTreeTest, MakesNoChildOfAWindowThatIsGone) {
+  EXPECT_EQ(Child(77, Kind::kLabel, "x"), 0u);
+}
+
+TEST_F(WindowTreeTest, TogglesACheckBoxBeforeItsAction) {
+  const WindowId box = Child(Frame("a"), Kind::kDrawnCheckBox, "box");
+  bool seen = false;
+  tree_.OnPress(box, [&] { seen = tree_.Find(box)->checked; });
+  EXPECT_TRUE(tree_.Press(box));
+  EXPECT_TRUE(seen);
+  EXPECT_TRUE(tree_.Press(box));
+  EXPECT_FALSE(seen);
+}
+
+TEST_F(WindowTreeTest, PressesOnlyWhatCanBePressed) {
+  const WindowId frame = Frame("a");
+  EXPECT_FALSE(tree_.Press(frame));
+  EXPECT_FALSE(tree_.Press(Child(frame, Kind::kLabel, "x")));
+  EXPECT_FALSE(tree_.Press(0));
+  EXPECT_TRUE(tree_.Press(Child(frame, Kind::kButton, "x")));
+}
+
+TEST_F(WindowTreeTest, LetsAnActionDestroyItsOwnWindow) {
+  const WindowId frame = Frame("a");
+  const WindowId button = Child(frame, Kind::kButton, "x");
+  tree_.OnPress(button, [&] { tree_.Destroy(frame); });
+  EXPECT_TRUE(tree_.Press(button));
+  EXPECT_EQ(tree_.Find(button), nullptr);
+}
+
+TEST_F(WindowTreeTest, ReactsToAMouseDownInsideASelector) {
+  const WindowId selector = Child(Frame("a"), Kind::kSelector, "x");
+  int seen = -1;
+  tree_.OnMouseDown(selector, [&](int x, int) { seen = x; });
+  EXPECT_TRUE(tree_.MouseDown(selector, 38, 13));
+  EXPECT_EQ(seen, 38);
+  EXPECT_FALSE(tree_.MouseDown(selector, 100, 13));
+  EXPECT_FALSE(tree_.MouseDown(selector, 38, -1));
+  EXPECT_TRUE(tree_.Press(selector));
+  EXPECT_EQ(seen, 0);
+}
+
+TEST_F(WindowTreeTest, HidesDescendantsWithTheirAncestor) {
+  const WindowId frame = Frame("a");
+  const WindowId panel = Child(frame, Kind::kPanel, "");
+  const WindowId label = Child(panel, Kind::kLabel, "");
+  EXPECT_TRUE(tree_.IsVisible(label));
+  tree_.SetVisible(panel, false);
+  EXPECT_FALSE(tree_.IsVisible(label));
+  EXPECT_FALSE(tree_.IsVisible(0));
+}
+
+TEST_F(WindowTreeTest, ShowsACheckBoxInTheTwoColours) {
+  const WindowId frame = Frame("a");
+  const WindowId box = Child(Child(frame, Kind::kPanel, ""), Kind::kDrawnCheckBox, "box");
+  const Box at = tree_.ScreenBox(box);
+  EXPECT_EQ(at, (Box{100 + 8 + 20, 100 + 31 + 20, 100, 20}));
+  EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kUncheckedColour);
+  tree_.Press(box);
+  EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kCheckedColour);
+  tree_.SetPaint(box, Paint::kOther);
+  EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kOtherColour);
+  EXPECT_EQ(tree_.PixelAt(at.left + 30, at.top + 7), kWindowColour);
+}
+
+TEST_F(WindowTreeTest, ShowsWhatCoversACheckBox) {
+  const WindowId frame = Frame("a");
+  const WindowId box = Child(frame, Kind::kDrawnCheckBox, "box");
+  const Box at = tree_.ScreenBox(box);
+  const WindowId cover = Frame("cover");
+  EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kWindowColour);
+  EXPECT_EQ(tree_.WindowAt(at.left + 7, at.top + 7), cover);
+  tree_.SetShowState(cover, ShowState::kMinimised);
+  EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kUncheckedColour);
+  tree_.SetVisible(frame, false);
+  EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kDesktopColour);
+}
+
+TEST_F(WindowTreeTest, HasNoPixelsOutsideOfTheScreen) {
+  EXPECT_EQ(tree_.PixelAt(-1, 5), -1);
+  EXPECT_EQ(tree_.PixelAt(5, -1), -1);
+  EXPECT_EQ(tree_.PixelAt(WindowTree::kScreenWidth, 5), -1);
+  EXPECT_EQ(tree_.PixelAt(5, WindowTree::kScreenHeight), -1);
+  EXPECT_EQ(tree_.PixelAt(5, 5), kDesktopColour);
+}
+
+TEST_F(WindowTreeTest, TellsTheMirrorOfEveryChangeOnce) {
+  Witness witness;
+  tree_.SetObserver(&witness);
+  const WindowId frame = Frame("a");
+  const WindowId list = Child(frame, Kind::kListBox, "l");
+  const WindowId box = Child(frame, Kind::kMultiLine, "m");
+  tree_.SetText(frame, "b");
+  tree_.SetText(frame, "b");
+  tree_.AppendText(box, "x", 100);
+  tree_.AddItem(list, "1", 1);
+  tree_.AddItem(list, "2", 1);
+  tree_.Destroy(frame);
+  EXPECT_EQ(witness.told, "+a+l+~b>x*1!2-2-3-1");
+}
+
+TEST_F(WindowTreeTest, HalvesAFullBox) {
+  const WindowId box = Child(Frame("a"), Kind::kMultiLine, "");
+  for (int i = 0; i < 6; ++i) tree_.AppendText(box, "aaaa\r\n", 30);
+  EXPECT_EQ(tree_.Find(box)->lines.LineCount(), 3);
+}
+
+}  // namespace
+}  // namespace corvane::standin
