@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <vector>
 
 #include "tests/unit/store/golden_files.h"
 
@@ -36,24 +37,27 @@ SettingsRecord EveryFieldItsOwn() {
 
 TEST(SettingsRecord, EveryByteStandsWhereItIsLaidDown) {
   const std::string bytes = EncodeSettings(EveryFieldItsOwn());
-  const unsigned char expected[] = {30,   0,                         // Timeout
-                                    4,    3,    2,    1,             // MainWindowTop
-                                    0xF1, 0xFF, 0xFF, 0xFF,          // MainWindowLeft
-                                    3,    0,                         // BaseFrequencyIndex
-                                    0x9F, 0x0F,                      // ParkCarrier
-                                    1,    0,    1,    2,    0,   1,  // six check boxes
-                                    0xFF, 0xFF,                      // CompactMode
-                                    2,    0,                         // OffsetIndex
-                                    1,    0,                         // RecordModeIndex
-                                    1,                               // DeleteForcedCallEndFile
-                                    60,                              // VcVolume
-                                    0x5E, 0x71, 0xA1, 0,             // CheckedColour
-                                    0xE1, 0xE2, 0xE3, 0,             // UncheckedColour
-                                    1,                               // PositionSdrSharps
-                                    14,   0,                         // length of PositionSdrSharpCC
-                                    '1',  '0',  ',',  '2',  '0', ',', '1',
-                                    '0',  '3',  '4',  ',',  '7', '8', '8'};
-  EXPECT_EQ(bytes, std::string(reinterpret_cast<const char*>(expected), sizeof expected));
+  const std::vector<int> expected = {30,   0,                         // Timeout
+                                     4,    3,    2,    1,             // MainWindowTop
+                                     0xF1, 0xFF, 0xFF, 0xFF,          // MainWindowLeft
+                                     3,    0,                         // BaseFrequencyIndex
+                                     0x9F, 0x0F,                      // ParkCarrier
+                                     1,    0,    1,    2,    0,   1,  // six check boxes
+                                     0xFF, 0xFF,                      // CompactMode
+                                     2,    0,                         // OffsetIndex
+                                     1,    0,                         // RecordModeIndex
+                                     1,                               // DeleteForcedCallEndFile
+                                     60,                              // VcVolume
+                                     0x5E, 0x71, 0xA1, 0,             // CheckedColour
+                                     0xE1, 0xE2, 0xE3, 0,             // UncheckedColour
+                                     1,                               // PositionSdrSharps
+                                     14,   0,  // length of PositionSdrSharpCC
+                                     '1',  '0',  ',',  '2',  '0', ',', '1',
+                                     '0',  '3',  '4',  ',',  '7', '8', '8'};
+  ASSERT_EQ(bytes.size(), expected.size());
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    EXPECT_EQ(static_cast<unsigned char>(bytes[i]), expected[i]) << "at offset " << i;
+  }
 }
 
 TEST(SettingsRecord, GoldenFilesAreWrittenToTheByte) {
