@@ -43,6 +43,20 @@ void ReportTopIndex(const ChildWindow& list) {
   static_cast<ListBox&>(*list.control).ReportTopIndex(static_cast<int>(Send(list, LB_GETTOPINDEX)));
 }
 
+bool EndInView(const ChildWindow& list) {
+  const LRESULT count = Send(list, LB_GETCOUNT);
+  RECT line{};
+  RECT client{};
+  Send(list, LB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&line));
+  GetClientRect(Handle(list), &client);
+  return count == 0 || line.top < client.bottom;
+}
+
+void ScrollToEnd(const ChildWindow& list) {
+  Send(list, LB_SETTOPINDEX, static_cast<WPARAM>(Send(list, LB_GETCOUNT) - 1));
+  ReportTopIndex(list);
+}
+
 int SelectedIndex(const ChildWindow& child) {
   const UINT message = child.kind == ChildKind::kComboBox ? CB_GETCURSEL : LB_GETCURSEL;
   return static_cast<int>(Send(child, message));
@@ -243,8 +257,8 @@ void ChildWindows::SetTabStop(const ChildWindow& child) {
     stop = stop && option->value;
   }
   const LONG_PTR style = GetWindowLongPtrA(Handle(child), GWL_STYLE);
-  SetWindowLongPtrA(Handle(child), GWL_STYLE,
-                    stop ? style | WS_TABSTOP : style & ~static_cast<LONG_PTR>(WS_TABSTOP));
+  const LONG_PTR wanted = stop ? style | WS_TABSTOP : style & ~static_cast<LONG_PTR>(WS_TABSTOP);
+  if (style != wanted) SetWindowLongPtrA(Handle(child), GWL_STYLE, wanted);
 }
 
 void ChildWindows::UpdateDisabledTip(const ChildWindow& child) {
@@ -269,6 +283,7 @@ void ChildWindows::Widen(ChildWindow& list, const std::string& line) {
   GetClientRect(Handle(list), &client);
   if (list.id == ControlId::lstCallLog && call_log_client_height_ != 0 &&
       client.bottom != call_log_client_height_) {
+    list.asked = {};
     LayOut(dpi_, compact_);
   }
 }

@@ -15,6 +15,8 @@ namespace {
 
 // Rows of a combo box's opened list.
 constexpr int kDropRows = 10;
+// Room around the text of a text or combo box, top and bottom together, in twips.
+constexpr int kFieldMargin = 60;
 // Taller labels than this, in twips, show their text in several lines.
 constexpr int kOneLineHeight = 25 * kTwipsPerInch / kDesignDpi;
 
@@ -45,6 +47,9 @@ WindowStyle StyleOf(ChildKind kind, const ControlPlace& place) {
       DWORD style = SS_LEFT | SS_NOTIFY;
       if (place.height <= kOneLineHeight) style |= SS_ENDELLIPSIS;
       if (place.id == ControlId::lblPositionSdrSharpCC) style |= SS_CENTERIMAGE | WS_BORDER;
+      if (place.id == ControlId::lblManualD_Release) {
+        style |= SS_CENTER | SS_CENTERIMAGE | WS_BORDER;
+      }
       return {WC_STATICA, style, 0};
     }
     case ChildKind::kShape:
@@ -129,7 +134,7 @@ bool ChildWindows::CreateChild(const ControlPlace& place, Control& control) {
       nullptr);
   if (window == nullptr) return false;
   by_control_[&control] = children_.size();
-  children_.push_back({kind, place.id, &control, &place, nullptr, window, {}, 0});
+  children_.push_back({kind, place.id, &control, &place, nullptr, window, {}, {}, 0});
   tips_.Add(window, Number(place.id));
   return true;
 }
@@ -186,44 +191,55 @@ void ChildWindows::LayOut(int dpi, bool compact) {
   const auto placed = ComputeLayout(input);
   for (std::size_t index = 0; index < placed.size(); ++index) {
     ChildWindow& child = children_[index];
-    child.rect = placed[index].rect;
-    Place(child);
-    if (child.kind == ChildKind::kFrame) InvalidateRect(Handle(child), nullptr, FALSE);
+    if (child.asked != placed[index].rect) {
+      child.asked = child.rect = placed[index].rect;
+      Place(child);
+      if (child.kind == ChildKind::kFrame) InvalidateRect(Handle(child), nullptr, FALSE);
+      if (child.id == ControlId::lstCallLog) FitCallLog(child);
+      UpdateDisabledTip(child);
+    }
     SetTabStop(child);
-    UpdateDisabledTip(child);
   }
-  FitCallLog(*Find(ControlId::lstCallLog));
 }
 
 void ChildWindows::ChangeDpi(int dpi, bool compact) {
   dpi_ = dpi;
   fonts_.Remake(dpi);
+  std::vector<ChildWindow*> at_end;
   for (ChildWindow& child : children_) {
+    if (child.kind == ChildKind::kListBox && EndInView(child)) at_end.push_back(&child);
     SetFont(child);
+    child.asked = {};
     if (child.kind == ChildKind::kListBox) MeasureLines(child);
   }
   fonts_.Release();
   LayOut(dpi, compact);
+  for (const ChildWindow* list : at_end) ScrollToEnd(*list);
   InvalidateRect(static_cast<HWND>(owner_), nullptr, TRUE);
 }
 
-void ChildWindows::Place(const ChildWindow& child) {
-  const auto move = [&](int height) {
-    SetWindowPos(Handle(child), nullptr, child.rect.left, child.rect.top, child.rect.width, height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-  };
-  if (child.kind != ChildKind::kComboBox) {
-    move(child.rect.height);
-    return;
+void ChildWindows::Place(ChildWindow& child) {
+  const int line = fonts_.LineHeight(child.place->font);
+  const bool is_field = child.kind == ChildKind::kTextBox || child.kind == ChildKind::kComboBox;
+  if (is_field) {
+    // The text stands at the top of such a window, which is therefore no higher than it needs.
+    const int field = line + 2 * GetSystemMetrics(SM_CYEDGE) + ToPixels(kFieldMargin, dpi_);
+    const int spare = std::max(0, child.rect.height - field);
+    child.rect.top += spare / 2;
+    child.rect.height -= spare;
   }
+  const bool is_combo = child.kind == ChildKind::kComboBox;
+  SetWindowPos(Handle(child), nullptr, child.rect.left, child.rect.top, child.rect.width,
+               child.rect.height + (is_combo ? kDropRows * line : 0),
+               SWP_NOZORDER | SWP_NOACTIVATE);
+  if (!is_combo) return;
   // A combo box is given the height with its list open; closed, it follows from its field's.
-  move(child.rect.height + kDropRows * fonts_.LineHeight(child.place->font));
   RECT closed{};
   GetWindowRect(Handle(child), &closed);
   const int missing = child.rect.height - static_cast<int>(closed.bottom - closed.top);
-  const auto field = static_cast<WPARAM>(-1);
-  const LRESULT height = SendMessageA(Handle(child), CB_GETITEMHEIGHT, field, 0);
-  SendMessageA(Handle(child), CB_SETITEMHEIGHT, field, height + missing);
+  const auto part = static_cast<WPARAM>(-1);
+  const LRESULT height = SendMessageA(Handle(child), CB_GETITEMHEIGHT, part, 0);
+  SendMessageA(Handle(child), CB_SETITEMHEIGHT, part, height + missing);
 }
 
 // The log shows 21 rows and a part of the next whatever its scroll bars and borders take.

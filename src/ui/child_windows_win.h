@@ -33,8 +33,9 @@ struct ChildWindow {
   const ControlPlace* place;
   const ChildWindow* frame;  // nullptr: stands on the window itself
   void* window;              // HWND
-  PixelRect rect;
-  int extent;  // lists: width of the widest line, in pixels
+  PixelRect asked;           // where the layout wants it
+  PixelRect rect;            // where it stands
+  int extent;                // lists: width of the widest line, in pixels
 };
 
 class ChildWindows {
@@ -85,7 +86,7 @@ class ChildWindows {
   void SetFont(const ChildWindow& child);
   void SetTabStop(const ChildWindow& child);
   void UpdateDisabledTip(const ChildWindow& child);
-  void Place(const ChildWindow& child);
+  void Place(ChildWindow& child);
   void FitCallLog(ChildWindow& log);
   void Widen(ChildWindow& list, const std::string& line);
   void MeasureLines(ChildWindow& list);
@@ -107,6 +108,9 @@ class ChildWindows {
 
 // Reads back where a list is scrolled to; to be called after everything that can scroll it.
 void ReportTopIndex(const ChildWindow& list);
+// True when the list's last line shows, or it has none.
+[[nodiscard]] bool EndInView(const ChildWindow& list);
+void ScrollToEnd(const ChildWindow& list);
 // The line or entry that is selected in the window of a list or combo box; -1: none.
 [[nodiscard]] int SelectedIndex(const ChildWindow& child);
 // The text that the window of a text box shows, cut at kLongestBoxText.

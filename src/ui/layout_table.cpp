@@ -28,15 +28,15 @@ constexpr ControlPlace Place(ControlId id, std::optional<ControlId> frame, int l
 // clang-format off
 constexpr std::array kPlaces = {
     // Link.
-    Place(cmdStartAll, fraWinsock, 8, 5, 72, 24),
-    Place(ShapeWinsock_state, fraWinsock, 88, 10, 14, 14),
-    Place(Label15, fraWinsock, 106, 9, 104, 16),
-    Place(lstStatusLog, fraWinsock, 8, 32, 198, 76),
+    Place(cmdStartAll, fraWinsock, 8, 4, 56, 24),
+    Place(ShapeWinsock_state, fraWinsock, 70, 9, 14, 14),
+    Place(Label15, fraWinsock, 88, 8, 124, 16),
+    Place(lstStatusLog, fraWinsock, 8, 30, 198, 75),
     // Call details.
     Place(lblGroupHold, fraCallDetails, 8, 20, 48, 16),
     Place(lblGroupNumber, fraCallDetails, 58, 17, 86, 20, kGroup),
-    Place(ShapeBusy_state, fraCallDetails, 148, 17, 18, 18),
-    Place(lblManualD_Release, fraCallDetails, 172, 17, 34, 18),
+    Place(ShapeBusy_state, fraCallDetails, 146, 18, 18, 18),
+    Place(lblManualD_Release, fraCallDetails, 170, 17, 36, 20),
     Place(lblGSSI_label, fraCallDetails, 8, 40, 198, 16),
     Place(Label12, fraCallDetails, 8, 60, 48, 16),
     Place(lblCurrentSSI, fraCallDetails, 58, 60, 148, 16),
@@ -98,7 +98,7 @@ constexpr std::array kPlaces = {
     Place(lblValidateState, fraCheckboxDetection, 12, 96, 222, 16),
     Place(lblTetraPanelExpanded, fraCheckboxDetection, 12, 120, 222, 32),
     // Frames.
-    Place(fraWinsock, std::nullopt, 8, 0, 214, 112),
+    Place(fraWinsock, std::nullopt, 8, 3, 214, 108),
     Place(fraCallDetails, std::nullopt, 8, 112, 214, 232, kText, kGrowsDown),
     Place(fraPresets, std::nullopt, 560, 88, 246, 253, kText, kMovesRight | kGrowsDown),
     Place(fraRecordingOptions, std::nullopt, 560, 88, 246, 253, kText, kMovesRight | kGrowsDown),

@@ -1,0 +1,310 @@
+// System calls of the main window's tests.
+#include "desktop/ui_window/real_window.h"
+
+#include <windows.h>
+//
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+
+namespace corvane::ui_test {
+
+namespace {
+
+HWND Hwnd(Handle window) {
+  return static_cast<HWND>(window);
+}
+
+LPARAM Middle(Handle window) {
+  RECT rect{};
+  GetClientRect(Hwnd(window), &rect);
+  return MAKELPARAM(rect.right / 2, rect.bottom / 2);
+}
+
+PixelRect FromRect(const RECT& rect) {
+  return {static_cast<int>(rect.left), static_cast<int>(rect.top),
+          static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top)};
+}
+
+struct ToolTipSearch {
+  HWND owner;
+  HWND found;
+};
+
+BOOL CALLBACK FindToolTips(HWND window, LPARAM data) {
+  auto& search = *reinterpret_cast<ToolTipSearch*>(data);
+  std::array<char, 64> name{};
+  GetClassNameA(window, name.data(), static_cast<int>(name.size()));
+  if (std::string(name.data()) != TOOLTIPS_CLASSA) return TRUE;
+  if (GetWindow(window, GW_OWNER) != search.owner) return TRUE;
+  search.found = window;
+  return FALSE;
+}
+
+HWND ToolTipsOf(Handle window) {
+  ToolTipSearch search{Hwnd(window), nullptr};
+  EnumThreadWindows(GetCurrentThreadId(), FindToolTips, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+BOOL CALLBACK UniteScreens(HMONITOR monitor, HDC, LPRECT, LPARAM data) {
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  auto& all = *reinterpret_cast<RECT*>(data);
+  if (GetMonitorInfoA(monitor, &info)) UnionRect(&all, &all, &info.rcWork);
+  return TRUE;
+}
+
+// A device context with the window's font selected.
+class FontContext {
+ public:
+  explicit FontContext(Handle window) : window_(Hwnd(window)), dc_(GetDC(window_)) {
+    before_ = SelectObject(dc_, reinterpret_cast<HGDIOBJ>(SendMessageA(window_, WM_GETFONT, 0, 0)));
+  }
+  ~FontContext() {
+    SelectObject(dc_, before_);
+    ReleaseDC(window_, dc_);
+  }
+  FontContext(const FontContext&) = delete;
+  FontContext& operator=(const FontContext&) = delete;
+  [[nodiscard]] HDC dc() const { return dc_; }
+
+ private:
+  HWND window_;
+  HDC dc_;
+  HGDIOBJ before_;
+};
+
+}  // namespace
+
+Handle ChildOf(Handle window, ControlId id) {
+  return GetDlgItem(Hwnd(window), Number(id));
+}
+
+std::vector<int> ChildIds(Handle window) {
+  std::vector<int> ids;
+  for (HWND child = GetWindow(Hwnd(window), GW_CHILD); child != nullptr;
+       child = GetWindow(child, GW_HWNDNEXT)) {
+    ids.push_back(GetDlgCtrlID(child));
+  }
+  return ids;
+}
+
+std::string TextOf(Handle window) {
+  std::array<char, 512> text{};
+  const int length = GetWindowTextA(Hwnd(window), text.data(), static_cast<int>(text.size()));
+  return {text.data(), static_cast<std::size_t>(length)};
+}
+
+void SetText(Handle window, const std::string& text) {
+  SendMessageA(Hwnd(window), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+std::intptr_t Send(Handle window, unsigned message, std::uintptr_t w, std::intptr_t l) {
+  return SendMessageA(Hwnd(window), message, w, l);
+}
+
+void Post(Handle window, unsigned message, std::uintptr_t w, std::intptr_t l) {
+  PostMessageA(Hwnd(window), message, w, l);
+}
+
+void PostClick(Handle window) {
+  Post(window, WM_LBUTTONDOWN, MK_LBUTTON, Middle(window));
+  Post(window, WM_LBUTTONUP, 0, Middle(window));
+}
+
+void PostDoubleClick(Handle window) {
+  PostClick(window);
+  Post(window, WM_LBUTTONDBLCLK, MK_LBUTTON, Middle(window));
+  Post(window, WM_LBUTTONUP, 0, Middle(window));
+}
+
+void PostClickAtLine(Handle list, int line, bool twice) {
+  RECT item{};
+  SendMessageA(Hwnd(list), LB_GETITEMRECT, static_cast<WPARAM>(line),
+               reinterpret_cast<LPARAM>(&item));
+  const LPARAM place = MAKELPARAM(item.left + 4, (item.top + item.bottom) / 2);
+  Post(list, WM_LBUTTONDOWN, MK_LBUTTON, place);
+  Post(list, WM_LBUTTONUP, 0, place);
+  if (!twice) return;
+  Post(list, WM_LBUTTONDBLCLK, MK_LBUTTON, place);
+  Post(list, WM_LBUTTONUP, 0, place);
+}
+
+void SendCommand(Handle parent, ControlId id, int code) {
+  SendMessageA(Hwnd(parent), WM_COMMAND,
+               MAKEWPARAM(static_cast<WORD>(Number(id)), static_cast<WORD>(code)),
+               reinterpret_cast<LPARAM>(ChildOf(parent, id)));
+}
+
+bool IsShown(Handle window) {
+  return IsWindowVisible(Hwnd(window)) != FALSE;
+}
+bool HasVisibleStyle(Handle window) {
+  return (GetWindowLongPtrA(Hwnd(window), GWL_STYLE) & WS_VISIBLE) != 0;
+}
+bool IsEnabled(Handle window) {
+  return IsWindowEnabled(Hwnd(window)) != FALSE;
+}
+bool IsWindowAlive(Handle window) {
+  return IsWindow(Hwnd(window)) != FALSE;
+}
+bool IsMinimised(Handle window) {
+  return IsIconic(Hwnd(window)) != FALSE;
+}
+void Minimise(Handle window) {
+  ShowWindow(Hwnd(window), SW_MINIMIZE);
+}
+Handle Focused() {
+  return GetFocus();
+}
+void Focus(Handle window) {
+  SetFocus(Hwnd(window));
+}
+bool IsForeground(Handle window) {
+  return GetForegroundWindow() == Hwnd(window);
+}
+void TakeForeground(Handle window) {
+  SetForegroundWindow(Hwnd(window));
+}
+Handle MakeOtherWindow() {
+  const HWND window = CreateWindowExA(0, WC_EDITA, "other", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                                      200, 100, nullptr, nullptr, nullptr, nullptr);
+  SetForegroundWindow(window);
+  return window;
+}
+void EndWindow(Handle window) {
+  DestroyWindow(Hwnd(window));
+}
+
+PixelRect OuterRect(Handle window) {
+  RECT rect{};
+  GetWindowRect(Hwnd(window), &rect);
+  return FromRect(rect);
+}
+
+PixelRect RectIn(Handle parent, Handle child) {
+  RECT rect{};
+  GetWindowRect(Hwnd(child), &rect);
+  MapWindowPoints(nullptr, Hwnd(parent), reinterpret_cast<POINT*>(&rect), 2);
+  return FromRect(rect);
+}
+
+PixelRect ClientRect(Handle window) {
+  RECT rect{};
+  GetClientRect(Hwnd(window), &rect);
+  return FromRect(rect);
+}
+
+void MoveTo(Handle window, int left, int top) {
+  SetWindowPos(Hwnd(window), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+}
+
+PixelRect WorkArea() {
+  RECT all{};
+  EnumDisplayMonitors(nullptr, nullptr, UniteScreens, reinterpret_cast<LPARAM>(&all));
+  return FromRect(all);
+}
+
+FontFacts FontOfWindow(Handle window) {
+  LOGFONTA font{};
+  GetObjectA(reinterpret_cast<HGDIOBJ>(SendMessageA(Hwnd(window), WM_GETFONT, 0, 0)), sizeof font,
+             &font);
+  return {font.lfFaceName, static_cast<int>(font.lfHeight), static_cast<int>(font.lfWeight)};
+}
+
+int TextWidth(Handle window, const std::string& text) {
+  const FontContext context(window);
+  SIZE size{};
+  GetTextExtentPoint32A(context.dc(), text.data(), static_cast<int>(text.size()), &size);
+  return static_cast<int>(size.cx);
+}
+
+int TextHeight(Handle window) {
+  const FontContext context(window);
+  TEXTMETRICA metrics{};
+  GetTextMetricsA(context.dc(), &metrics);
+  return static_cast<int>(metrics.tmHeight);
+}
+
+std::uint32_t LabelTextColour(Handle window, Handle label) {
+  const HDC dc = GetDC(Hwnd(label));
+  SetTextColor(dc, 0x123456);
+  SendMessageA(Hwnd(window), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+               reinterpret_cast<LPARAM>(label));
+  const COLORREF colour = GetTextColor(dc);
+  ReleaseDC(Hwnd(label), dc);
+  return colour;
+}
+
+std::uint32_t PixelOf(Handle window, int x, int y) {
+  UpdateWindow(Hwnd(window));
+  GdiFlush();
+  const HDC dc = GetDC(Hwnd(window));
+  const COLORREF colour = GetPixel(dc, x, y);
+  ReleaseDC(Hwnd(window), dc);
+  return colour;
+}
+
+std::uint32_t ButtonFaceColour() {
+  return GetSysColor(COLOR_BTNFACE);
+}
+
+std::string ToolTipOf(Handle window, Handle child) {
+  std::array<char, 512> text{};
+  TTTOOLINFOA tool{};
+  tool.cbSize = sizeof tool;
+  tool.hwnd = Hwnd(window);
+  tool.uId = reinterpret_cast<UINT_PTR>(child);
+  tool.lpszText = text.data();
+  SendMessageA(ToolTipsOf(window), TTM_GETTEXTA, text.size(), reinterpret_cast<LPARAM>(&tool));
+  return text.data();
+}
+
+PixelRect DisabledToolTipRect(Handle window, ControlId id) {
+  TTTOOLINFOA tool{};
+  tool.cbSize = sizeof tool;
+  tool.hwnd = Hwnd(window);
+  tool.uId = static_cast<UINT_PTR>(Number(id));
+  SendMessageA(ToolTipsOf(window), TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool));
+  return FromRect(tool.rect);
+}
+
+bool ToolTipsShowAmpersands(Handle window) {
+  return (GetWindowLongPtrA(ToolTipsOf(window), GWL_STYLE) & TTS_NOPREFIX) != 0;
+}
+
+MenuFacts MenuItemOf(Handle window, ControlId id) {
+  std::array<char, 256> text{};
+  MENUITEMINFOA info{};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_STRING | MIIM_STATE;
+  info.dwTypeData = text.data();
+  info.cch = static_cast<UINT>(text.size());
+  const BOOL found =
+      GetMenuItemInfoA(GetMenu(Hwnd(window)), static_cast<UINT>(Number(id)), FALSE, &info);
+  return {text.data(), found != FALSE, (info.fState & MFS_CHECKED) != 0};
+}
+
+std::vector<std::string> MenuBarTexts(Handle window) {
+  const HMENU bar = GetMenu(Hwnd(window));
+  std::vector<std::string> texts;
+  for (int index = 0; index < GetMenuItemCount(bar); ++index) {
+    std::array<char, 256> text{};
+    GetMenuStringA(bar, static_cast<UINT>(index), text.data(), static_cast<int>(text.size()),
+                   MF_BYPOSITION);
+    texts.emplace_back(text.data());
+  }
+  return texts;
+}
+
+void AdmitSentMessages(const bool volatile& done) {
+  while (!done) {
+    MSG message;
+    PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+    Sleep(1);
+  }
+}
+
+}  // namespace corvane::ui_test

@@ -1,0 +1,101 @@
+// The real main window over a Form1 of its own, with Actions that only record.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/loop_win.h"
+#include "desktop/ui_window/real_window.h"
+#include "ui/main_form.h"
+#include "ui/main_window_win.h"
+
+namespace corvane::ui_test {
+
+class RecordingActions : public Actions {
+ public:
+  void StartLink() override { calls.push_back("StartLink"); }
+  void ManualRelease() override { calls.push_back("ManualRelease"); }
+  void ParkOnControlChannel() override { calls.push_back("ParkOnControlChannel"); }
+  void LogModeSwitched(bool checked) override {
+    calls.push_back(checked ? "LogMode on" : "LogMode off");
+  }
+  void CaptureSdrPosition() override { calls.push_back("CaptureSdrPosition"); }
+  void SampleCheckedColour() override { calls.push_back("SampleCheckedColour"); }
+  void SampleUnCheckedColour() override { calls.push_back("SampleUnCheckedColour"); }
+  void SaveSettings() override { calls.push_back("SaveSettings"); }
+  void AddRecOnlyGssi() override { calls.push_back("AddRecOnlyGssi"); }
+  void RemoveRecOnlyGssi() override { calls.push_back("RemoveRecOnlyGssi"); }
+  void ShowEditor() override { calls.push_back("ShowEditor"); }
+  void CloseRequested() override {
+    calls.push_back("CloseRequested");
+    if (on_close) on_close();
+  }
+  void SessionEnding() override { calls.push_back("SessionEnding"); }
+  [[nodiscard]] std::int32_t mcc() const override { return 262; }
+  [[nodiscard]] std::int32_t mnc() const override { return 1; }
+
+  std::vector<std::string> calls;
+  std::function<void()> on_close;
+};
+
+class WindowTest : public testing::Test {
+ protected:
+  WindowTest()
+      : window_(loop_),
+        form_(window_),
+        timer_(loop_.MakeTimer(500, [] {})),
+        main_form_(form_, presets_, flags_, *timer_, actions_) {}
+
+  void SetUp() override {
+    ASSERT_TRUE(window_.Create(form_, main_form_));
+    form_.txtTimeout.text = "5";
+    form_.txtVcVolume.text = "47";
+    form_.txtParkCarrier.text = "2604";
+    form_.left = kLeft * 15;
+    form_.top = kTop * 15;
+    main_form_.ApplyRestoredSettings();
+    window_.Show();
+    Pump();
+    actions_.calls.clear();
+  }
+
+  // Dispatches until nothing is left: what one message posts is dispatched too.
+  void Pump() {
+    for (int round = 0; round < 5; ++round) loop_.DoEvents();
+  }
+  [[nodiscard]] Handle main() const { return window_.handle(); }
+  [[nodiscard]] Handle Child(ControlId id) const { return ChildOf(main(), id); }
+  void Press(ControlId id) {
+    Post(Child(id), kBmClick);
+    Pump();
+  }
+  void Type(ControlId id, const std::string& text) {
+    for (const char character : text) {
+      Post(Child(id), kWmChar, static_cast<unsigned char>(character));
+    }
+    Pump();
+  }
+  void FillCallLog(int lines) {
+    for (int line = 0; line < lines; ++line) form_.lstCallLog.Add("line " + std::to_string(line));
+  }
+
+  static constexpr int kLeft = 60;  // pixels
+  static constexpr int kTop = 50;
+
+  using Calls = std::vector<std::string>;
+
+  LoopWin loop_;
+  MainWindowWin window_;
+  Form1 form_;
+  Presets presets_;
+  ProgramFlags flags_;
+  std::unique_ptr<Timer> timer_;
+  RecordingActions actions_;
+  MainForm main_form_;
+};
+
+}  // namespace corvane::ui_test
