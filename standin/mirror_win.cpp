@@ -58,15 +58,29 @@ std::string TextOf(HWND window) {
   return text;
 }
 
-// A foreign fault repaired where it arrives: under Wine 8 the length word of EM_GETLINE from
-// another process arrives unfilled, and the control would copy a random number of characters. The
-// sender has asked for the line's length before, so its block holds the line.
+// A foreign fault repaired where it arrives: under Wine 8 EM_GETLINE from another process comes
+// with a block inside a larger one, and neither the block's first word nor the word before it is
+// filled. By the one the control decides how many characters it copies, by the other the system how
+// many it sends back; both at random end the thread sooner or later. The sender has asked for the
+// line's length before, so its block holds the line.
 void RepairGetLine(HWND edit, WPARAM line, LPARAM block) {
+  constexpr LPARAM kBlockAlignment = 16;
   if (!IsWine() || block == 0 || (InSendMessageEx(nullptr) & ISMEX_SEND) == 0) return;
-  const LRESULT start = SendMessageA(edit, EM_LINEINDEX, line, 0);
+  const LRESULT start = SendMessageW(edit, EM_LINEINDEX, line, 0);
   const LRESULT length =
-      start < 0 ? 0 : SendMessageA(edit, EM_LINELENGTH, static_cast<WPARAM>(start), 0);
-  *reinterpret_cast<WORD*>(block) = static_cast<WORD>(std::min<LRESULT>(length, 0xFFFF));
+      start < 0 ? 0 : SendMessageW(edit, EM_LINELENGTH, static_cast<WPARAM>(start), 0);
+  WORD* words = reinterpret_cast<WORD*>(block);
+  words[0] = static_cast<WORD>(std::min<LRESULT>(length, 0xFFFF));
+  // Only where the block does begin one word behind an allocation.
+  if (block % kBlockAlignment == sizeof(WORD)) words[-1] = words[0];
+}
+
+// In front of the narrow procedure of every box of many lines: on its way from the wide to the
+// narrow form EM_GETLINE gets a copy of the block, as long as the unfilled word says.
+WNDPROC narrow_edit = nullptr;
+LRESULT CALLBACK WideEditProc(HWND window, UINT message, WPARAM w_param, LPARAM l_param) {
+  if (message == EM_GETLINE) RepairGetLine(window, w_param, l_param);
+  return CallWindowProcW(narrow_edit, window, message, w_param, l_param);
 }
 
 }  // namespace
@@ -108,8 +122,13 @@ class Mirror::Impl : public WindowTree::Observer {
     CreateWindowExA(0, window.class_name.c_str(), window.text.c_str(), look.style | visible,
                     window.box.left, window.box.top, window.box.width, window.box.height,
                     Handle(window.parent), nullptr, GetModuleHandleA(nullptr), made);
+    if (window.kind == Kind::kMultiLine) {
+      narrow_edit = reinterpret_cast<WNDPROC>(
+          SetWindowLongPtrW(made->window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(WideEditProc)));
+    }
     SendMessageA(made->window, WM_SETFONT, reinterpret_cast<WPARAM>(paint_.font()), FALSE);
     if (window.kind == Kind::kMultiLine) {
+      MakeWide(*made);
       SendMessageA(made->window, EM_SETLIMITTEXT, kMaxEditBytes, 0);
       SetWindowTextA(made->window, window.lines.text().c_str());
     }
@@ -191,6 +210,7 @@ class Mirror::Impl : public WindowTree::Observer {
     Kind kind = Kind::kPanel;
     HWND window = nullptr;
     WNDPROC original = nullptr;
+    bool wide = false;  // `original` takes wide text
   };
 
   // While one exists, the mirror itself is the cause of what windows tell.
@@ -227,6 +247,22 @@ class Mirror::Impl : public WindowTree::Observer {
     return original;
   }
 
+  // Wine reads the length word of EM_GETLINE to size a buffer for a procedure that takes ANSI text,
+  // before that procedure could repair the word.
+  static void MakeWide(Node& node) {
+    WNDCLASSEXW edit{};
+    edit.cbSize = sizeof edit;
+    GetClassInfoExW(nullptr, L"EDIT", &edit);
+    node.original = edit.lpfnWndProc;
+    node.wide = true;
+    SetWindowLongPtrW(node.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Proc));
+  }
+
+  static LRESULT CallOriginal(const Node& node, UINT message, WPARAM w_param, LPARAM l_param) {
+    return node.wide ? CallWindowProcW(node.original, node.window, message, w_param, l_param)
+                     : CallWindowProcA(node.original, node.window, message, w_param, l_param);
+  }
+
   static void FillList(HWND list, const std::vector<std::string>& items) {
     SendMessageA(list, WM_SETREDRAW, FALSE, 0);
     SendMessageA(list, LB_RESETCONTENT, 0, 0);
@@ -247,14 +283,14 @@ class Mirror::Impl : public WindowTree::Observer {
     }
     Impl& mirror = *node->owner;
     if (message == WM_NCDESTROY) {
-      const WNDPROC original = node->original;
+      const Node last = *node;
       SetWindowLongPtrA(window, GWLP_USERDATA, 0);
       mirror.nodes_.erase(node->id);
-      return CallWindowProcA(original, window, message, w_param, l_param);
+      return CallOriginal(last, message, w_param, l_param);
     }
     LRESULT result = 0;
     if (mirror.Handle(*node, message, w_param, l_param, result)) return result;
-    return CallWindowProcA(node->original, window, message, w_param, l_param);
+    return CallOriginal(*node, message, w_param, l_param);
   }
 
   // True when the message is dealt with.
@@ -269,9 +305,6 @@ class Mirror::Impl : public WindowTree::Observer {
         return true;
       case WM_SETTEXT:
         return OnSetText(node, w_param, l_param, result);
-      case EM_GETLINE:
-        RepairGetLine(node.window, w_param, l_param);
-        return false;
       case WM_LBUTTONDOWN:
       case WM_LBUTTONDBLCLK:
         if (node.kind != Kind::kSelector) return false;
@@ -321,7 +354,7 @@ class Mirror::Impl : public WindowTree::Observer {
     if (Handle(id) != window) return true;
     {
       const Echo echo(*this);
-      result = CallWindowProcA(node.original, window, WM_SETTEXT, w_param, l_param);
+      result = CallOriginal(node, WM_SETTEXT, w_param, l_param);
     }
     tree_.EnterText(id, TextOf(window));
     return true;
