@@ -12,6 +12,8 @@
 
 namespace corvane {
 
+static_assert(WallClockWin::kUserLocale == LOCALE_USER_DEFAULT);
+
 namespace {
 
 constexpr std::size_t kLongestDateText = 128;
@@ -59,15 +61,15 @@ std::string ToAnsi(const BSTR text) {
   return ansi;
 }
 
-std::string Part(DATE date, ULONG which) {
+std::string Part(DATE date, LCID locale, ULONG which) {
   BSTR text = nullptr;
-  if (FAILED(VarBstrFromDate(date, LOCALE_USER_DEFAULT, which, &text))) return {};
+  if (FAILED(VarBstrFromDate(date, locale, which, &text))) return {};
   std::string ansi = ToAnsi(text);
   SysFreeString(text);
   return ansi;
 }
 
-std::optional<DateTime> ReadBySettings(std::string_view text) {
+std::optional<DateTime> ReadBySettings(std::string_view text, LCID locale) {
   if (text.empty() || text.size() > kLongestDateText || text.find('\0') != text.npos) {
     return std::nullopt;
   }
@@ -77,7 +79,7 @@ std::optional<DateTime> ReadBySettings(std::string_view text) {
   if (size <= 0) return std::nullopt;
   DATE date = 0;
   SYSTEMTIME parts{};
-  if (FAILED(VarDateFromStr(wide.data(), LOCALE_USER_DEFAULT, 0, &date))) return std::nullopt;
+  if (FAILED(VarDateFromStr(wide.data(), locale, 0, &date))) return std::nullopt;
   // Day 0 is what a text without a date reads as.
   if (std::trunc(date) == 0.0 || VariantTimeToSystemTime(date, &parts) == 0) return std::nullopt;
   const DateTime time = FromSystemTime(parts);
@@ -97,14 +99,15 @@ std::string WallClockWin::GeneralDate(const DateTime& time) const {
   if (!IsValid(time)) return {};
   const std::optional<DATE> date = ToDate(time);
   if (!date) return Iso(time);
-  const std::string text = Part(*date, VAR_DATEVALUEONLY) + " " + Part(*date, VAR_TIMEVALUEONLY);
-  return ReadBySettings(text) == time ? text : Iso(time);
+  const std::string text =
+      Part(*date, locale_, VAR_DATEVALUEONLY) + " " + Part(*date, locale_, VAR_TIMEVALUEONLY);
+  return ReadBySettings(text, locale_) == time ? text : Iso(time);
 }
 
 std::optional<DateTime> WallClockWin::ParseGeneralDate(std::string_view text) const {
   // First, because the system may take the parts in another order.
   if (const std::optional<DateTime> iso = ParseIsoDate(text)) return iso;
-  return ReadBySettings(text);
+  return ReadBySettings(text, locale_);
 }
 
 }  // namespace corvane

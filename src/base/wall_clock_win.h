@@ -7,6 +7,10 @@ namespace corvane {
 
 class WallClockWin : public WallClock {
  public:
+  // `locale` is a locale identifier (LCID); the default is the user's own settings.
+  static constexpr unsigned long kUserLocale = 0x0400;
+  explicit WallClockWin(unsigned long locale = kUserLocale) : locale_(locale) {}
+
   [[nodiscard]] DateTime Now() const override;
 
   // "yyyy-mm-dd hh:nn:ss" where the regional settings' own text would not read back as `time` (no
@@ -16,6 +20,9 @@ class WallClockWin : public WallClock {
   // Also takes other texts that hold a date, as far as the system reads them: files may have been
   // written by hand or under other settings.
   [[nodiscard]] std::optional<DateTime> ParseGeneralDate(std::string_view text) const override;
+
+ private:
+  unsigned long locale_;
 };
 
 }  // namespace corvane

@@ -1,10 +1,9 @@
 // The simulated file system on a real temporary folder.
 #include "sim/sim_files.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>

@@ -73,6 +73,9 @@ void SimLoop::DoEvents() {
   for (int budget = kEventsPerYield; budget > 0 && !stopped_; --budget) {
     if (!DispatchPosted() && !DispatchDue(pass)) return;
   }
+  // Nor may the timers starve under events that never cease.
+  while (!stopped_ && DispatchDue(pass)) {
+  }
 }
 
 void SimLoop::WaitForSocketEvents(int ms) {

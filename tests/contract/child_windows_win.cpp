@@ -1,0 +1,147 @@
+// The child's side: one top-level window with a panel that holds a check box and an edit box.
+#include "contract/child_windows.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+namespace corvane::contract {
+
+namespace {
+
+constexpr char kPanelClass[] = "CorvaneContract.Panel";
+constexpr UINT_PTR kEndTimer = 1;
+constexpr UINT kLongestLifeMs = 600'000;
+
+WNDPROC edit_procedure = nullptr;
+
+// Wine 8 hands the length word of EM_GETLINE from another process over unfilled; the sender's block
+// holds the line, because it asked for the length before.
+void RepairGetLine(HWND edit, WPARAM line, LPARAM block) {
+  if ((InSendMessageEx(nullptr) & ISMEX_SEND) == 0) return;
+  const LRESULT start = CallWindowProcA(edit_procedure, edit, EM_LINEINDEX, line, 0);
+  const LRESULT length = start < 0 ? 0
+                                   : CallWindowProcA(edit_procedure, edit, EM_LINELENGTH,
+                                                     static_cast<WPARAM>(start), 0);
+  *reinterpret_cast<WORD*>(block) = static_cast<WORD>(std::min<LRESULT>(length, 0xFFFF));
+}
+
+LRESULT CALLBACK EditProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
+  if (message == EM_GETLINE) RepairGetLine(window, w, l);
+  return CallWindowProcA(edit_procedure, window, message, w, l);
+}
+
+void Paint(HWND window) {
+  PAINTSTRUCT paint{};
+  HDC context = BeginPaint(window, &paint);
+  RECT area{};
+  GetClientRect(window, &area);
+  RECT upper = area;
+  upper.bottom = kChildGreenTop;
+  RECT lower = area;
+  lower.top = kChildGreenTop;
+  HBRUSH red = CreateSolidBrush(static_cast<COLORREF>(kChildRed));
+  HBRUSH green = CreateSolidBrush(static_cast<COLORREF>(kChildGreen));
+  FillRect(context, &upper, red);
+  FillRect(context, &lower, green);
+  DeleteObject(red);
+  DeleteObject(green);
+  EndPaint(window, &paint);
+}
+
+LRESULT CALLBACK TopProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
+  switch (message) {
+    case kChildHangMessage:
+      Sleep(static_cast<DWORD>(w));
+      return 0;
+    case WM_PAINT:
+      Paint(window);
+      return 0;
+    case WM_TIMER:
+    case WM_DESTROY:
+      PostQuitMessage(0);
+      return 0;
+    default:
+      return DefWindowProcA(window, message, w, l);
+  }
+}
+
+void Register(const char* name, WNDPROC procedure) {
+  WNDCLASSA window_class{};
+  window_class.lpfnWndProc = procedure;
+  window_class.hInstance = GetModuleHandleA(nullptr);
+  window_class.lpszClassName = name;
+  window_class.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
+  RegisterClassA(&window_class);
+}
+
+HWND Child(HWND parent, const char* class_name, DWORD style, int id, RECT place) {
+  return CreateWindowExA(0, class_name, "", WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                         place.right, place.bottom, parent,
+                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                         GetModuleHandleA(nullptr), nullptr);
+}
+
+}  // namespace
+
+int RunChildWindows() {
+  Register(kChildClass, &TopProcedure);
+  Register(kPanelClass, &DefWindowProcA);
+  HWND top = CreateWindowExA(0, kChildClass, kChildTitle, WS_OVERLAPPEDWINDOW, 100, 100, 420, 330,
+                             nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+  HWND panel = Child(top, kPanelClass, 0, 10, {10, 10, 180, 120});
+  Child(panel, "BUTTON", BS_AUTOCHECKBOX, kChildCheckBoxId, {0, 0, 100, 20});
+  HWND edit = Child(panel, "EDIT", ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | WS_VSCROLL,
+                    kChildEditId, {0, 30, 180, 90});
+  if (edit == nullptr) return 1;
+  SendMessageA(edit, EM_SETLIMITTEXT, 0, 0);
+  edit_procedure = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrA(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&EditProcedure)));
+  SetTimer(top, kEndTimer, kLongestLifeMs, nullptr);
+  ShowWindow(top, SW_SHOWNORMAL);
+  UpdateWindow(top);
+  MSG message;
+  while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+  }
+  return 0;
+}
+
+ChildProcess::ChildProcess(const std::string& arguments) {
+  std::string path(MAX_PATH, '\0');
+  path.resize(GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  std::string command = "\"" + path + "\" " + arguments;
+  STARTUPINFOA startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION info{};
+  if (CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                     &startup, &info) == 0) {
+    throw std::runtime_error("the child cannot be started");
+  }
+  CloseHandle(info.hThread);
+  process_ = info.hProcess;
+  id_ = info.dwProcessId;
+}
+
+ChildProcess::~ChildProcess() {
+  End();
+  CloseHandle(process_);
+}
+
+bool ChildProcess::WaitForEnd(int ms, std::uint32_t& exit_code) {
+  DWORD code = 0;
+  if (WaitForSingleObject(process_, static_cast<DWORD>(ms)) != WAIT_OBJECT_0) return false;
+  if (GetExitCodeProcess(process_, &code) == 0) return false;
+  exit_code = code;
+  return true;
+}
+
+void ChildProcess::End() {
+  TerminateProcess(process_, 1);
+  WaitForSingleObject(process_, 10'000);
+}
+
+}  // namespace corvane::contract

@@ -1,0 +1,204 @@
+// What the Windows loop promises beyond the laws: the system's own loops, filters, quitting, and
+// that waiting costs no processor time.
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "base/loop_win.h"
+#include "base/prompts_win.h"
+#include "contract/factories.h"
+
+namespace corvane::contract {
+namespace {
+
+// Processor time of this thread, in milliseconds.
+std::int64_t ProcessorMs() {
+  FILETIME created{};
+  FILETIME exited{};
+  FILETIME kernel{};
+  FILETIME user{};
+  GetThreadTimes(GetCurrentThread(), &created, &exited, &kernel, &user);
+  const auto ms = [](const FILETIME& time) {
+    return ((static_cast<std::int64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime) / 10'000;
+  };
+  return ms(kernel) + ms(user);
+}
+
+class TestWindow {
+ public:
+  TestWindow() {
+    window_ = CreateWindowExA(0, "STATIC", "Corvane test", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50,
+                              300, 200, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+  }
+  ~TestWindow() { DestroyWindow(window_); }
+  TestWindow(const TestWindow&) = delete;
+  TestWindow& operator=(const TestWindow&) = delete;
+  [[nodiscard]] HWND handle() const { return window_; }
+
+ private:
+  HWND window_ = nullptr;
+};
+
+TEST(LoopWin, QuittingEndsRunWithItsCode) {
+  LoopWin loop;
+  loop.Post(EventSource::kUser, [&] { loop.Quit(7); });
+  EXPECT_EQ(loop.Run(), 7);
+}
+
+TEST(LoopWin, AQuitThatDoEventsMeetsIsKeptForRun) {
+  LoopWin loop;
+  int after = 0;
+  const auto timer = loop.MakeTimer(10, [&] { ++after; });
+  timer->SetEnabled(true);
+  loop.Sleep(50);
+  loop.Quit(5);
+  for (int i = 0; i < 3; ++i) loop.DoEvents();
+  EXPECT_EQ(after, 0);
+  EXPECT_EQ(loop.Run(), 5);
+}
+
+TEST(LoopWin, AQuitInsideAWaitForSocketEventsIsKeptForRun) {
+  LoopWin loop;
+  loop.Quit(6);
+  loop.WaitForSocketEvents(50);
+  EXPECT_EQ(loop.Run(), 6);
+}
+
+TEST(LoopWin, TheFilterSeesMessagesFirstAndMayTakeThem) {
+  LoopWin loop;
+  const TestWindow window;
+  int seen = 0;
+  loop.SetMessageFilter([&](void* message) {
+    const auto& got = *static_cast<MSG*>(message);
+    if (got.hwnd != window.handle() || got.message != WM_CHAR) return false;
+    ++seen;
+    return true;
+  });
+  PostMessageA(window.handle(), WM_CHAR, 'x', 0);
+  loop.DoEvents();
+  EXPECT_EQ(seen, 1);
+  PostMessageA(window.handle(), WM_CHAR, 'x', 0);
+  loop.Post(EventSource::kUser, [&] { loop.Quit(); });
+  loop.Run();
+  EXPECT_EQ(seen, 2);
+  loop.SetMessageFilter(nullptr);
+}
+
+TEST(LoopWin, TimersAndEventsGoOnInsideAnOpenMenu) {
+  LoopWin loop;
+  const TestWindow window;
+  HMENU menu = CreatePopupMenu();
+  AppendMenuA(menu, MF_STRING, 1, "Entry");
+  int ticks = 0;
+  bool posted = false;
+  const auto timer = loop.MakeTimer(50, [&] {
+    if (++ticks == 3) loop.Post(EventSource::kUser, [&] { posted = true; });
+    if (posted || ticks > 400) EndMenu();
+  });
+  timer->SetEnabled(true);
+  SetForegroundWindow(window.handle());
+  TrackPopupMenu(menu, 0, 100, 100, 0, window.handle(), nullptr);
+  DestroyMenu(menu);
+  EXPECT_GE(ticks, 3);
+  EXPECT_TRUE(posted);
+}
+
+TEST(LoopWin, TimersGoOnWhileAWindowIsBeingMoved) {
+  LoopWin loop;
+  const TestWindow window;
+  int ticks = 0;
+  const auto timer = loop.MakeTimer(50, [&] {
+    if (++ticks == 3) PostMessageA(window.handle(), WM_KEYDOWN, VK_RETURN, 0);
+    if (ticks > 200) PostMessageA(window.handle(), WM_CANCELMODE, 0, 0);
+  });
+  timer->SetEnabled(true);
+  // Moving by the keyboard, from the system menu; Enter ends it.
+  SendMessageA(window.handle(), WM_SYSCOMMAND, SC_MOVE, 0);
+  EXPECT_GE(ticks, 3);
+}
+
+TEST(LoopWin, APeriodIsKeptOverManyTicks) {
+  LoopWin loop;
+  std::vector<std::int64_t> times;
+  const auto timer = loop.MakeTimer(100, [&] { times.push_back(loop.TickMs()); });
+  const std::int64_t begin = loop.TickMs();
+  timer->SetEnabled(true);
+  while (times.size() < 20 && loop.TickMs() < begin + kPatienceMs) {
+    loop.Sleep(1);
+    loop.DoEvents();
+  }
+  ASSERT_EQ(times.size(), 20U);
+  EXPECT_GE(times.back() - begin, 2000);
+}
+
+TEST(LoopWin, WaitingForSocketEventsCostsNoProcessorTime) {
+  LoopWin loop;
+  const TestWindow window;
+  loop.Post(EventSource::kUser, [] {});
+  for (int i = 0; i < 100; ++i) PostMessageA(window.handle(), WM_APP, 0, 0);
+  const std::int64_t before = ProcessorMs();
+  loop.WaitForSocketEvents(2000);
+  EXPECT_LE(ProcessorMs() - before, 500);
+  loop.DoEvents();
+}
+
+TEST(LoopWin, IdlingCostsNoProcessorTime) {
+  LoopWin loop;
+  const auto tick = loop.MakeTimer(60, [] {});
+  tick->SetEnabled(true);
+  const auto end = loop.MakeTimer(2000, [&] { loop.Quit(); });
+  end->SetEnabled(true);
+  const std::int64_t before = ProcessorMs();
+  loop.Run();
+  EXPECT_LE(ProcessorMs() - before, 500);
+}
+
+TEST(LoopWin, WhatAFilterThrowsIsReported) {
+  LoopWin loop;
+  const TestWindow window;
+  std::string reported;
+  loop.SetErrorReporter([&](const std::string& what) { reported = what; });
+  loop.SetMessageFilter([&](void* message) -> bool {
+    if (static_cast<MSG*>(message)->message == WM_APP) throw std::runtime_error("filter");
+    return false;
+  });
+  PostMessageA(window.handle(), WM_APP, 0, 0);
+  loop.DoEvents();
+  EXPECT_EQ(reported, "filter");
+}
+
+TEST(LoopWin, TwoLoopsOneAfterTheOther) {
+  for (int i = 0; i < 3; ++i) {
+    LoopWin loop;
+    bool ran = false;
+    loop.Post(EventSource::kUser, [&] { ran = true; });
+    loop.DoEvents();
+    EXPECT_TRUE(ran);
+  }
+}
+
+TEST(PromptsWin, TheOwnerTakesNoInputWhileABoxIsOpen) {
+  LoopWin loop;
+  const TestWindow owner;
+  PromptsWin prompts;
+  prompts.SetOwner(owner.handle());
+  bool disabled = false;
+  const auto answer = loop.MakeTimer(100, [&] {
+    HWND box = GetWindow(owner.handle(), GW_ENABLEDPOPUP);
+    if (box == nullptr || box == owner.handle()) return;
+    disabled = IsWindowEnabled(owner.handle()) == 0;
+    PostMessageA(box, WM_COMMAND, IDOK, 0);
+  });
+  answer->SetEnabled(true);
+  prompts.ShowBox("text", "title", BoxIcon::kCritical);
+  EXPECT_TRUE(disabled);
+  EXPECT_NE(IsWindowEnabled(owner.handle()), 0);
+}
+
+}  // namespace
+}  // namespace corvane::contract

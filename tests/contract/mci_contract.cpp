@@ -1,0 +1,133 @@
+// Mci: the recorder's command sequence, and that wrong orders are errors with a text.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "contract/factories.h"
+
+namespace corvane::contract {
+namespace {
+
+constexpr unsigned kReplyLength = 1024;
+
+class MciContract : public ::testing::Test {
+ protected:
+  void TearDown() override { mci_.Send("close all", 0); }
+
+  void Do(const std::string& command) {
+    const Mci::Reply reply = mci_.Send(command, kReplyLength);
+    EXPECT_EQ(reply.error, 0U) << command << ": " << mci_.ErrorText(reply.error);
+  }
+  void Fails(const std::string& command) {
+    const Mci::Reply reply = mci_.Send(command, kReplyLength);
+    EXPECT_NE(reply.error, 0U) << command;
+    EXPECT_NE(mci_.ErrorText(reply.error), "") << command;
+  }
+  std::string Status(const std::string& item) {
+    return mci_.Send("status recsound " + item, 255).text;
+  }
+  void Open() {
+    Do("open new Type waveaudio Alias recsound");
+    Do("set recsound time format ms");
+    Do("set recsound format tag pcm");
+    Do("set recsound channels 1");
+    Do("set recsound samplespersec 22050");
+    Do("set recsound bitspersample 16");
+    Do("set recsound alignment 2");
+  }
+  void RecordTo(const std::string& path, int ms) {
+    Open();
+    Do("record recsound");
+    world_->Pass(ms);
+    Do("stop recsound");
+    Do("save recsound \"" + path + "\"");
+    EXPECT_EQ(Status("channels"), "1");
+    EXPECT_EQ(Status("bitspersample"), "16");
+    EXPECT_EQ(Status("samplespersec"), "22050");
+    Do("close recsound");
+    mci_.Send("close all", 0);
+  }
+  static std::uint32_t Little(const std::string& bytes, std::size_t at, std::size_t size) {
+    std::uint32_t value = 0;
+    for (std::size_t i = size; i > 0; --i) {
+      value = (value << 8) | static_cast<unsigned char>(bytes[at + i - 1]);
+    }
+    return value;
+  }
+  void ExpectWav(const std::string& path) {
+    std::string wav;
+    ASSERT_EQ(world_->files().ReadAll(path, wav), kFileOk);
+    ASSERT_GT(wav.size(), 44U);
+    EXPECT_EQ(wav.substr(0, 4), "RIFF");
+    EXPECT_EQ(wav.substr(8, 8), "WAVEfmt ");
+    EXPECT_EQ(Little(wav, 20, 2), 1U);      // PCM
+    EXPECT_EQ(Little(wav, 22, 2), 1U);      // channels
+    EXPECT_EQ(Little(wav, 24, 4), 22050U);  // samples per second
+    EXPECT_EQ(Little(wav, 32, 2), 2U);      // alignment
+    EXPECT_EQ(Little(wav, 34, 2), 16U);     // bits per sample
+    const std::size_t data = wav.find("data");
+    ASSERT_NE(data, std::string::npos);
+    EXPECT_GT(Little(wav, data + 4, 4), 0U);
+    EXPECT_LE(data + 8 + Little(wav, data + 4, 4), wav.size());
+  }
+
+  std::unique_ptr<MciUnderTest> world_ = MakeMci();
+  Mci& mci_ = world_->mci();
+};
+
+TEST_F(MciContract, RecordsAWavFile) {
+  const std::string path = world_->folder() + "\\newTmp.wav";
+  RecordTo(path, 4000);
+  ExpectWav(path);
+}
+
+TEST_F(MciContract, RecordsAgainAndAgainOverTheSameFile) {
+  const std::string path = world_->folder() + "\\newTmp.wav";
+  for (int i = 0; i < 4; ++i) {
+    RecordTo(path, 2500);
+    ExpectWav(path);
+    world_->Pass(500);
+  }
+}
+
+TEST_F(MciContract, CommandsForADeviceThatIsNotOpenFail) {
+  mci_.Send("close all", 0);
+  Fails("set recsound channels 1");
+  Fails("record recsound");
+  Fails("stop recsound");
+  Fails("save recsound \"" + world_->folder() + "\\x.wav\"");
+  Fails("status recsound channels");
+  Fails("close recsound");
+}
+
+TEST_F(MciContract, AnAliasInUseIsRefusedUntilAllIsClosed) {
+  Open();
+  Fails("open new Type waveaudio Alias recsound");
+  mci_.Send("close all", 0);
+  Do("open new Type waveaudio Alias recsound");
+}
+
+TEST_F(MciContract, NonsenseIsRefused) {
+  Fails("dance recsound");
+  Fails("open new Type nosuchdevice Alias recsound");
+  Open();
+  Fails("set recsound channels many");
+}
+
+TEST_F(MciContract, SavingIntoAFolderThatIsNotThereFails) {
+  Open();
+  Do("record recsound");
+  world_->Pass(1500);
+  Do("stop recsound");
+  Fails("save recsound \"" + world_->folder() + "\\no folder\\x.wav\"");
+}
+
+TEST_F(MciContract, WithoutAReplyLengthThereIsNoReply) {
+  Open();
+  EXPECT_EQ(mci_.Send("status recsound channels", 0).text, "");
+}
+
+}  // namespace
+}  // namespace corvane::contract

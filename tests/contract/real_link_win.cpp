@@ -1,0 +1,116 @@
+// Factories of the real socket and of the windows of another process.
+#include <windows.h>
+
+#include <array>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "contract/child_windows.h"
+#include "contract/real_program_win.h"
+#include "contract/tcp_peer.h"
+#include "link/socket_win.h"
+#include "link/window_ops_win.h"
+
+namespace corvane::contract {
+
+namespace {
+
+class RealSocketUnderTest : public SocketUnderTest {
+ public:
+  LoopUnderTest& idle() override { return loop_; }
+  Socket& socket() override { return socket_; }
+  std::uint16_t port() override { return peer_.port(); }
+  void SetListening(bool listening) override { peer_.SetListening(listening); }
+  void PeerSends(const std::string& bytes) override { peer_.Send(bytes); }
+  void PeerCloses() override { peer_.Close(false); }
+  void PeerResets() override { peer_.Close(true); }
+  std::string PeerReceived() override { return peer_.Received(); }
+
+ private:
+  RealLoopUnderTest loop_;
+  TcpPeer peer_;
+  SocketWin socket_{loop_.real()};
+};
+
+WindowHandle Handle(HWND window) {
+  return reinterpret_cast<WindowHandle>(window);
+}
+
+class RealWindowsUnderTest : public WindowsUnderTest {
+ public:
+  RealWindowsUnderTest() {
+    if (!loop_.IdleUntil([this] { return Find(); })) throw std::runtime_error("no child window");
+  }
+  LoopUnderTest& idle() override { return loop_; }
+  WindowOps& windows() override { return windows_; }
+  WindowHandle top() override { return Handle(top_); }
+  std::string top_class() override { return kChildClass; }
+  std::string top_text() override { return kChildTitle; }
+  WindowHandle check_box() override { return Handle(check_box_); }
+  WindowHandle edit() override { return Handle(edit_); }
+  WindowHandle edit_top() override { return Handle(top_); }
+  bool Checked() override { return SendMessageA(check_box_, BM_GETCHECK, 0, 0) == BST_CHECKED; }
+  std::vector<Painted> PaintedPoints() override {
+    SetWindowPos(top_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    POINT upper{220, kChildGreenTop - 20};
+    POINT lower{220, kChildGreenTop + 20};
+    ClientToScreen(top_, &upper);
+    ClientToScreen(top_, &lower);
+    return {{static_cast<std::int32_t>(upper.x), static_cast<std::int32_t>(upper.y), kChildRed},
+            {static_cast<std::int32_t>(lower.x), static_cast<std::int32_t>(lower.y), kChildGreen}};
+  }
+  bool IsInFront() override { return GetForegroundWindow() == top_; }
+  void Hang(int ms) override {
+    PostMessageA(top_, kChildHangMessage, static_cast<WPARAM>(ms), 0);
+    // It hangs as soon as it has taken the message.
+    DWORD_PTR answer = 0;
+    while (SendMessageTimeoutA(top_, WM_NULL, 0, 0, SMTO_NORMAL, 50, &answer) != 0) Sleep(1);
+  }
+  void End() override { child_.End(); }
+
+ private:
+  bool Find() {
+    top_ = nullptr;
+    EnumWindows(&RealWindowsUnderTest::Visit, reinterpret_cast<LPARAM>(this));
+    if (top_ == nullptr) return false;
+    EnumChildWindows(top_, &RealWindowsUnderTest::VisitChild, reinterpret_cast<LPARAM>(this));
+    return check_box_ != nullptr && edit_ != nullptr && IsWindowVisible(top_) != 0;
+  }
+  static BOOL CALLBACK Visit(HWND window, LPARAM parameter) {
+    auto& self = *reinterpret_cast<RealWindowsUnderTest*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    std::array<char, 100> name{};
+    GetClassNameA(window, name.data(), static_cast<int>(name.size()));
+    if (process != self.child_.id() || std::string(name.data()) != kChildClass) return TRUE;
+    self.top_ = window;
+    return FALSE;
+  }
+  static BOOL CALLBACK VisitChild(HWND window, LPARAM parameter) {
+    auto& self = *reinterpret_cast<RealWindowsUnderTest*>(parameter);
+    const int id = GetDlgCtrlID(window);
+    if (id == kChildCheckBoxId) self.check_box_ = window;
+    if (id == kChildEditId) self.edit_ = window;
+    return TRUE;
+  }
+
+  RealLoopUnderTest loop_;
+  WindowOpsWin windows_;
+  ChildProcess child_{kChildSwitch};
+  HWND top_ = nullptr;
+  HWND check_box_ = nullptr;
+  HWND edit_ = nullptr;
+};
+
+}  // namespace
+
+std::unique_ptr<SocketUnderTest> MakeSocket() {
+  return std::make_unique<RealSocketUnderTest>();
+}
+
+std::unique_ptr<WindowsUnderTest> MakeWindows() {
+  return std::make_unique<RealWindowsUnderTest>();
+}
+
+}  // namespace corvane::contract
