@@ -109,6 +109,7 @@ BROKEN = [
     ("sleeping test", code("void F() { std::this_thread::sleep_for(a); }",
                            "tests/unit/base/thing_test.cpp"),
      "call", "tests/unit/base/thing_test.cpp"),
+    ("regular expression", code("const std::regex kWord(a);"), "call", THING),
     ("casting bytes", code("auto F() { return reinterpret_cast<int*>(a); }"), "call", THING),
     ("disabled test", code("TEST(Thing, DISABLED_Works) {}", "tests/unit/base/thing_test.cpp"),
      "call", "tests/unit/base/thing_test.cpp"),

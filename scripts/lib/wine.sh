@@ -47,7 +47,8 @@ make_wine_prefix() {
   # A program that fails ends at once with its exit code; no box waits for a click.
   wine_here reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
   wineserver_here -w
-  # This wine looks for its own fonts (Tahoma, MS Sans Serif, Marlett) in a folder that is not there.
+  # This wine looks for its own fonts (Tahoma, MS Sans Serif, Marlett) in a folder that is not
+  # there.
   cp /usr/share/wine/fonts/*.ttf /usr/share/wine/fonts/*.fon "$WINEPREFIX/drive_c/windows/Fonts/"
 }
 

@@ -9,6 +9,7 @@ LONGEST_LINE = 100
 LONGEST_FILE = 400
 LONGEST_FUNCTION = 75
 LONGEST_OPENING = 6
+LONGEST_OPENING_OF_A_TEST = 10
 # Files of the program that may be longer, each with the reason.
 LONGER_FILES = {}
 
@@ -46,7 +47,7 @@ def check_opening(tree, path):
         opening += 1
     if opening == 0 and not path.endswith("_test.cpp"):
         yield Finding(path, 1, "opening", "does not begin with a comment on what it is for")
-    elif opening > LONGEST_OPENING:
+    elif opening > (LONGEST_OPENING_OF_A_TEST if under(path, ("tests",)) else LONGEST_OPENING):
         yield Finding(path, 1, "opening", f"opening comment of {opening} lines")
     if path.endswith(".h") and "#pragma once" not in lines:
         yield Finding(path, 1, "opening", "no #pragma once")

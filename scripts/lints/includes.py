@@ -22,7 +22,7 @@ STANDARD = set("""
     compare complex concepts condition_variable csignal cstddef cstdint cstdio cstdlib cstring ctime
     deque exception filesystem fstream functional future initializer_list iomanip iosfwd iostream
     istream iterator latch limits list map memory memory_resource mutex new numbers numeric optional
-    ostream queue random ranges ratio semaphore set shared_mutex source_location span sstream stack
+    ostream queue random ranges ratio regex semaphore set shared_mutex source_location span sstream stack
     stdexcept streambuf string string_view system_error thread tuple type_traits typeindex typeinfo
     unordered_map unordered_set utility valarray variant vector version""".split())
 # The program reaches files, time and the screen through its seams alone.

@@ -72,6 +72,7 @@ CALLS = [
     (r"\breinterpret_cast\b", "bytes are made and read one by one", portable),
     (r"\b(setlocale|toupper|tolower|isalpha|isdigit|isspace)\s*\(",
      "depends on the region", portable_program),
+    (r"\bstd::(basic_)?regex\b", "goes as deep as its input is long", portable_program),
     (r"\busing\s+namespace\s+std\b", "names of std are written out", everywhere),
     (r"\bDISABLED_|\bGTEST_SKIP\b|\bSUCCEED\s*\(", "a test that does not test", tests),
     (r"\b(EXPECT|ASSERT)_(TRUE\s*\(\s*true\s*\)|FALSE\s*\(\s*false\s*\))",

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "base/number_text.h"
+
 namespace corvane {
 
 // Plain decimal texts, each 0 to 32767; "0" when not known.
@@ -12,9 +14,14 @@ struct NetworkIdentity {
   std::string CurrentMnc = "0";
   std::string CurrentLa = "0";
 
-  [[nodiscard]] std::int32_t mcc() const { return std::stoi(CurrentMcc); }
-  [[nodiscard]] std::int32_t mnc() const { return std::stoi(CurrentMnc); }
-  [[nodiscard]] std::int32_t la() const { return std::stoi(CurrentLa); }
+  [[nodiscard]] std::int32_t mcc() const { return Number(CurrentMcc); }
+  [[nodiscard]] std::int32_t mnc() const { return Number(CurrentMnc); }
+  [[nodiscard]] std::int32_t la() const { return Number(CurrentLa); }
+
+ private:
+  static std::int32_t Number(const std::string& text) {
+    return ParseDecimal<std::int32_t>(text).value_or(0);
+  }
 };
 
 }  // namespace corvane
