@@ -19,12 +19,13 @@ STANDIN_USES = ["base"]
 
 STANDARD = set("""
     algorithm any array atomic barrier bit bitset cassert cctype cerrno charconv chrono cmath
-    compare complex concepts condition_variable csignal cstddef cstdint cstdio cstdlib cstring ctime
-    deque exception filesystem fstream functional future initializer_list iomanip iosfwd iostream
-    istream iterator latch limits list map memory memory_resource mutex new numbers numeric optional
-    ostream queue random ranges ratio regex semaphore set shared_mutex source_location span sstream stack
-    stdexcept streambuf string string_view system_error thread tuple type_traits typeindex typeinfo
-    unordered_map unordered_set utility valarray variant vector version""".split())
+    compare complex concepts condition_variable csignal cstddef cstdint cstdio cstdlib cstring
+    ctime deque exception filesystem fstream functional future initializer_list iomanip iosfwd
+    iostream istream iterator latch limits list map memory memory_resource mutex new numbers
+    numeric optional ostream queue random ranges ratio regex semaphore set shared_mutex
+    source_location span sstream stack stdexcept streambuf string string_view system_error
+    thread tuple type_traits typeindex typeinfo unordered_map unordered_set utility valarray
+    variant vector version""".split())
 # The program reaches files, time and the screen through its seams alone.
 BESIDE_THE_SEAMS = {"filesystem", "fstream", "iostream", "thread", "chrono", "ctime", "mutex",
                     "future", "random", "csignal", "condition_variable"}
