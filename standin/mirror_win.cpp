@@ -128,7 +128,6 @@ class Mirror::Impl : public WindowTree::Observer {
     }
     SendMessageA(made->window, WM_SETFONT, reinterpret_cast<WPARAM>(paint_.font()), FALSE);
     if (window.kind == Kind::kMultiLine) {
-      MakeWide(*made);
       SendMessageA(made->window, EM_SETLIMITTEXT, kMaxEditBytes, 0);
       SetWindowTextA(made->window, window.lines.text().c_str());
     }
@@ -210,7 +209,6 @@ class Mirror::Impl : public WindowTree::Observer {
     Kind kind = Kind::kPanel;
     HWND window = nullptr;
     WNDPROC original = nullptr;
-    bool wide = false;  // `original` takes wide text
   };
 
   // While one exists, the mirror itself is the cause of what windows tell.
@@ -247,22 +245,6 @@ class Mirror::Impl : public WindowTree::Observer {
     return original;
   }
 
-  // Wine reads the length word of EM_GETLINE to size a buffer for a procedure that takes ANSI text,
-  // before that procedure could repair the word.
-  static void MakeWide(Node& node) {
-    WNDCLASSEXW edit{};
-    edit.cbSize = sizeof edit;
-    GetClassInfoExW(nullptr, L"EDIT", &edit);
-    node.original = edit.lpfnWndProc;
-    node.wide = true;
-    SetWindowLongPtrW(node.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Proc));
-  }
-
-  static LRESULT CallOriginal(const Node& node, UINT message, WPARAM w_param, LPARAM l_param) {
-    return node.wide ? CallWindowProcW(node.original, node.window, message, w_param, l_param)
-                     : CallWindowProcA(node.original, node.window, message, w_param, l_param);
-  }
-
   static void FillList(HWND list, const std::vector<std::string>& items) {
     SendMessageA(list, WM_SETREDRAW, FALSE, 0);
     SendMessageA(list, LB_RESETCONTENT, 0, 0);
@@ -283,14 +265,14 @@ class Mirror::Impl : public WindowTree::Observer {
     }
     Impl& mirror = *node->owner;
     if (message == WM_NCDESTROY) {
-      const Node last = *node;
+      const WNDPROC original = node->original;
       SetWindowLongPtrA(window, GWLP_USERDATA, 0);
       mirror.nodes_.erase(node->id);
-      return CallOriginal(last, message, w_param, l_param);
+      return CallWindowProcA(original, window, message, w_param, l_param);
     }
     LRESULT result = 0;
     if (mirror.Handle(*node, message, w_param, l_param, result)) return result;
-    return CallOriginal(*node, message, w_param, l_param);
+    return CallWindowProcA(node->original, window, message, w_param, l_param);
   }
 
   // True when the message is dealt with.
@@ -354,7 +336,7 @@ class Mirror::Impl : public WindowTree::Observer {
     if (Handle(id) != window) return true;
     {
       const Echo echo(*this);
-      result = CallOriginal(node, WM_SETTEXT, w_param, l_param);
+      result = CallWindowProcA(node.original, window, WM_SETTEXT, w_param, l_param);
     }
     tree_.EnterText(id, TextOf(window));
     return true;
