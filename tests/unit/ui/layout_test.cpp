@@ -1,0 +1,290 @@
+// The layout as arithmetic: nothing overlaps, nothing leaves its frame or the window, at every
+// resolution, in both sizes.
+#include "ui/layout.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+#include "panel/form1.h"
+#include "sim/trace_sink.h"
+
+namespace corvane {
+
+namespace {
+
+using enum ControlId;
+
+constexpr int kResolutions[] = {96, 120, 144, 192};
+
+struct Case {
+  int dpi;
+  bool compact;
+  int extra;  // pixels of client area beyond the least, both ways
+};
+
+std::vector<Case> Cases() {
+  std::vector<Case> cases;
+  for (const int dpi : kResolutions) {
+    for (const bool compact : {false, true}) {
+      for (const int extra : {-20, 0, 10, 25}) cases.push_back({dpi, compact, extra});
+    }
+  }
+  return cases;
+}
+
+std::map<ControlId, PixelRect> Place(const Case& at) {
+  const WindowArrangement& arrangement = at.compact ? kCompactArrangement : kNormalArrangement;
+  LayoutInput input;
+  input.dpi = at.dpi;
+  input.compact = at.compact;
+  const int height = at.compact ? kCompactClientHeight : kClientHeight;
+  const int width =
+      at.compact ? kClientWidth - (kNormalArrangement.width - arrangement.width) : kClientWidth;
+  input.client_width = ToPixels(width, at.dpi) + at.extra;
+  input.client_height = ToPixels(height, at.dpi) + at.extra;
+  input.call_details_left = arrangement.call_details_left;
+  input.call_details_top = arrangement.call_details_top;
+  std::map<ControlId, PixelRect> rects;
+  for (const PlacedControl& placed : ComputeLayout(input)) rects[placed.id] = placed.rect;
+  return rects;
+}
+
+PixelRect ClientOf(const Case& at) {
+  const int height = at.compact ? kCompactClientHeight : kClientHeight;
+  return {0, 0, ToPixels(kClientWidth, at.dpi) + at.extra, ToPixels(height, at.dpi) + at.extra};
+}
+
+bool Inside(const PixelRect& inner, const PixelRect& outer) {
+  return inner.left >= outer.left && inner.top >= outer.top && inner.right() <= outer.right() &&
+         inner.bottom() <= outer.bottom();
+}
+
+bool Overlap(const PixelRect& one, const PixelRect& other) {
+  return one.left < other.right() && other.left < one.right() && one.top < other.bottom() &&
+         other.top < one.bottom();
+}
+
+std::string Describe(const Case& at, ControlId id) {
+  return std::to_string(Number(id)) + " at " + std::to_string(at.dpi) +
+         (at.compact ? " compact" : "") + " with " + std::to_string(at.extra);
+}
+
+bool IsPage(ControlId id) {
+  return id == fraPresets || id == fraRecordingOptions || id == fraOptions ||
+         id == fraLoggingOptions || id == fraCheckboxDetection;
+}
+
+TEST(Layout, HasAPlaceForEveryControlOnce) {
+  sim::TraceSink sink;
+  Form1 form(sink);
+  std::set<ControlId> expected;
+  for (const Control* control : form.Controls()) {
+    if (dynamic_cast<const MenuItem*>(control) != nullptr) continue;
+    const auto id = FindControlId(control->name());
+    ASSERT_TRUE(id) << control->name();
+    expected.insert(*id);
+  }
+  std::set<ControlId> placed;
+  for (const ControlPlace& place : MainWindowPlaces()) {
+    EXPECT_TRUE(placed.insert(place.id).second) << Number(place.id);
+  }
+  EXPECT_EQ(placed, expected);
+}
+
+TEST(Layout, FramesComeAfterEverythingThatStandsInThem) {
+  std::set<ControlId> frames_seen;
+  for (const ControlPlace& place : MainWindowPlaces()) {
+    if (place.frame) {
+      EXPECT_FALSE(frames_seen.contains(*place.frame)) << Number(place.id);
+    }
+    if (place.id == fraWinsock || place.id == fraCallDetails || IsPage(place.id)) {
+      frames_seen.insert(place.id);
+    }
+  }
+  EXPECT_EQ(frames_seen.size(), 7U);
+}
+
+TEST(Layout, ControlsLieInsideTheirFrames) {
+  for (const Case& at : Cases()) {
+    const auto rects = Place(at);
+    for (const ControlPlace& place : MainWindowPlaces()) {
+      if (!place.frame) continue;
+      EXPECT_TRUE(Inside(rects.at(place.id), rects.at(*place.frame))) << Describe(at, place.id);
+    }
+  }
+}
+
+TEST(Layout, TopLevelControlsLieInsideTheClientArea) {
+  for (const Case& at : Cases()) {
+    const auto rects = Place(at);
+    for (const ControlPlace& place : MainWindowPlaces()) {
+      if (place.frame || (at.compact && place.id != fraCallDetails)) continue;
+      EXPECT_TRUE(Inside(rects.at(place.id), ClientOf(at))) << Describe(at, place.id);
+    }
+  }
+}
+
+TEST(Layout, NeighboursDoNotOverlap) {
+  for (const Case& at : Cases()) {
+    const auto rects = Place(at);
+    const auto places = MainWindowPlaces();
+    for (std::size_t one = 0; one < places.size(); ++one) {
+      for (std::size_t other = one + 1; other < places.size(); ++other) {
+        if (places[one].frame != places[other].frame) continue;
+        if (IsPage(places[one].id) && IsPage(places[other].id)) continue;  // one shows at a time
+        if (at.compact && !places[one].frame) continue;
+        EXPECT_FALSE(Overlap(rects.at(places[one].id), rects.at(places[other].id)))
+            << Describe(at, places[one].id) << ", " << Number(places[other].id);
+      }
+    }
+  }
+}
+
+TEST(Layout, PagesShareOnePlace) {
+  for (const Case& at : Cases()) {
+    const auto rects = Place(at);
+    for (const auto& [id, rect] : rects) {
+      if (IsPage(id)) {
+        EXPECT_EQ(rect, rects.at(fraPresets)) << Describe(at, id);
+      }
+    }
+  }
+}
+
+TEST(Layout, EverythingHasASize) {
+  for (const Case& at : Cases()) {
+    for (const auto& [id, rect] : Place(at)) {
+      EXPECT_GE(rect.width, ToPixels(12 * 15, at.dpi)) << Describe(at, id);
+      EXPECT_GE(rect.height, ToPixels(12 * 15, at.dpi)) << Describe(at, id);
+    }
+  }
+}
+
+TEST(Layout, CallDetailsStandWhereTheArrangementsPutThem) {
+  for (const int dpi : kResolutions) {
+    const PixelRect normal = Place({dpi, false, 0}).at(fraCallDetails);
+    EXPECT_EQ(normal.left, ToPixels(120, dpi));
+    EXPECT_EQ(normal.top, ToPixels(1680, dpi));
+    const PixelRect compact = Place({dpi, true, 0}).at(fraCallDetails);
+    EXPECT_EQ(compact.left, ToPixels(120, dpi));
+    EXPECT_EQ(compact.top, 0);
+    EXPECT_LE(compact.right(), ToPixels(3450, dpi));
+  }
+}
+
+TEST(Layout, ArrangementsAreTheLaidDownOnes) {
+  EXPECT_EQ(kNormalArrangement.width, 12450);
+  EXPECT_EQ(kNormalArrangement.height, 6120);
+  EXPECT_STREQ(kNormalArrangement.title, "Corvane v0.99.6s");
+  EXPECT_EQ(kCompactArrangement.width, 3690);
+  EXPECT_EQ(kCompactArrangement.height, 4440);
+  EXPECT_STREQ(kCompactArrangement.title, "Corva v0.99.6s");
+}
+
+TEST(Layout, WinsockFrameIsWhatCompactModeMakesRoomFor) {
+  const auto rects = Place({96, false, 0});
+  EXPECT_LE(rects.at(fraWinsock).bottom(), rects.at(fraCallDetails).top);
+  EXPECT_EQ(rects.at(fraWinsock).left, rects.at(fraCallDetails).left);
+  EXPECT_EQ(rects.at(fraWinsock).width, rects.at(fraCallDetails).width);
+}
+
+TEST(Layout, SpareWidthGoesToTheCallLog) {
+  const auto least = Place({96, false, 0});
+  const auto more = Place({96, false, 25});
+  EXPECT_EQ(more.at(lstCallLog).width, least.at(lstCallLog).width + 25);
+  EXPECT_EQ(more.at(lstCallLog).height, least.at(lstCallLog).height + 25);
+  EXPECT_EQ(more.at(fraPresets).width, least.at(fraPresets).width);
+  EXPECT_EQ(more.at(fraPresets).left, least.at(fraPresets).left + 25);
+  EXPECT_EQ(more.at(txtTimeout).left, least.at(txtTimeout).left + 25);
+  EXPECT_EQ(more.at(txtTimeout).top, least.at(txtTimeout).top);
+}
+
+TEST(Layout, OptionsStandInTheOrderOfTheirPage) {
+  const auto rects = Place({96, false, 0});
+  EXPECT_LT(rects.at(optOffsets_3).top, rects.at(optOffsets_2).top);
+  EXPECT_LT(rects.at(optOffsets_1).top, rects.at(optOffsets_0).top);
+  EXPECT_LT(rects.at(optRecordMode_2).top, rects.at(optRecordMode_1).top);
+  EXPECT_LT(rects.at(optRecordMode_1).top, rects.at(optRecordMode_0).top);
+}
+
+TEST(ToPixels, RoundsToNearestOnBothSidesOfZero) {
+  EXPECT_EQ(ToPixels(15, 96), 1);
+  EXPECT_EQ(ToPixels(12450, 96), 830);
+  EXPECT_EQ(ToPixels(12450, 120), 1038);  // 1037.5
+  EXPECT_EQ(ToPixels(7, 96), 0);
+  EXPECT_EQ(ToPixels(8, 96), 1);
+  EXPECT_EQ(ToPixels(-8, 96), -1);
+  EXPECT_EQ(ToPixels(-7, 96), 0);
+  EXPECT_EQ(ToPixels(2'000'000'000, 96), 133333333);
+}
+
+TEST(Fonts, AreAsHighAsTheirPointsAtTheResolution) {
+  EXPECT_EQ(FontPixels(FontKind::kText, 96), 11);
+  EXPECT_EQ(FontPixels(FontKind::kText, 144), 17);
+  EXPECT_EQ(FontPixels(FontKind::kLog, 96), 12);
+  EXPECT_EQ(FontPixels(FontKind::kGroup, 192), 29);
+  for (const FontKind kind : {FontKind::kText, FontKind::kLog, FontKind::kGroup}) {
+    EXPECT_STREQ(FontOf(kind).face, "Tahoma");
+  }
+  EXPECT_STREQ(FontOf(FontKind::kTab).face, "MS Sans Serif");
+}
+
+TEST(CallLogRows, AreTwentyOneAndAPartWhateverTheRoom) {
+  for (int available = 300; available <= 900; ++available) {
+    const RowFit fit = FitCallLogRows(available, 14);
+    EXPECT_EQ(fit.client_height / fit.row_height, 21) << available;
+    const int part = fit.client_height % fit.row_height;
+    EXPECT_GE(part * 100, fit.row_height * 30) << available;
+    EXPECT_LE(part * 100, fit.row_height * 70) << available;
+    if (available >= 14 * 213 / 10 + 1) {
+      EXPECT_LE(fit.client_height, available) << available;
+    }
+  }
+}
+
+TEST(CallLogRows, AreNeverLowerThanTheirText) {
+  const RowFit fit = FitCallLogRows(100, 14);
+  EXPECT_EQ(fit.row_height, 14);
+  EXPECT_EQ(fit.client_height, 21 * 14 + 5);
+}
+
+TEST(CallLogRows, FitTheLeastWindowAtEveryResolution) {
+  // Heights of a line of Tahoma 9 and of a scroll bar with both borders.
+  const std::map<int, std::pair<int, int>> measures = {
+      {96, {14, 21}}, {120, {18, 25}}, {144, {22, 30}}, {192, {29, 38}}};
+  for (const auto& [dpi, measure] : measures) {
+    const int available = Place({dpi, false, 0}).at(lstCallLog).height - measure.second;
+    EXPECT_LE(FitCallLogRows(available, measure.first).client_height, available) << dpi;
+  }
+}
+
+TEST(MoveIntoView, LeavesAReachableWindowAlone) {
+  const PixelRect screens[] = {{0, 0, 1920, 1040}, {1920, 200, 1280, 984}};
+  for (const PixelRect& window : {PixelRect{0, 0, 830, 408},
+                                  {1500, 700, 830, 408},
+                                  {-700, 10, 830, 408},
+                                  {3100, 300, 830, 408},
+                                  {100, 1010, 830, 408}}) {
+    EXPECT_EQ(MoveIntoView(window, screens), window);
+  }
+}
+
+TEST(MoveIntoView, BringsALostWindowWhollyOntoTheNearestScreen) {
+  const PixelRect screens[] = {{0, 0, 1920, 1040}, {1920, 200, 1280, 984}};
+  EXPECT_EQ(MoveIntoView({-5000, -5000, 830, 408}, screens), (PixelRect{0, 0, 830, 408}));
+  EXPECT_EQ(MoveIntoView({9000, 9000, 830, 408}, screens), (PixelRect{2370, 776, 830, 408}));
+  EXPECT_EQ(MoveIntoView({100, -30, 830, 408}, screens), (PixelRect{100, 0, 830, 408}));
+  EXPECT_EQ(MoveIntoView({-800, 10, 830, 408}, screens), (PixelRect{0, 10, 830, 408}));
+  EXPECT_EQ(MoveIntoView({2000, 50, 830, 408}, screens), (PixelRect{2000, 200, 830, 408}));
+}
+
+TEST(MoveIntoView, ShowsTheTitleOfAWindowLargerThanTheScreen) {
+  const PixelRect screens[] = {{10, 20, 640, 300}};
+  EXPECT_EQ(MoveIntoView({5000, 5000, 830, 408}, screens), (PixelRect{10, 20, 830, 408}));
+}
+
+}  // namespace
+
+}  // namespace corvane
