@@ -179,6 +179,15 @@ TEST_F(CallActivityTest, AFileThatCannotBeReadIsReportedOnceAndNeverWrittenOver)
   EXPECT_EQ(files.content[kActivityPath], "GSSI;Call Activity\r\n9;4\r\n");
 }
 
+TEST_F(CallActivityTest, CountsThatCouldNotBeReadYetAreNotWrittenOver) {
+  const std::string counted = "GSSI;Call Activity\r\n9;3\r\n";
+  files.content[kActivityPath] = counted;
+  activity.CallActivityTable.Count(7);
+  files.fail_at = files.operations + 1;  // the reading alone
+  EXPECT_EQ(activity.SaveCallActivity(), -1);
+  EXPECT_EQ(files.content[kActivityPath], counted);
+}
+
 TEST_F(CallActivityTest, AFailedSaveGivesMinusOneAndLeavesTheOldFile) {
   files.content[kActivityPath] = "GSSI;Call Activity\r\n9;3\r\n";
   activity.LoadCallActivity();
