@@ -66,7 +66,9 @@ struct ChildEvents::Hook {
         events.children_->PaintFrameOf(*child);
         return 0;
       }
-      if (message == WM_NCHITTEST) return HTCLIENT;
+      // The other frames let the mouse through to the owner, which has the tips of what is
+      // disabled.
+      if (message == WM_NCHITTEST && child->id == ControlId::fraCallDetails) return HTCLIENT;
     }
     if (message == WM_SETCURSOR && IsClickable(child->id)) {
       ::SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_HAND)));

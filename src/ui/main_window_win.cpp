@@ -146,6 +146,7 @@ void MainWindowWin::Impl::Destroy() {
   if (window_ == nullptr) return;
   const HWND window = window_;
   window_ = nullptr;
+  shown_ = false;
   events_.Disconnect();
   children_.Clear();
   loop_.SetMessageFilter({});
@@ -184,7 +185,7 @@ void MainWindowWin::Impl::ListChanged(ListBox& list, ListChange change, std::siz
 }
 
 void MainWindowWin::Impl::FocusWanted(const Control& control) {
-  if (window_ == nullptr) return;
+  if (window_ == nullptr || !shown_) return;
   const ChildWindow* child = children_.Find(control);
   if (child == nullptr || !child->control->enabled || !children_.Shown(*child)) return;
   ::SetFocus(static_cast<HWND>(child->window));

@@ -78,6 +78,9 @@ TEST_F(WindowTest, ToolTipsShowAmpersandsAndCoverDisabledControls) {
   EXPECT_EQ(DisabledToolTipRect(main(), lstRecOnlyGSSI), PixelRect{});
   Press(cmdSettingTab_1);
   EXPECT_EQ(DisabledToolTipRect(main(), lstRecOnlyGSSI), RectIn(main(), Child(lstRecOnlyGSSI)));
+  // The mouse over a disabled control has to get through its frame to the window.
+  EXPECT_EQ(Send(Child(fraRecordingOptions), kWmNcHitTest), kHitTransparent);
+  EXPECT_EQ(Send(Child(fraCallDetails), kWmNcHitTest), kHitClient);
   Press(optRecordMode_2);
   EXPECT_EQ(DisabledToolTipRect(main(), lstRecOnlyGSSI), PixelRect{});
 }

@@ -13,6 +13,7 @@ namespace corvane::ui_test {
 
 using Handle = void*;  // HWND
 
+inline constexpr unsigned kWmNcHitTest = 0x84;
 inline constexpr unsigned kBmGetCheck = 0xF0;
 inline constexpr unsigned kBmClick = 0xF5;
 inline constexpr unsigned kLbSetCurSel = 0x186;
@@ -42,6 +43,8 @@ inline constexpr int kKeyTab = 9;
 inline constexpr int kKeyEnter = 13;
 inline constexpr int kKeyDown = 40;
 inline constexpr int kScrollLineUp = 0;
+inline constexpr int kHitTransparent = -1;
+inline constexpr int kHitClient = 1;
 
 [[nodiscard]] Handle ChildOf(Handle window, ControlId id);
 // The ids of all child windows, in the order of the tab key.
