@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <string>
@@ -18,6 +19,7 @@ namespace {
 
 constexpr DWORD kFrameStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 constexpr std::size_t kMaxCommandBytes = 4096;
+constexpr LPARAM kEndOfText = 0x7FFFFFFE;
 constexpr LPARAM kMaxEditBytes = 0x7FFFFFFE;
 
 struct Look {
@@ -51,6 +53,10 @@ Look LookOf(Kind kind) {
   return {nullptr, WS_CHILD};
 }
 
+bool IsEdit(Kind kind) {
+  return kind == Kind::kTextBox || kind == Kind::kMultiLine;
+}
+
 std::string TextOf(HWND window) {
   std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
   text.resize(
@@ -58,29 +64,17 @@ std::string TextOf(HWND window) {
   return text;
 }
 
-// A foreign fault repaired where it arrives: under Wine 8 EM_GETLINE from another process comes
-// with a block inside a larger one, and neither the block's first word nor the word before it is
-// filled. By the one the control decides how many characters it copies, by the other the system how
-// many it sends back; both at random end the thread sooner or later. The sender has asked for the
-// line's length before, so its block holds the line.
-void RepairGetLine(HWND edit, WPARAM line, LPARAM block) {
-  constexpr LPARAM kBlockAlignment = 16;
+// A foreign fault repaired where it arrives: Wine 8 passes EM_GETLINE from another process on with
+// a block that begins one word inside an allocation, and fills neither the block's first word, by
+// which the control decides how many characters it copies, nor the word before it, by which the
+// system decides how many it sends back. The heap knows how many there is room for.
+void RepairGetLine(LPARAM block) {
   if (!IsWine() || block == 0 || (InSendMessageEx(nullptr) & ISMEX_SEND) == 0) return;
-  const LRESULT start = SendMessageW(edit, EM_LINEINDEX, line, 0);
-  const LRESULT length =
-      start < 0 ? 0 : SendMessageW(edit, EM_LINELENGTH, static_cast<WPARAM>(start), 0);
-  WORD* words = reinterpret_cast<WORD*>(block);
-  words[0] = static_cast<WORD>(std::min<LRESULT>(length, 0xFFFF));
-  // Only where the block does begin one word behind an allocation.
-  if (block % kBlockAlignment == sizeof(WORD)) words[-1] = words[0];
-}
-
-// In front of the narrow procedure of every box of many lines: on its way from the wide to the
-// narrow form EM_GETLINE gets a copy of the block, as long as the unfilled word says.
-WNDPROC narrow_edit = nullptr;
-LRESULT CALLBACK WideEditProc(HWND window, UINT message, WPARAM w_param, LPARAM l_param) {
-  if (message == EM_GETLINE) RepairGetLine(window, w_param, l_param);
-  return CallWindowProcW(narrow_edit, window, message, w_param, l_param);
+  WORD* words = reinterpret_cast<WORD*>(block) - 1;
+  const SIZE_T bytes = HeapSize(GetProcessHeap(), 0, words);
+  if (bytes == static_cast<SIZE_T>(-1) || bytes < 2 * sizeof(WORD)) return;
+  const SIZE_T room = (bytes - sizeof(WORD)) / sizeof(wchar_t);
+  words[0] = words[1] = static_cast<WORD>(std::min<SIZE_T>(room, 0xFFFF));
 }
 
 }  // namespace
@@ -114,18 +108,12 @@ class Mirror::Impl : public WindowTree::Observer {
     node->owner = this;
     node->id = window.id;
     node->kind = window.kind;
-    node->original = Register(window.class_name, look.base);
+    node->original = Register(window.class_name, window.kind, look.base);
     Node* made = node.get();
     nodes_[window.id] = std::move(node);
     const bool frame = window.kind == Kind::kFrame;
     const DWORD visible = window.visible && !frame ? WS_VISIBLE : 0;
-    CreateWindowExA(0, window.class_name.c_str(), window.text.c_str(), look.style | visible,
-                    window.box.left, window.box.top, window.box.width, window.box.height,
-                    Handle(window.parent), nullptr, GetModuleHandleA(nullptr), made);
-    if (window.kind == Kind::kMultiLine) {
-      narrow_edit = reinterpret_cast<WNDPROC>(
-          SetWindowLongPtrW(made->window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(WideEditProc)));
-    }
+    Create(window, look.style | visible, made);
     SendMessageA(made->window, WM_SETFONT, reinterpret_cast<WPARAM>(paint_.font()), FALSE);
     if (window.kind == Kind::kMultiLine) {
       SendMessageA(made->window, EM_SETLIMITTEXT, kMaxEditBytes, 0);
@@ -152,6 +140,7 @@ class Mirror::Impl : public WindowTree::Observer {
       case Aspect::kText: {
         const std::string& text =
             window.kind == Kind::kMultiLine ? window.lines.text() : window.text;
+        appended_.erase(window.id);
         if (TextOf(handle) != text) SetWindowTextA(handle, text.c_str());
         break;
       }
@@ -185,21 +174,25 @@ class Mirror::Impl : public WindowTree::Observer {
   }
 
   void Appended(const Window& window, std::string_view text) override {
-    const HWND handle = Handle(window.id);
-    const Echo echo(*this);
-    const auto end = static_cast<WPARAM>(GetWindowTextLengthA(handle));
-    SendMessageA(handle, EM_SETSEL, end, static_cast<LPARAM>(end));
-    const std::string terminated(text);
-    SendMessageA(handle, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(terminated.c_str()));
+    appended_[window.id] += text;
   }
 
-  void ItemAdded(const Window& window, bool dropped) override {
-    const HWND handle = Handle(window.id);
+  void ItemAdded(const Window& window, bool) override { grown_lists_.insert(window.id); }
+
+  void Flush() {
     const Echo echo(*this);
-    if (dropped) SendMessageA(handle, LB_DELETESTRING, 0, 0);
-    const LRESULT at = SendMessageA(handle, LB_ADDSTRING, 0,
-                                    reinterpret_cast<LPARAM>(window.items.back().c_str()));
-    SendMessageA(handle, LB_SETTOPINDEX, static_cast<WPARAM>(at), 0);
+    for (const auto& [id, text] : std::exchange(appended_, {})) {
+      const HWND edit = Handle(id);
+      if (edit == nullptr) continue;
+      SendMessageA(edit, EM_SETSEL, kEndOfText, kEndOfText);
+      SendMessageA(edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
+    }
+    for (const WindowId id : std::exchange(grown_lists_, {})) {
+      const Window* window = tree_.Find(id);
+      if (window == nullptr || Handle(id) == nullptr || window->items.empty()) continue;
+      FillList(Handle(id), window->items);
+      SendMessageA(Handle(id), LB_SETTOPINDEX, window->items.size() - 1, 0);
+    }
   }
 
  private:
@@ -224,7 +217,8 @@ class Mirror::Impl : public WindowTree::Observer {
   };
 
   // The class of that name on top of the system's class; gives the procedure of the latter.
-  WNDPROC Register(const std::string& name, const char* base) {
+  WNDPROC Register(const std::string& name, Kind kind, const char* base) {
+    if (IsEdit(kind)) return RegisterEdit(name);
     WNDCLASSEXA info{};
     info.cbSize = sizeof info;
     if (base != nullptr) {
@@ -243,6 +237,39 @@ class Mirror::Impl : public WindowTree::Observer {
       RegisterClassExA(&info);
     }
     return original;
+  }
+
+  // Unicode through and through: EM_GETLINE from another process is to be repaired as it arrives,
+  // before a conversion copies by the unfilled length word.
+  WNDPROC RegisterEdit(const std::string& name) {
+    WNDCLASSEXW info{};
+    info.cbSize = sizeof info;
+    GetClassInfoExW(nullptr, L"EDIT", &info);
+    const WNDPROC original = info.lpfnWndProc;
+    if (registered_.insert(name).second) {
+      const std::wstring wide(name.begin(), name.end());  // letters, digits, "_" and "." alone
+      info.lpfnWndProc = Proc;
+      info.hInstance = GetModuleHandleA(nullptr);
+      info.lpszClassName = wide.c_str();
+      info.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
+      RegisterClassExW(&info);
+    }
+    return original;
+  }
+
+  void Create(const Window& window, DWORD style, Node* node) {
+    const Box& box = window.box;
+    const HWND parent = Handle(window.parent);
+    const HINSTANCE program = GetModuleHandleA(nullptr);
+    if (!IsEdit(window.kind)) {
+      CreateWindowExA(0, window.class_name.c_str(), window.text.c_str(), style, box.left, box.top,
+                      box.width, box.height, parent, nullptr, program, node);
+      return;
+    }
+    const std::wstring wide(window.class_name.begin(), window.class_name.end());
+    CreateWindowExW(0, wide.c_str(), L"", style, box.left, box.top, box.width, box.height, parent,
+                    nullptr, program, node);
+    SetWindowTextA(node->window, window.text.c_str());
   }
 
   static void FillList(HWND list, const std::vector<std::string>& items) {
@@ -268,11 +295,17 @@ class Mirror::Impl : public WindowTree::Observer {
       const WNDPROC original = node->original;
       SetWindowLongPtrA(window, GWLP_USERDATA, 0);
       mirror.nodes_.erase(node->id);
-      return CallWindowProcA(original, window, message, w_param, l_param);
+      return CallOriginal(original, window, message, w_param, l_param);
     }
     LRESULT result = 0;
     if (mirror.Handle(*node, message, w_param, l_param, result)) return result;
-    return CallWindowProcA(node->original, window, message, w_param, l_param);
+    return CallOriginal(node->original, window, message, w_param, l_param);
+  }
+
+  static LRESULT CallOriginal(WNDPROC original, HWND window, UINT message, WPARAM w_param,
+                              LPARAM l_param) {
+    return IsWindowUnicode(window) ? CallWindowProcW(original, window, message, w_param, l_param)
+                                   : CallWindowProcA(original, window, message, w_param, l_param);
   }
 
   // True when the message is dealt with.
@@ -287,6 +320,9 @@ class Mirror::Impl : public WindowTree::Observer {
         return true;
       case WM_SETTEXT:
         return OnSetText(node, w_param, l_param, result);
+      case EM_GETLINE:
+        RepairGetLine(l_param);
+        return false;
       case WM_LBUTTONDOWN:
       case WM_LBUTTONDBLCLK:
         if (node.kind != Kind::kSelector) return false;
@@ -329,14 +365,14 @@ class Mirror::Impl : public WindowTree::Observer {
   }
 
   bool OnSetText(const Node& node, WPARAM w_param, LPARAM l_param, LRESULT& result) {
-    if (echo_ > 0 || (node.kind != Kind::kTextBox && node.kind != Kind::kMultiLine)) return false;
+    if (echo_ > 0 || !IsEdit(node.kind)) return false;
     const WindowId id = node.id;
     const HWND window = node.window;
     hooks_.before_input();
     if (Handle(id) != window) return true;
     {
       const Echo echo(*this);
-      result = CallWindowProcA(node.original, window, WM_SETTEXT, w_param, l_param);
+      result = CallOriginal(node.original, window, WM_SETTEXT, w_param, l_param);
     }
     tree_.EnterText(id, TextOf(window));
     return true;
@@ -362,7 +398,9 @@ class Mirror::Impl : public WindowTree::Observer {
     }
     if (!IsCommandData(block.dwData)) return false;
     hooks_.before_input();
-    return hooks_.command({static_cast<const char*>(block.lpData), block.cbData});
+    const bool done = hooks_.command({static_cast<const char*>(block.lpData), block.cbData});
+    Flush();
+    return done;
   }
 
   void Draw(const DRAWITEMSTRUCT& item) {
@@ -377,6 +415,8 @@ class Mirror::Impl : public WindowTree::Observer {
   MirrorPaint paint_;
   std::map<WindowId, std::unique_ptr<Node>> nodes_;
   std::set<std::string> registered_;
+  std::map<WindowId, std::string> appended_;  // not yet shown
+  std::set<WindowId> grown_lists_;
   int echo_ = 0;
 };
 
@@ -384,6 +424,10 @@ Mirror::Mirror(WindowTree& tree, Hooks hooks)
     : impl_(std::make_unique<Impl>(tree, std::move(hooks))) {}
 
 Mirror::~Mirror() = default;
+
+void Mirror::Flush() {
+  impl_->Flush();
+}
 
 void* Mirror::Handle(WindowId id) const {
   return impl_->Handle(id);

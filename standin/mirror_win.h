@@ -22,6 +22,10 @@ class Mirror {
   Mirror(const Mirror&) = delete;
   Mirror& operator=(const Mirror&) = delete;
 
+  // Shows what was appended since the last time. Texts and items come in bursts, and each one shown
+  // alone would cost more than the burst.
+  void Flush();
+
   // The window's handle; nullptr when there is none.
   [[nodiscard]] void* Handle(WindowId id) const;
 

@@ -108,6 +108,7 @@ class Program {
     if (advancing_) return;
     advancing_ = true;
     model_.Advance(NowMs());
+    if (mirror_ != nullptr) mirror_->Flush();
     advancing_ = false;
   }
 
