@@ -44,10 +44,3 @@ function(corvane_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 endfunction()
-
-# TEMPORARY while the folders come into being: a folder without a list is passed over.
-function(corvane_subdirectory folder)
-  if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/CMakeLists.txt)
-    add_subdirectory(${folder})
-  endif()
-endfunction()
