@@ -42,7 +42,7 @@ cp samples/*.txt "$FOLDER"
 step "Corvane follows calls"
 CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") wine_here \
   "$BUILD/mingw/tests/desktop/demo_driver.exe" --folder "$(windows_path "$FOLDER")" \
-  --scenario "$(windows_path "$ROOT/standin/scenarios/demo.txt")" \
+  --scenario "$(windows_path "$ROOT/tests/desktop/demo.scenario")" \
   --pictures "$(windows_path "$ROOT/demo-output")" "$@" 2>"$LOGS/demo.log" </dev/null |
   sed -u 's/\r$//'
 

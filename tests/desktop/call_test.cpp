@@ -1,5 +1,6 @@
 #include "desktop/call_test.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -11,13 +12,19 @@ namespace {
 
 constexpr std::string_view kParkedGain = "25";
 constexpr int kControlCarrier = 2604;
-constexpr std::size_t kReportedLines = 40;
+constexpr std::size_t kReportedLines = 60;
+constexpr int kFirstParty = 5100;
+constexpr int kNextSetup_ms = 700;
 
 // "client=1 {...}" without the client.
 std::string WithoutClient(const std::string& detail) {
   const std::size_t blank = detail.find(' ');
   return detail.starts_with("client=") && blank != std::string::npos ? detail.substr(blank + 1)
                                                                      : detail;
+}
+
+bool IsWatchdogTraffic(const std::string& event) {
+  return Contains(event, "AudioIsMuted");
 }
 
 void Report(std::string_view title, const std::vector<std::string>& lines) {
@@ -69,7 +76,8 @@ std::vector<std::string> SetUpCommands() {
           ExeCommand("Start")};
 }
 
-CallTest::CallTest() : corvane_(folder_.Path()), sdr_(folder_.Path()) {}
+CallTest::CallTest(const std::string& folder_name)
+    : folder_(folder_name), corvane_(folder_.Path()), sdr_(folder_.Path()) {}
 
 void CallTest::TearDown() {
   if (!HasFailure()) return;
@@ -79,6 +87,7 @@ void CallTest::TearDown() {
   for (const LogLine& line : sdr_.Log()) {
     events.push_back(std::to_string(line.ms) + " " + line.kind + " " + line.detail);
   }
+  events.erase(std::remove_if(events.begin(), events.end(), IsWatchdogTraffic), events.end());
   Report("The stand-in's log:", events);
   const std::string box = corvane_.OpenMessageBox();
   if (!box.empty()) ADD_FAILURE() << "Message box: " << box;
@@ -137,8 +146,29 @@ void CallTest::AwaitScanning() {
 }
 
 void CallTest::AwaitFollowing(int call_id) {
-  Await("call " + std::to_string(call_id) + " to be followed",
-        [&] { return corvane_.Caption(ControlId::lblCallID) == std::to_string(call_id); });
+  Await("call " + std::to_string(call_id) + " to be followed", [&] { return Follows(call_id); });
+}
+
+bool CallTest::Follows(int call_id) const {
+  if (corvane_.Caption(ControlId::lblCallID) != std::to_string(call_id)) return false;
+  const std::vector<std::string> commands = Commands();
+  return !commands.empty() && commands.back() != SetCommand("AudioGain", kParkedGain) &&
+         Contains(commands.back(), "\"AudioGain\"");
+}
+
+void CallTest::SetUpUntilFollowed(int call_id, int group, int carrier, int slot, int limit_ms) {
+  const std::string id = std::to_string(call_id);
+  int party = kFirstParty;
+  Await(
+      "call " + id + " to be followed",
+      [&] {
+        if (party > kFirstParty) Do("release id=" + id + " missed");
+        Do("call id=" + id + " group=" + std::to_string(group) +
+           " party=" + std::to_string(party++) + " carrier=" + std::to_string(carrier) +
+           " slot=" + std::to_string(slot));
+        return WaitFor([&] { return Follows(call_id); }, kNextSetup_ms);
+      },
+      limit_ms);
 }
 
 void CallTest::AwaitParked() {
@@ -160,8 +190,7 @@ void CallTest::AwaitInStatusLog(std::string_view part) {
 
 void CallTest::ExpectFollowsACall(int call_id) {
   const std::string id = std::to_string(call_id);
-  Do("call id=" + id + " group=9055 party=5055 carrier=2615 slot=3 repeat=0.5");
-  AwaitFollowing(call_id);
+  SetUpUntilFollowed(call_id, 9055, 2615, 3);
   Do("release id=" + id);
   AwaitInCallLog("Call ID: " + id + " - VC D-Released");
   AwaitParked();

@@ -31,7 +31,8 @@ namespace corvane::desktop {
 
 class CallTest : public ::testing::Test {
  protected:
-  CallTest();
+  // With a name, the programs lie in a folder of that name (UTF-8).
+  explicit CallTest(const std::string& folder_name = {});
   // On failure: what both programs show, and a picture of the screen.
   void TearDown() override;
 
@@ -54,11 +55,16 @@ class CallTest : public ::testing::Test {
   void Await(std::string_view what, const std::function<bool()>& state,
              int limit_ms = kGenerousLimit_ms);
   void AwaitScanning();
+  // The call is followed, and all that goes with that was sent.
   void AwaitFollowing(int call_id);
+  // Sets a call up again and again until it is followed. Each setup has another calling party,
+  // because a line that repeats one of the two before it does not count.
+  void SetUpUntilFollowed(int call_id, int group, int carrier, int slot,
+                          int limit_ms = kGenerousLimit_ms);
   void AwaitParked();
   void AwaitInCallLog(std::string_view part);
   void AwaitInStatusLog(std::string_view part);
-  // A call is announced again and again until it is followed, then released: the program is well.
+  // A call is set up until it is followed, then released: the program is well.
   void ExpectFollowsACall(int call_id = 3000);
 
   // The commands that arrived since the mark, "AudioIsMuted" questions left out.
@@ -71,6 +77,8 @@ class CallTest : public ::testing::Test {
   void ExpectNothingFollowed(std::size_t since);
 
  private:
+  [[nodiscard]] bool Follows(int call_id) const;
+
   ProgramFolder folder_;
   CorvaneProgram corvane_;
   StandinProgram sdr_;

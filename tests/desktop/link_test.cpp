@@ -37,16 +37,14 @@ class LinkTest : public CallTest {
         << "last line: " << (after.empty() ? "" : after.back());
   }
 
-  // A call that is on the air all the time is followed soon after `back`.
+  // Soon after SDR# is `back` a call is followed.
   void ExpectFollowsInTime(const std::function<void()>& back, int call_id) {
-    const std::string id = std::to_string(call_id);
     back();
     const auto begin = std::chrono::steady_clock::now();
-    Do("call id=" + id + " group=9050 party=5050 carrier=2612 slot=2 repeat=0.2");
-    AwaitFollowing(call_id);
+    SetUpUntilFollowed(call_id, 9050, 2612, 2);
     const auto took = std::chrono::steady_clock::now() - begin;
     EXPECT_LE(std::chrono::duration_cast<std::chrono::milliseconds>(took).count(), kBackInTime_ms);
-    Do("release id=" + id);
+    Do("release id=" + std::to_string(call_id));
     AwaitParked();
   }
 
@@ -82,7 +80,7 @@ TEST_P(NetworkBoxTest, KeepsTheConnectionAfterAnErrorReply) {
   Begin({}, GetParam().options);
   Do("reply text \"{\\\"Result\\\":\\\"Error\\\",\\\"Type\\\":\\\"Value error\\\","
      "\\\"Message\\\":\\\"Greater than 60\\\"}\\r\\n\"");
-  Do("call id=53 group=9001 party=5010 carrier=2610 slot=2 repeat=0.25");
+  Do("call id=53 group=9001 party=5010 carrier=2610 slot=2");
   AwaitInStatusLog("ERROR: Net Remote - Attempting reset ");
   ExpectFollowsACall(54);
   EXPECT_EQ(Sdr().Count("accept"), 1u);
@@ -198,7 +196,7 @@ TEST_P(ReplyTest, CallsAreFollowedAllTheSame) {
   PressStart();
   AwaitScanning();
   Do("reply " + std::string(GetParam()) + " count=20");
-  Do("call id=67 group=9001 party=5010 carrier=2610 slot=2 repeat=0.5");
+  Do("call id=67 group=9001 party=5010 carrier=2610 slot=2");
   ExpectStaysResponsive();
   Do("release id=67");
   Do("reply normal");

@@ -33,7 +33,8 @@ bool CorvaneProgram::Start() {
 }
 
 WindowHandle CorvaneProgram::Window() const {
-  return process_ == nullptr ? 0 : FindTopLevel(process_->Id(), "Corva");
+  if (process_ == nullptr) return 0;
+  return window_ = FindTopLevelAgain(window_, process_->Id(), "Corva");
 }
 
 WindowHandle CorvaneProgram::EditorWindow() const {

@@ -50,6 +50,7 @@ class CorvaneProgram {
  private:
   std::filesystem::path folder_;
   std::unique_ptr<Process> process_;
+  mutable WindowHandle window_ = 0;  // as it was found last
 };
 
 // How many of the lines contain the part.

@@ -22,6 +22,10 @@ inline constexpr int kAnswerLimit_ms = 5'000;
 [[nodiscard]] std::vector<WindowHandle> TopLevelWindows(unsigned process_id);
 // The first top-level window of the process whose title begins with `title`, 0 when there is none.
 [[nodiscard]] WindowHandle FindTopLevel(unsigned process_id, std::string_view title);
+// Like FindTopLevel, but looks at `known` first, the answer of an earlier time: searching costs
+// every window on the desktop a message.
+[[nodiscard]] WindowHandle FindTopLevelAgain(WindowHandle known, unsigned process_id,
+                                             std::string_view title);
 [[nodiscard]] std::vector<WindowHandle> Descendants(WindowHandle parent);
 // The descendant with this control id.
 [[nodiscard]] WindowHandle Child(WindowHandle parent, int control_id);

@@ -71,6 +71,12 @@ std::string ReadText(WindowHandle window, UINT length_message, UINT text_message
   return Narrow(buffer);
 }
 
+DWORD OwnerOf(WindowHandle window) {
+  DWORD owner = 0;
+  GetWindowThreadProcessId(Hwnd(window), &owner);
+  return owner;
+}
+
 LPARAM MiddleOf(WindowHandle control) {
   RECT client{};
   GetClientRect(Hwnd(control), &client);
@@ -87,12 +93,13 @@ BOOL CALLBACK Collect(HWND window, LPARAM list) {
 std::vector<WindowHandle> TopLevelWindows(unsigned process_id) {
   std::vector<WindowHandle> all;
   EnumWindows(Collect, reinterpret_cast<LPARAM>(&all));
-  std::erase_if(all, [process_id](WindowHandle window) {
-    DWORD owner = 0;
-    GetWindowThreadProcessId(Hwnd(window), &owner);
-    return owner != process_id;
-  });
+  std::erase_if(all, [process_id](WindowHandle window) { return OwnerOf(window) != process_id; });
   return all;
+}
+
+WindowHandle FindTopLevelAgain(WindowHandle known, unsigned process_id, std::string_view title) {
+  const bool is_it = known != 0 && Alive(known) && OwnerOf(known) == process_id;
+  return is_it ? known : FindTopLevel(process_id, title);
 }
 
 WindowHandle FindTopLevel(unsigned process_id, std::string_view title) {

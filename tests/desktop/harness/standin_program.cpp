@@ -27,7 +27,8 @@ bool StandinProgram::Start(std::vector<std::string> options, std::string_view sc
 }
 
 WindowHandle StandinProgram::Window() const {
-  return process_ == nullptr ? 0 : FindTopLevel(process_->Id(), "SDR# v");
+  if (process_ == nullptr) return 0;
+  return window_ = FindTopLevelAgain(window_, process_->Id(), "SDR# v");
 }
 
 WindowHandle StandinProgram::InfoWindow() const {

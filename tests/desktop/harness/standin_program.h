@@ -51,6 +51,7 @@ class StandinProgram {
 
   std::filesystem::path folder_;
   std::unique_ptr<Process> process_;
+  mutable WindowHandle window_ = 0;  // as it was found last
   int starts_ = 0;
 };
 
