@@ -88,9 +88,11 @@ TEST_F(DiscoveryTest, WithoutSdrLogsEveryFailureAndSendsNothing) {
 
 TEST_F(DiscoveryTest, TheMainWindowNeedsItsClassAndTheStartOfItsTitle) {
   AddAll();
-  windows.At(kSdr).text = "My SDR# v1";
-  Discover();
-  EXPECT_EQ(At(SdrRole::kMainWindow), 0u);
+  for (const char* title : {"My SDR# v1", "SDR# settings", "SDR#", "sdr# v1"}) {
+    windows.At(kSdr).text = title;
+    Discover();
+    EXPECT_EQ(At(SdrRole::kMainWindow), 0u) << title;
+  }
   windows.At(kSdr).text = "SDR# v1";
   windows.At(kSdr).class_name = "WindowsForms10.Window.20.app.0.1";
   Discover();

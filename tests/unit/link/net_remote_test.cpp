@@ -117,6 +117,16 @@ TEST_F(NetRemoteTest, WithoutAConnectionACommandCostsOneLineAndTheLink) {
   EXPECT_THAT(socket.sent, IsEmpty()) << "nothing is queued";
 }
 
+TEST_F(NetRemoteTest, ACommandThatCannotBeSentDoesNotWaitForTheOneBefore) {
+  Connected();
+  remote.SendNetRemoteGet("AudioIsMuted");
+  flags.NetRemoteConnected = false;
+  const auto start = loop.now_ms;
+  remote.SendNetRemoteSet("AudioGain", "25");
+  EXPECT_EQ(loop.now_ms, start);
+  EXPECT_THAT(StatusLog(), ElementsAre("No SDR# NET connection"));
+}
+
 // --- Senders that meet another one ---
 
 TEST_F(NetRemoteTest, ASenderLooksEvery30MsWhetherTheOtherOneIsDone) {

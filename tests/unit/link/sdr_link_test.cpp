@@ -291,6 +291,29 @@ TEST(SdrLinkTest, CommandsNeverMeetAtASlowServer) {
   }
 }
 
+TEST(SdrLinkTest, OnlyTheKnownCommandsAreEverSent) {
+  LinkWorld world;
+  ASSERT_TRUE(world.StartAndSettle());
+  for (int id = 1; id <= 5; ++id) {
+    ASSERT_TRUE(world.FollowsCall(id));
+    world.loop.AdvanceMs(2000);
+    world.desktop.Do(id % 2 == 0 ? "cut" : "release id=" + std::to_string(id));
+    ASSERT_TRUE(world.loop.RunUntil([&] { return !world.flags.FollowingCall; }, 5000));
+    ASSERT_TRUE(world.Settle());
+  }
+  const std::string known[] = {R"({"Command": "Set", "Method": "Frequency", "Value": 365112500})",
+                               R"({"Command": "Set", "Method": "Frequency", "Value": 365262500})",
+                               R"({"Command": "Set", "Method": "DetectorType", "Value": "WFM"})",
+                               R"({"Command": "Set", "Method": "FilterBandwidth", "Value": 26000})",
+                               R"({"Command": "Set", "Method": "AudioGain", "Value": 25})",
+                               R"({"Command": "Set", "Method": "AudioGain", "Value": 47})",
+                               R"({"Command": "Get", "Method": "IsPlaying"})",
+                               R"({"Command": "Get", "Method": "AudioIsMuted"})",
+                               R"({"Command": "Exe", "Method": "Start"})"};
+  for (const std::string& command : world.sent()) EXPECT_THAT(known, Contains(command));
+  for (const std::string& command : known) EXPECT_THAT(world.sent(), Contains(command));
+}
+
 TEST(SdrLinkTest, ASourceThatCannotBeTunedCausesOneResetIn30Seconds) {
   LinkWorld world;
   world.desktop.Do("source error");
