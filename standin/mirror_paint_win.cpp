@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kFontHeight = -12;
 constexpr RECT kGlyph{2, 2, 14, 14};
+constexpr COLORREF kHeaderColour = RGB(214, 222, 235);
 constexpr COLORREF kSelectedColour = 10580318;
 
 void Fill(HDC device, const RECT& rect, COLORREF colour) {
@@ -45,10 +46,17 @@ void DrawSelector(HDC device, const Window& window) {
 MirrorPaint::MirrorPaint()
     : font_(CreateFontA(kFontHeight, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                         OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                        DEFAULT_PITCH | FF_SWISS, "Tahoma")) {}
+                        DEFAULT_PITCH | FF_SWISS, "Tahoma")),
+      header_brush_(CreateSolidBrush(kHeaderColour)) {}
 
 MirrorPaint::~MirrorPaint() {
   DeleteObject(font_);
+  DeleteObject(header_brush_);
+}
+
+void* MirrorPaint::PrepareHeader(void* device) const {
+  SetBkColor(static_cast<HDC>(device), kHeaderColour);
+  return header_brush_;
 }
 
 void MirrorPaint::Draw(void* device, const Window& window) const {

@@ -17,9 +17,12 @@ class MirrorPaint {
   [[nodiscard]] void* font() const { return font_; }  // HFONT
   // Draws a check box or a selector; `device` is an HDC.
   void Draw(void* device, const Window& window) const;
+  // Sets the colours of a header label up; gives the brush for its ground (HBRUSH).
+  [[nodiscard]] void* PrepareHeader(void* device) const;
 
  private:
   void* font_;
+  void* header_brush_;
 };
 
 [[nodiscard]] bool IsWine();

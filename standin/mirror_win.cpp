@@ -19,6 +19,7 @@ namespace {
 
 constexpr DWORD kFrameStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 constexpr std::size_t kMaxCommandBytes = 4096;
+constexpr WPARAM kListExtent = 1400;
 constexpr LPARAM kEndOfText = 0x7FFFFFFE;
 constexpr LPARAM kMaxEditBytes = 0x7FFFFFFE;
 
@@ -48,7 +49,8 @@ Look LookOf(Kind kind) {
       return {"EDIT", WS_CHILD | WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
                           ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_READONLY};
     case Kind::kListBox:
-      return {"LISTBOX", WS_CHILD | WS_BORDER | WS_VSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL};
+      return {"LISTBOX",
+              WS_CHILD | WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL};
   }
   return {nullptr, WS_CHILD};
 }
@@ -119,7 +121,10 @@ class Mirror::Impl : public WindowTree::Observer {
       SendMessageA(made->window, EM_SETLIMITTEXT, kMaxEditBytes, 0);
       SetWindowTextA(made->window, window.lines.text().c_str());
     }
-    if (window.kind == Kind::kListBox) FillList(made->window, window.items);
+    if (window.kind == Kind::kListBox) {
+      SendMessageA(made->window, LB_SETHORIZONTALEXTENT, kListExtent, 0);
+      FillList(made->window, window.items);
+    }
     if (window.checked) SendMessageA(made->window, BM_SETCHECK, BST_CHECKED, 0);
     if (frame && window.visible) {
       ShowWindow(made->window,
@@ -315,6 +320,12 @@ class Mirror::Impl : public WindowTree::Observer {
         Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(l_param));
         result = TRUE;
         return true;
+      case WM_CTLCOLORSTATIC: {
+        const Window* label = WindowOf(reinterpret_cast<HWND>(l_param));
+        if (label == nullptr || label->paint != Paint::kHeader) return false;
+        result = reinterpret_cast<LRESULT>(paint_.PrepareHeader(reinterpret_cast<HDC>(w_param)));
+        return true;
+      }
       case WM_COMMAND:
         OnCommand(HIWORD(w_param), reinterpret_cast<HWND>(l_param));
         return true;
@@ -404,10 +415,13 @@ class Mirror::Impl : public WindowTree::Observer {
   }
 
   void Draw(const DRAWITEMSTRUCT& item) {
-    const auto* node =
-        reinterpret_cast<const Node*>(GetWindowLongPtrA(item.hwndItem, GWLP_USERDATA));
-    const Window* window = node == nullptr ? nullptr : tree_.Find(node->id);
+    const Window* window = WindowOf(item.hwndItem);
     if (window != nullptr) paint_.Draw(item.hDC, *window);
+  }
+
+  [[nodiscard]] const Window* WindowOf(HWND handle) const {
+    const auto* node = reinterpret_cast<const Node*>(GetWindowLongPtrA(handle, GWLP_USERDATA));
+    return node == nullptr ? nullptr : tree_.Find(node->id);
   }
 
   WindowTree& tree_;

@@ -282,8 +282,9 @@ void Model::WriteInfo(std::string_view text) {
 
 void Model::Log(std::string_view kind, std::string_view detail) {
   log_.Add(now_ms_, kind, detail);
-  // The practice list shows what a person can follow.
-  if (running_ && kind != "air" && kind != "tune") {
+  // The practice list shows what a person can follow; questions come several times a second.
+  const bool question = kind == "command" && detail.find("\"Get\"") != std::string_view::npos;
+  if (running_ && kind != "air" && kind != "tune" && kind != "reply" && !question) {
     windows_->AddHistory(Elapsed(now_ms_) + std::string(kind) + "  " + Escaped(detail));
   }
 }

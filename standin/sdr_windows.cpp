@@ -94,6 +94,7 @@ WindowId SdrWindows::MakeColumnPanel(std::string_view title, int content_height,
   made.panel =
       Make(left_column_, Kind::kPanel, "", {0, 0, kColumnWidth, kHeaderHeight + content_height});
   made.header = Make(made.panel, Kind::kLabel, title, {4, 4, kColumnWidth - 8, 18});
+  tree_.SetPaint(made.header, Paint::kHeader);
   made.content =
       Make(made.panel, Kind::kPanel, "", {0, kHeaderHeight, kColumnWidth, content_height});
   tree_.SetVisible(made.content, expanded);

@@ -45,7 +45,11 @@ enum class Kind {
 };
 
 enum class ShowState { kNormal, kMinimised };
-enum class Paint { kNormal, kOther };
+enum class Paint {
+  kNormal,
+  kOther,   // a drawn check box in another theme's colours
+  kHeader,  // a label on a coloured ground
+};
 
 struct WindowSpec {
   Kind kind = Kind::kPanel;
