@@ -4,80 +4,20 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "standin/mirror_controls_win.h"
 #include "standin/mirror_paint_win.h"
 
 namespace corvane::standin {
 
 namespace {
 
-constexpr DWORD kFrameStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
 constexpr std::size_t kMaxCommandBytes = 4096;
-constexpr WPARAM kListExtent = 1400;
-constexpr LPARAM kEndOfText = 0x7FFFFFFE;
-constexpr LPARAM kMaxEditBytes = 0x7FFFFFFE;
-
-struct Look {
-  const char* base;  // the system's class; nullptr: none
-  DWORD style;
-};
-
-Look LookOf(Kind kind) {
-  switch (kind) {
-    case Kind::kFrame:
-      return {nullptr, kFrameStyle | WS_CLIPCHILDREN};
-    case Kind::kPanel:
-      return {nullptr, WS_CHILD | WS_CLIPCHILDREN};
-    case Kind::kLabel:
-      return {"STATIC", WS_CHILD | SS_LEFT | SS_NOPREFIX};
-    case Kind::kButton:
-      return {"BUTTON", WS_CHILD | WS_TABSTOP | BS_PUSHBUTTON};
-    case Kind::kCheckBox:
-      return {"BUTTON", WS_CHILD | WS_TABSTOP | BS_CHECKBOX};
-    case Kind::kDrawnCheckBox:
-    case Kind::kSelector:
-      return {"BUTTON", WS_CHILD | WS_TABSTOP | BS_OWNERDRAW};
-    case Kind::kTextBox:
-      return {"EDIT", WS_CHILD | WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL};
-    case Kind::kMultiLine:
-      return {"EDIT", WS_CHILD | WS_TABSTOP | WS_BORDER | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
-                          ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_READONLY};
-    case Kind::kListBox:
-      return {"LISTBOX",
-              WS_CHILD | WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL};
-  }
-  return {nullptr, WS_CHILD};
-}
-
-bool IsEdit(Kind kind) {
-  return kind == Kind::kTextBox || kind == Kind::kMultiLine;
-}
-
-std::string TextOf(HWND window) {
-  std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
-  text.resize(
-      static_cast<std::size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
-  return text;
-}
-
-// A foreign fault repaired where it arrives: Wine 8 passes EM_GETLINE from another process on with
-// a block that begins one word inside an allocation, and fills neither the block's first word, by
-// which the control decides how many characters it copies, nor the word before it, by which the
-// system decides how many it sends back. The heap knows how many there is room for.
-void RepairGetLine(LPARAM block) {
-  if (!IsWine() || block == 0 || (InSendMessageEx(nullptr) & ISMEX_SEND) == 0) return;
-  WORD* words = reinterpret_cast<WORD*>(block) - 1;
-  const SIZE_T bytes = HeapSize(GetProcessHeap(), 0, words);
-  if (bytes == static_cast<SIZE_T>(-1) || bytes < 2 * sizeof(WORD)) return;
-  const SIZE_T room = (bytes - sizeof(WORD)) / sizeof(wchar_t);
-  words[0] = words[1] = static_cast<WORD>(std::min<SIZE_T>(room, 0xFFFF));
-}
 
 }  // namespace
 
@@ -105,28 +45,16 @@ class Mirror::Impl : public WindowTree::Observer {
 
   void Created(const Window& window) override {
     const Echo echo(*this);
-    const Look look = LookOf(window.kind);
     auto node = std::make_unique<Node>();
     node->owner = this;
     node->id = window.id;
     node->kind = window.kind;
-    node->original = Register(window.class_name, window.kind, look.base);
+    node->original = reinterpret_cast<WNDPROC>(factory_.Register(window));
     Node* made = node.get();
     nodes_[window.id] = std::move(node);
-    const bool frame = window.kind == Kind::kFrame;
-    const DWORD visible = window.visible && !frame ? WS_VISIBLE : 0;
-    Create(window, look.style | visible, made);
+    factory_.Create(window, Handle(window.parent), made);
     SendMessageA(made->window, WM_SETFONT, reinterpret_cast<WPARAM>(paint_.font()), FALSE);
-    if (window.kind == Kind::kMultiLine) {
-      SendMessageA(made->window, EM_SETLIMITTEXT, kMaxEditBytes, 0);
-      SetWindowTextA(made->window, window.lines.text().c_str());
-    }
-    if (window.kind == Kind::kListBox) {
-      SendMessageA(made->window, LB_SETHORIZONTALEXTENT, kListExtent, 0);
-      FillList(made->window, window.items);
-    }
-    if (window.checked) SendMessageA(made->window, BM_SETCHECK, BST_CHECKED, 0);
-    if (frame && window.visible) {
+    if (window.kind == Kind::kFrame && window.visible) {
       ShowWindow(made->window,
                  window.show_state == ShowState::kNormal ? SW_SHOWNORMAL : SW_SHOWMINIMIZED);
     }
@@ -146,7 +74,7 @@ class Mirror::Impl : public WindowTree::Observer {
         const std::string& text =
             window.kind == Kind::kMultiLine ? window.lines.text() : window.text;
         appended_.erase(window.id);
-        if (TextOf(handle) != text) SetWindowTextA(handle, text.c_str());
+        if (WindowText(handle) != text) SetWindowTextA(handle, text.c_str());
         break;
       }
       case Aspect::kBox:
@@ -189,8 +117,7 @@ class Mirror::Impl : public WindowTree::Observer {
     for (const auto& [id, text] : std::exchange(appended_, {})) {
       const HWND edit = Handle(id);
       if (edit == nullptr) continue;
-      SendMessageA(edit, EM_SETSEL, kEndOfText, kEndOfText);
-      SendMessageA(edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
+      AppendToEdit(edit, text);
     }
     for (const WindowId id : std::exchange(grown_lists_, {})) {
       const Window* window = tree_.Find(id);
@@ -220,72 +147,6 @@ class Mirror::Impl : public WindowTree::Observer {
    private:
     Impl& mirror_;
   };
-
-  // The class of that name on top of the system's class; gives the procedure of the latter.
-  WNDPROC Register(const std::string& name, Kind kind, const char* base) {
-    if (IsEdit(kind)) return RegisterEdit(name);
-    WNDCLASSEXA info{};
-    info.cbSize = sizeof info;
-    if (base != nullptr) {
-      GetClassInfoExA(nullptr, base, &info);
-    } else {
-      info.lpfnWndProc = DefWindowProcA;
-      info.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-      info.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    }
-    const WNDPROC original = info.lpfnWndProc;
-    if (registered_.insert(name).second) {
-      info.lpfnWndProc = Proc;
-      info.hInstance = GetModuleHandleA(nullptr);
-      info.lpszClassName = name.c_str();
-      info.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
-      RegisterClassExA(&info);
-    }
-    return original;
-  }
-
-  // Unicode through and through: EM_GETLINE from another process is to be repaired as it arrives,
-  // before a conversion copies by the unfilled length word.
-  WNDPROC RegisterEdit(const std::string& name) {
-    WNDCLASSEXW info{};
-    info.cbSize = sizeof info;
-    GetClassInfoExW(nullptr, L"EDIT", &info);
-    const WNDPROC original = info.lpfnWndProc;
-    if (registered_.insert(name).second) {
-      const std::wstring wide(name.begin(), name.end());  // letters, digits, "_" and "." alone
-      info.lpfnWndProc = Proc;
-      info.hInstance = GetModuleHandleA(nullptr);
-      info.lpszClassName = wide.c_str();
-      info.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
-      RegisterClassExW(&info);
-    }
-    return original;
-  }
-
-  void Create(const Window& window, DWORD style, Node* node) {
-    const Box& box = window.box;
-    const HWND parent = Handle(window.parent);
-    const HINSTANCE program = GetModuleHandleA(nullptr);
-    if (!IsEdit(window.kind)) {
-      CreateWindowExA(0, window.class_name.c_str(), window.text.c_str(), style, box.left, box.top,
-                      box.width, box.height, parent, nullptr, program, node);
-      return;
-    }
-    const std::wstring wide(window.class_name.begin(), window.class_name.end());
-    CreateWindowExW(0, wide.c_str(), L"", style, box.left, box.top, box.width, box.height, parent,
-                    nullptr, program, node);
-    SetWindowTextA(node->window, window.text.c_str());
-  }
-
-  static void FillList(HWND list, const std::vector<std::string>& items) {
-    SendMessageA(list, WM_SETREDRAW, FALSE, 0);
-    SendMessageA(list, LB_RESETCONTENT, 0, 0);
-    for (const std::string& item : items) {
-      SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
-    }
-    SendMessageA(list, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(list, nullptr, TRUE);
-  }
 
   static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM w_param, LPARAM l_param) {
     auto* node = reinterpret_cast<Node*>(GetWindowLongPtrA(window, GWLP_USERDATA));
@@ -366,7 +227,7 @@ class Mirror::Impl : public WindowTree::Observer {
     const WindowId id = sender->id;
     if (sender->kind == Kind::kTextBox && what == EN_CHANGE) {
       hooks_.before_input();
-      tree_.EnterText(id, TextOf(control));
+      tree_.EnterText(id, WindowText(control));
     } else if (what == BN_CLICKED &&
                (sender->kind == Kind::kButton || sender->kind == Kind::kCheckBox ||
                 sender->kind == Kind::kDrawnCheckBox)) {
@@ -385,7 +246,7 @@ class Mirror::Impl : public WindowTree::Observer {
       const Echo echo(*this);
       result = CallOriginal(node.original, window, WM_SETTEXT, w_param, l_param);
     }
-    tree_.EnterText(id, TextOf(window));
+    tree_.EnterText(id, WindowText(window));
     return true;
   }
 
@@ -428,7 +289,7 @@ class Mirror::Impl : public WindowTree::Observer {
   Hooks hooks_;
   MirrorPaint paint_;
   std::map<WindowId, std::unique_ptr<Node>> nodes_;
-  std::set<std::string> registered_;
+  ControlFactory factory_{reinterpret_cast<void*>(Proc)};
   std::map<WindowId, std::string> appended_;  // not yet shown
   std::set<WindowId> grown_lists_;
   int echo_ = 0;
