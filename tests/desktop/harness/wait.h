@@ -13,11 +13,12 @@ inline constexpr int kLookAgainAfter_ms = 15;
 
 // Looks at the state again and again until it holds. False: it did not within the limit.
 [[nodiscard]] inline bool WaitFor(const std::function<bool()>& state,
-                                  int limit_ms = kGenerousLimit_ms) {
+                                  int limit_ms = kGenerousLimit_ms,
+                                  int look_again_after_ms = kLookAgainAfter_ms) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(limit_ms);
   while (!state()) {
     if (std::chrono::steady_clock::now() >= end) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(kLookAgainAfter_ms));
+    std::this_thread::sleep_for(std::chrono::milliseconds(look_again_after_ms));
   }
   return true;
 }
