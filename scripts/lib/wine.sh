@@ -56,7 +56,8 @@ wine_here() { "$WINELOADER" "$@"; }
 wineserver_here() { "$(dirname "$WINELOADER")/wineserver" "$@"; }
 
 # start_sound: a sound server with one silent output whose monitor is what programs record. Sets
-# PULSE_SERVER. Fails when there is none after a while.
+# PULSE_SERVER. Fails when there is none after a while. Without "norewinds" the output works in
+# steps of two seconds, and recordings begin that late.
 start_sound() {
   local folder server tries
   folder=$(mktemp -d)
@@ -64,7 +65,7 @@ start_sound() {
     pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --high-priority=no \
     --realtime=no --log-target=stderr \
     -L "module-native-protocol-unix auth-anonymous=1 socket=$folder/native" \
-    -L "module-null-sink sink_name=corvane rate=44100" \
+    -L "module-null-sink sink_name=corvane rate=44100 norewinds=1" \
     >"$LOGS/pulseaudio.log" 2>&1 </dev/null &
   server=$!
   at_exit "kill $server 2>/dev/null; wait $server 2>/dev/null; rm -rf '$folder'"

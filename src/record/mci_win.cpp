@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <mmsystem.h>
+#include <tlhelp32.h>
 
 #include <algorithm>
 #include <array>
@@ -16,6 +17,41 @@ namespace {
 
 constexpr unsigned kLargestReply = 64 * 1024;
 constexpr unsigned kErrorTextLength = 1024;
+
+// A foreign fault: under Wine "stop" comes back while the thread that recorded still works with the
+// device, and a "close" that follows takes it away from under that thread: sooner or later the
+// program ends there. So that thread's end is waited for.
+constexpr DWORD kThreadEndLimitMs = 2000;
+constexpr LONG kQueryStartAddress = 9;
+
+using QueryThread = LONG(WINAPI*)(HANDLE, LONG, void*, ULONG, ULONG*);
+
+bool RunsIn(HANDLE thread, HMODULE module, QueryThread query) {
+  void* start = nullptr;
+  HMODULE owner = nullptr;
+  return query(thread, kQueryStartAddress, &start, sizeof start, nullptr) >= 0 &&
+         GetModuleHandleExA(
+             GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+             static_cast<LPCSTR>(start), &owner) != 0 &&
+         owner == module;
+}
+
+// Waits for each thread of this program that began in `module`.
+void AwaitThreadsOf(HMODULE module, QueryThread query) {
+  const HANDLE threads = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  if (threads == INVALID_HANDLE_VALUE) return;
+  THREADENTRY32 entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = Thread32First(threads, &entry); more; more = Thread32Next(threads, &entry)) {
+    if (entry.th32OwnerProcessID != GetCurrentProcessId()) continue;
+    const HANDLE thread =
+        OpenThread(SYNCHRONIZE | THREAD_QUERY_INFORMATION, FALSE, entry.th32ThreadID);
+    if (thread == nullptr) continue;
+    if (RunsIn(thread, module, query)) WaitForSingleObject(thread, kThreadEndLimitMs);
+    CloseHandle(thread);
+  }
+  CloseHandle(threads);
+}
 
 // Up to the zero byte, or all of it.
 std::string Text(const char* buffer, std::size_t size) {
@@ -32,6 +68,7 @@ Mci::Reply MciWin::Send(const std::string& command, unsigned reply_length) {
   reply.error =
       mciSendStringA(command.c_str(), length == 0 ? nullptr : buffer.data(), length, nullptr);
   if (reply.error == 0) reply.text = Text(buffer.data(), buffer.size());
+  if (command.starts_with("stop ")) AwaitRecordingThread();
   return reply;
 }
 
@@ -45,6 +82,15 @@ std::string MciWin::ErrorText(unsigned error) {
 void MciWin::KeepWaveDriver() {
   if (wave_driver_ != nullptr) return;
   wave_driver_ = LoadLibraryExA("mciwave.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
+void MciWin::AwaitRecordingThread() const {
+  const HMODULE ntdll = GetModuleHandleA("ntdll.dll");
+  if (wave_driver_ == nullptr || ntdll == nullptr) return;
+  if (GetProcAddress(ntdll, "wine_get_version") == nullptr) return;
+  const auto query = reinterpret_cast<QueryThread>(
+      reinterpret_cast<void*>(GetProcAddress(ntdll, "NtQueryInformationThread")));
+  if (query != nullptr) AwaitThreadsOf(static_cast<HMODULE>(wave_driver_), query);
 }
 
 }  // namespace corvane

@@ -12,6 +12,7 @@ class MciWin : public Mci {
 
  private:
   void KeepWaveDriver();
+  void AwaitRecordingThread() const;
 
   void* wave_driver_ = nullptr;
 };

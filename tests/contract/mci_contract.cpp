@@ -92,6 +92,16 @@ TEST_F(MciContract, RecordsAgainAndAgainOverTheSameFile) {
   }
 }
 
+// No pause between the end of one and the beginning of the next.
+TEST_F(MciContract, RecordsManyShortOnesInARow) {
+  const std::string path = world_->folder() + "\\newTmp.wav";
+  for (int i = 0; i < 30; ++i) {
+    SCOPED_TRACE(i);
+    RecordTo(path, 50 + 20 * (i % 10));
+    ExpectWav(path);
+  }
+}
+
 TEST_F(MciContract, CommandsForADeviceThatIsNotOpenFail) {
   mci_.Send("close all", 0);
   Fails("set recsound channels 1");
