@@ -1,5 +1,5 @@
-// Date texts by OLE automation's conversions, date and time apart: together they leave out a time
-// of midnight.
+// Date texts by the system's formats for dates and for times, read back by OLE automation, which
+// knows all of them.
 #include "base/wall_clock_win.h"
 
 #include <windows.h>
@@ -29,7 +29,7 @@ std::string Iso(const DateTime& time) {
   return text.data() + ClockText(time);
 }
 
-std::optional<DATE> ToDate(const DateTime& time) {
+SYSTEMTIME ToSystemTime(const DateTime& time) {
   SYSTEMTIME parts{};
   parts.wYear = static_cast<WORD>(time.year);
   parts.wMonth = static_cast<WORD>(time.month);
@@ -37,36 +37,46 @@ std::optional<DATE> ToDate(const DateTime& time) {
   parts.wHour = static_cast<WORD>(time.hour);
   parts.wMinute = static_cast<WORD>(time.minute);
   parts.wSecond = static_cast<WORD>(time.second);
-  DATE date = 0;
-  if (SystemTimeToVariantTime(&parts, &date) == 0) return std::nullopt;
-  return date;
+  return parts;
 }
 
 DateTime FromSystemTime(const SYSTEMTIME& parts) {
   return {parts.wYear, parts.wMonth, parts.wDay, parts.wHour, parts.wMinute, parts.wSecond};
 }
 
-std::string ToAnsi(const BSTR text) {
+// Drops what no code page holds and no reader needs.
+std::string ToAnsi(std::wstring_view text) {
   std::wstring wide;
-  for (UINT i = 0; i < SysStringLen(text); ++i) {
-    const wchar_t c = text[i];
+  for (const wchar_t c : text) {
     if (c == kLeftToRightMark || c == kRightToLeftMark) continue;
     wide += c == kNarrowNoBreakSpace || c == kNoBreakSpace ? L' ' : c;
   }
-  const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()),
-                                       nullptr, 0, nullptr, nullptr);
+  const auto length = static_cast<int>(wide.size());
+  const int size =
+      WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
   std::string ansi(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()), ansi.data(), size,
-                      nullptr, nullptr);
+  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, ansi.data(), size, nullptr, nullptr);
   return ansi;
 }
 
-std::string Part(DATE date, LCID locale, ULONG which) {
-  BSTR text = nullptr;
-  if (FAILED(VarBstrFromDate(date, locale, which, &text))) return {};
-  std::string ansi = ToAnsi(text);
-  SysFreeString(text);
-  return ansi;
+using TextBuffer = std::array<wchar_t, kLongestDateText>;
+
+// The system counts the zero at the end; 0 is failure.
+std::string FromBuffer(const TextBuffer& buffer, int count) {
+  if (count <= 1) return {};
+  return ToAnsi({buffer.data(), static_cast<std::size_t>(count - 1)});
+}
+
+std::string DatePart(const SYSTEMTIME& parts, LCID locale) {
+  TextBuffer text{};
+  return FromBuffer(text, GetDateFormatW(locale, DATE_SHORTDATE, &parts, nullptr, text.data(),
+                                         static_cast<int>(text.size())));
+}
+
+std::string TimePart(const SYSTEMTIME& parts, LCID locale) {
+  TextBuffer text{};
+  return FromBuffer(
+      text, GetTimeFormatW(locale, 0, &parts, nullptr, text.data(), static_cast<int>(text.size())));
 }
 
 std::optional<DateTime> ReadBySettings(std::string_view text, LCID locale) {
@@ -97,10 +107,11 @@ DateTime WallClockWin::Now() const {
 
 std::string WallClockWin::GeneralDate(const DateTime& time) const {
   if (!IsValid(time)) return {};
-  const std::optional<DATE> date = ToDate(time);
-  if (!date) return Iso(time);
-  const std::string text =
-      Part(*date, locale_, VAR_DATEVALUEONLY) + " " + Part(*date, locale_, VAR_TIMEVALUEONLY);
+  const SYSTEMTIME parts = ToSystemTime(time);
+  const std::string date = DatePart(parts, locale_);
+  const std::string clock = TimePart(parts, locale_);
+  if (date.empty() || clock.empty()) return Iso(time);
+  std::string text = date + " " + clock;
   return ReadBySettings(text, locale_) == time ? text : Iso(time);
 }
 

@@ -18,19 +18,20 @@ constexpr UINT kLongestLifeMs = 600'000;
 WNDPROC edit_procedure = nullptr;
 
 // Wine 8 hands the length word of EM_GETLINE from another process over unfilled; the sender's block
-// holds the line, because it asked for the length before.
+// holds the line, because it asked for the length before. The procedure is a wide one, because the
+// conversion for a narrow one would already go by that word.
 void RepairGetLine(HWND edit, WPARAM line, LPARAM block) {
   if ((InSendMessageEx(nullptr) & ISMEX_SEND) == 0) return;
-  const LRESULT start = CallWindowProcA(edit_procedure, edit, EM_LINEINDEX, line, 0);
+  const LRESULT start = CallWindowProcW(edit_procedure, edit, EM_LINEINDEX, line, 0);
   const LRESULT length = start < 0 ? 0
-                                   : CallWindowProcA(edit_procedure, edit, EM_LINELENGTH,
+                                   : CallWindowProcW(edit_procedure, edit, EM_LINELENGTH,
                                                      static_cast<WPARAM>(start), 0);
   *reinterpret_cast<WORD*>(block) = static_cast<WORD>(std::min<LRESULT>(length, 0xFFFF));
 }
 
 LRESULT CALLBACK EditProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
   if (message == EM_GETLINE) RepairGetLine(window, w, l);
-  return CallWindowProcA(edit_procedure, window, message, w, l);
+  return CallWindowProcW(edit_procedure, window, message, w, l);
 }
 
 void Paint(HWND window) {
@@ -98,7 +99,7 @@ int RunChildWindows() {
   if (edit == nullptr) return 1;
   SendMessageA(edit, EM_SETLIMITTEXT, 0, 0);
   edit_procedure = reinterpret_cast<WNDPROC>(
-      SetWindowLongPtrA(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&EditProcedure)));
+      SetWindowLongPtrW(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&EditProcedure)));
   SetTimer(top, kEndTimer, kLongestLifeMs, nullptr);
   ShowWindow(top, SW_SHOWNORMAL);
   UpdateWindow(top);

@@ -58,7 +58,8 @@ class FilesUnderTest {
   // Another program has the file open until the next Release.
   virtual void Hold(const std::string& path, Sharing sharing) = 0;
   virtual void Release() = 0;
-  virtual void SetReadOnly(const std::string& path, bool read_only) = 0;
+  // False when the system lets this user write read-only files all the same (wine run by root).
+  virtual bool SetReadOnly(const std::string& path, bool read_only) = 0;
 };
 [[nodiscard]] std::unique_ptr<FilesUnderTest> MakeFiles();
 

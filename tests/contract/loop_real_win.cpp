@@ -189,13 +189,13 @@ TEST(PromptsWin, TheOwnerTakesNoInputWhileABoxIsOpen) {
   prompts.SetOwner(owner.handle());
   bool disabled = false;
   const auto answer = loop.MakeTimer(100, [&] {
-    HWND box = GetWindow(owner.handle(), GW_ENABLEDPOPUP);
-    if (box == nullptr || box == owner.handle()) return;
+    HWND box = FindWindowA("#32770", "Corvane contract box");
+    if (box == nullptr) return;
     disabled = IsWindowEnabled(owner.handle()) == 0;
     PostMessageA(box, WM_COMMAND, IDOK, 0);
   });
   answer->SetEnabled(true);
-  prompts.ShowBox("text", "title", BoxIcon::kCritical);
+  prompts.ShowBox("text", "Corvane contract box", BoxIcon::kCritical);
   EXPECT_TRUE(disabled);
   EXPECT_NE(IsWindowEnabled(owner.handle()), 0);
 }

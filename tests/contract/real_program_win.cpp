@@ -15,10 +15,14 @@
 
 namespace corvane::contract {
 
+// Not with Run, which a wait inside an event would have to outlast.
 void RealLoopUnderTest::Idle(int ms) {
-  const auto timer = loop_.MakeTimer(ms, [this] { loop_.Quit(); });
-  timer->SetEnabled(true);
-  loop_.Run();
+  const std::int64_t end = loop_.TickMs() + ms;
+  for (std::int64_t left = ms; left > 0; left = end - loop_.TickMs()) {
+    MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(left), QS_ALLINPUT,
+                                MWMO_INPUTAVAILABLE);
+    loop_.DoEvents();
+  }
 }
 
 void RealLoopUnderTest::SetErrorReporter(std::function<void(const std::string&)> reporter) {
@@ -74,8 +78,12 @@ class RealFilesUnderTest : public FilesUnderTest {
     if (held_ != INVALID_HANDLE_VALUE) CloseHandle(held_);
     held_ = INVALID_HANDLE_VALUE;
   }
-  void SetReadOnly(const std::string& path, bool read_only) override {
+  bool SetReadOnly(const std::string& path, bool read_only) override {
     SetFileAttributesA(path.c_str(), read_only ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL);
+    HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return true;
+    CloseHandle(file);
+    return !read_only;
   }
 
  private:

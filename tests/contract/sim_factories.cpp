@@ -46,8 +46,9 @@ class SimFilesUnderTest : public FilesUnderTest {
     sim_.SetLocked(held_, false);
     sim_.SetWriteLocked(held_, false);
   }
-  void SetReadOnly(const std::string& path, bool read_only) override {
+  bool SetReadOnly(const std::string& path, bool read_only) override {
     sim_.SetReadOnly(path, read_only);
+    return true;
   }
 
  private:

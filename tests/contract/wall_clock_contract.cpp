@@ -78,7 +78,7 @@ TEST_F(WallClockContract, RefusesWhatIsNoDate) {
   const std::vector<std::string> refused = {
       "",           " ",
       "garbage",    "12:30:00",
-      "99/99/9999", "2026-13-01 00:00:00",
+      "99/99/9999", "2026-13-41 00:00:00",
       "1207",       std::string(100'000, '1'),
       "-",          std::string("15/11/2026 14:23:05\0x", 21)};
   for (const ClockUnderTest& tried : clocks_) {
