@@ -35,7 +35,7 @@ fi
 FOLDER=$BUILD/demo
 rm -rf "$FOLDER"
 mkdir -p "$FOLDER" demo-output
-rm -f demo-output/*.png
+rm -f demo-output/*.png demo-output/*.wav
 cp dist/Corvane.exe "$FOLDER"
 cp samples/*.txt "$FOLDER"
 

@@ -5,7 +5,7 @@
 start_display() {
   local number_file tries
   number_file=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp \
+  Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp \
     3>"$number_file" >"$LOGS/xvfb.log" 2>&1 </dev/null &
   local server=$!
   at_exit "kill $server 2>/dev/null; wait $server 2>/dev/null"

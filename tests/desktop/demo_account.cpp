@@ -61,6 +61,7 @@ void DemoAccount::TellCallLine(const std::string& line) {
   } else if (Contains(line, " - On carrier: ")) {
     ++calls_begun_;
     speaker_changes_ = 0;
+    voice_told_ = false;
     Tell("call " + After(line, "Call ID: ", " - ") + " set up on group " + After(line, "Group: ") +
          ", carrier " + After(line, "On carrier: ", " - "));
   } else if (Contains(line, " - Calling SSI: ")) {
@@ -85,7 +86,8 @@ void DemoAccount::TellStandinLine(const std::vector<LogLine>& log, std::size_t i
   const LogLine& line = log[index];
   if (line.kind == "command" && Contains(line.detail, "\"Frequency\"")) {
     TellTuning(After(line.detail, "\"Value\": ", "}"), line.ms, SetupBefore(log, index));
-  } else if (line.kind == "tone" && line.detail.starts_with("group=")) {
+  } else if (line.kind == "tone" && line.detail.starts_with("group=") && !voice_told_) {
+    voice_told_ = true;
     Tell("    voice of group " + After(line.detail, "group=", " ") + " is heard");
   }
 }

@@ -41,6 +41,7 @@ class DemoAccount {
   int calls_begun_ = 0;
   int calls_ended_ = 0;
   int speaker_changes_ = 0;
+  bool voice_told_ = false;  // of the present call
 };
 
 }  // namespace corvane::desktop

@@ -21,9 +21,10 @@ constexpr int kCallsByDefault = 3;
 constexpr int kNextCallLimit_ms = 120'000;
 constexpr std::size_t kWavHeaderBytes = 44;
 constexpr int kRecordedBytesPerSecond = 44'100;
-// Where Corvane's window is put: it must not cover the stand-in's check boxes.
-constexpr int kCorvaneLeft = 420;
-constexpr int kCorvaneTop = 560;
+constexpr int kDrawn_ms = 300;
+// Where Corvane's window is put: below the stand-in's, where the screen is large enough.
+constexpr int kCorvaneLeft = 300;
+constexpr int kCorvaneTop = 760;
 
 struct Arguments {
   std::filesystem::path folder;
@@ -135,9 +136,10 @@ class Demo {
 
   void TakePicture(WindowHandle window, const std::string& name) {
     BringToFront(window);
-    // Twice: the first answer can come before the window has been drawn where it now is.
-    if (!Responds(window, kAnswerLimit_ms) || !Responds(window, kAnswerLimit_ms) ||
-        !SaveScreenshot(window, arguments_.pictures / (name + ".png"))) {
+    Await("the window in front", [window] { return ForegroundWindow() == window; });
+    // The screen follows a little later.
+    (void)WaitFor([] { return false; }, kDrawn_ms);
+    if (!SaveScreenshot(window, arguments_.pictures / (name + ".png"))) {
       throw std::runtime_error("no picture " + name);
     }
   }
