@@ -58,6 +58,8 @@ struct WindowPlace {
   bool operator==(const WindowPlace&) const = default;
 };
 [[nodiscard]] WindowPlace PlaceOf(WindowHandle window);
+// The first screen without task bars.
+[[nodiscard]] WindowPlace ScreenPlace();
 
 // Operating.
 void Click(WindowHandle button);
@@ -65,13 +67,18 @@ void MouseClick(WindowHandle control);
 void RightClick(WindowHandle control);
 void DoubleClick(WindowHandle control);
 void DoubleClickItem(WindowHandle list, int index);
-// Clicks into the box, replaces its text by typing, and presses Enter.
+// Clicks into the box and replaces its text by typing.
+void Type(WindowHandle edit, std::string_view text);
+// The same, and presses Enter.
 void TypeAndEnter(WindowHandle edit, std::string_view text);
 void PressKey(WindowHandle control, int virtual_key);
 void ChooseInCombo(WindowHandle combo, int index);
 void ChooseMenuItem(WindowHandle window, int command);
 // What the cross in the corner does.
 void Close(WindowHandle window);
+// What the system asks and tells a window when the user logs off. False: the window objected, or
+// did not answer in time.
+[[nodiscard]] bool EndSession(WindowHandle window);
 void Minimise(WindowHandle window);
 void BringToFront(WindowHandle window);
 void MoveWindowTo(WindowHandle window, int left, int top);

@@ -190,6 +190,12 @@ WindowPlace PlaceOf(WindowHandle window) {
   return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
 
+WindowPlace ScreenPlace() {
+  RECT rect{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &rect, 0);
+  return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+}
+
 void Click(WindowHandle button) {
   Post(button, BM_CLICK);
 }
@@ -221,11 +227,15 @@ void DoubleClickItem(WindowHandle list, int index) {
   Post(list, WM_LBUTTONUP, 0, place);
 }
 
-void TypeAndEnter(WindowHandle edit, std::string_view text) {
+void Type(WindowHandle edit, std::string_view text) {
   MouseClick(edit);
   Post(edit, EM_SETSEL, 0, -1);
   Post(edit, WM_CLEAR);
   for (const char character : text) Post(edit, WM_CHAR, static_cast<unsigned char>(character));
+}
+
+void TypeAndEnter(WindowHandle edit, std::string_view text) {
+  Type(edit, text);
   Post(edit, WM_CHAR, VK_RETURN);
 }
 
@@ -247,6 +257,11 @@ void ChooseMenuItem(WindowHandle window, int command) {
 
 void Close(WindowHandle window) {
   Post(window, WM_CLOSE);
+}
+bool EndSession(WindowHandle window) {
+  if (Ask(window, WM_QUERYENDSESSION).value_or(FALSE) == FALSE) return false;
+  // The program may end while it handles the message, and then does not answer.
+  return Ask(window, WM_ENDSESSION, TRUE).has_value() || !Alive(window);
 }
 void Minimise(WindowHandle window) {
   ShowWindowAsync(Hwnd(window), SW_MINIMIZE);
