@@ -39,10 +39,11 @@ std::filesystem::path FinishedProgram(const std::string& name) {
   return program;
 }
 
-ProgramFolder::ProgramFolder() {
+ProgramFolder::ProgramFolder(const std::string& name) {
   static int made = 0;
-  path_ = std::filesystem::temp_directory_path() /
-          ("corvane-" + std::to_string(OwnProcessId()) + "-" + std::to_string(++made));
+  own_ = std::filesystem::temp_directory_path() /
+         ("corvane-" + std::to_string(OwnProcessId()) + "-" + std::to_string(++made));
+  path_ = name.empty() ? own_ : own_ / name;
   std::filesystem::create_directories(path_);
   std::filesystem::copy_file(FinishedProgram("Corvane.exe"), path_ / "Corvane.exe",
                              std::filesystem::copy_options::overwrite_existing);
@@ -53,8 +54,8 @@ ProgramFolder::~ProgramFolder() {
   const bool removed = WaitFor(
       [this] {
         std::error_code error;
-        std::filesystem::remove_all(path_, error);
-        return !std::filesystem::exists(path_, error);
+        std::filesystem::remove_all(own_, error);
+        return !std::filesystem::exists(own_, error);
       },
       5'000);
   (void)removed;

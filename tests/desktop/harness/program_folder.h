@@ -16,7 +16,8 @@ namespace corvane::desktop {
 
 class ProgramFolder {
  public:
-  ProgramFolder();
+  // With a name, the programs lie in a folder of that name (UTF-8) inside the one of its own.
+  explicit ProgramFolder(const std::string& name = {});
   ~ProgramFolder();
   ProgramFolder(const ProgramFolder&) = delete;
   ProgramFolder& operator=(const ProgramFolder&) = delete;
@@ -31,6 +32,7 @@ class ProgramFolder {
   [[nodiscard]] std::vector<std::filesystem::path> Find(std::string_view ending) const;
 
  private:
+  std::filesystem::path own_;
   std::filesystem::path path_;
 };
 
@@ -40,8 +42,8 @@ class ProgramFolder {
 // The options a test begins with, as the settings file holds them.
 struct Settings {
   std::int16_t timeout_s = 5;
-  std::int32_t main_window_top = 6'000;  // twips, beside the stand-in's windows
-  std::int32_t main_window_left = 7'500;
+  std::int32_t main_window_top = 11'400;  // twips, below the stand-in's window
+  std::int32_t main_window_left = 4'500;
   std::int16_t base_frequency_index = 2;  // 300 MHz
   std::int16_t park_carrier = 2604;
   bool suppress_some_pdu_messages = false;
