@@ -71,6 +71,10 @@ void DoubleClickItem(WindowHandle list, int index);
 void Type(WindowHandle edit, std::string_view text);
 // The same, and presses Enter.
 void TypeAndEnter(WindowHandle edit, std::string_view text);
+// Both replace the text and send, not post, what is sent when Enter is pressed and when the box
+// loses the focus. True: the program has done what it then does. False: it was gone before it had.
+[[nodiscard]] bool EnterAtOnce(WindowHandle edit, std::string_view text);
+[[nodiscard]] bool LeaveAtOnce(WindowHandle edit, std::string_view text);
 void PressKey(WindowHandle control, int virtual_key);
 void ChooseInCombo(WindowHandle combo, int index);
 void ChooseMenuItem(WindowHandle window, int command);

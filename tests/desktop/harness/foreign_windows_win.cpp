@@ -77,6 +77,11 @@ DWORD OwnerOf(WindowHandle window) {
   return owner;
 }
 
+bool Replace(WindowHandle control, std::string_view text) {
+  const std::wstring wide = Widen(text);
+  return Ask(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str())).has_value();
+}
+
 LPARAM MiddleOf(WindowHandle control) {
   RECT client{};
   GetClientRect(Hwnd(control), &client);
@@ -239,6 +244,19 @@ void TypeAndEnter(WindowHandle edit, std::string_view text) {
   Post(edit, WM_CHAR, VK_RETURN);
 }
 
+bool EnterAtOnce(WindowHandle edit, std::string_view text) {
+  return Replace(edit, text) && Ask(edit, WM_CHAR, VK_RETURN).has_value();
+}
+
+bool LeaveAtOnce(WindowHandle edit, std::string_view text) {
+  if (!Replace(edit, text)) return false;
+  const int id = GetDlgCtrlID(Hwnd(edit));
+  // Frames lie beside the controls, not around them: the parent is the window that is told.
+  return Ask(Handle(GetParent(Hwnd(edit))), WM_COMMAND, MAKEWPARAM(id, EN_KILLFOCUS),
+             static_cast<LPARAM>(edit))
+      .has_value();
+}
+
 void PressKey(WindowHandle control, int virtual_key) {
   Post(control, WM_KEYDOWN, static_cast<WPARAM>(virtual_key), 1);
   Post(control, WM_KEYUP, static_cast<WPARAM>(virtual_key), static_cast<LPARAM>(0xC0000001));
@@ -275,8 +293,7 @@ void MoveWindowTo(WindowHandle window, int left, int top) {
 }
 
 void SetText(WindowHandle control, std::string_view text) {
-  const std::wstring wide = Widen(text);
-  Ask(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
+  (void)Replace(control, text);
 }
 
 std::intptr_t SendData(WindowHandle window, std::uint32_t kind, std::string_view data) {
