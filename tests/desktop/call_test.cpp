@@ -76,8 +76,8 @@ std::vector<std::string> SetUpCommands() {
           ExeCommand("Start")};
 }
 
-CallTest::CallTest(const std::string& folder_name)
-    : folder_(folder_name), corvane_(folder_.Path()), sdr_(folder_.Path()) {}
+CallTest::CallTest(const std::filesystem::path& folder_name)
+    : folder_(folder_name), corvane_(folder_.Path()), sdr_(folder_.Outer()) {}
 
 void CallTest::TearDown() {
   if (!HasFailure()) return;

@@ -31,8 +31,8 @@ namespace corvane::desktop {
 
 class CallTest : public ::testing::Test {
  protected:
-  // With a name, the programs lie in a folder of that name (UTF-8).
-  explicit CallTest(const std::string& folder_name = {});
+  // With a name, the programs lie in a folder of that name.
+  explicit CallTest(const std::filesystem::path& folder_name = {});
   // On failure: what both programs show, and a picture of the screen.
   void TearDown() override;
 

@@ -39,7 +39,7 @@ std::filesystem::path FinishedProgram(const std::string& name) {
   return program;
 }
 
-ProgramFolder::ProgramFolder(const std::string& name) {
+ProgramFolder::ProgramFolder(const std::filesystem::path& name) {
   static int made = 0;
   own_ = std::filesystem::temp_directory_path() /
          ("corvane-" + std::to_string(OwnProcessId()) + "-" + std::to_string(++made));

@@ -16,13 +16,15 @@ namespace corvane::desktop {
 
 class ProgramFolder {
  public:
-  // With a name, the programs lie in a folder of that name (UTF-8) inside the one of its own.
-  explicit ProgramFolder(const std::string& name = {});
+  // With a name, the programs lie in a folder of that name inside the one of its own.
+  explicit ProgramFolder(const std::filesystem::path& name = {});
   ~ProgramFolder();
   ProgramFolder(const ProgramFolder&) = delete;
   ProgramFolder& operator=(const ProgramFolder&) = delete;
 
   [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+  // Around it, without the name: for what cannot work with any name.
+  [[nodiscard]] const std::filesystem::path& Outer() const { return own_; }
   // Writes a file, bytes as they are; folders on the way are made.
   void Write(const std::filesystem::path& name, std::string_view bytes) const;
   // The whole content; "" when there is no such file.

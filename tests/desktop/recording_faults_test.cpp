@@ -1,0 +1,130 @@
+// What goes wrong with recording: the status log says so, calls are followed on, and the next
+// recording is good.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+
+#include "desktop/harness/sound_driver.h"
+#include "desktop/recording_test.h"
+
+namespace corvane::desktop {
+namespace {
+
+constexpr int kTakenSeconds = 120;
+
+class RecordingFaults : public RecordingTest {
+ protected:
+  [[nodiscard]] std::filesystem::path RecordFolder() {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(Folder().Path())) {
+      if (entry.path().filename() == "Record") return entry.path();
+    }
+    ADD_FAILURE() << "there is no Record folder";
+    return {};
+  }
+  [[nodiscard]] int Errors() { return CountContaining(Corvane().StatusLog(), "rror"); }
+  void ExpectNextIsGood(int call_id) {
+    const int errors = Errors();
+    ExpectHeard(RecordCall(call_id, 9013, 3));
+    EXPECT_TRUE(Recordings("newTmp.wav").empty());
+    EXPECT_EQ(Errors(), errors);
+  }
+};
+
+// Takes the names that recordings of this call would get in the next two minutes.
+int TakeNames(const std::filesystem::path& folder, const std::string& ending) {
+  const auto now = std::chrono::system_clock::now();
+  int taken = 0;
+  for (int second = -1; second < kTakenSeconds; ++second) {
+    const std::time_t time =
+        std::chrono::system_clock::to_time_t(now + std::chrono::seconds(second));
+    const std::tm local = *std::localtime(&time);
+    std::array<char, 8> digits{};
+    std::strftime(digits.data(), digits.size(), "%H%M%S", &local);
+    std::ofstream(folder / (digits.data() + ending), std::ios::binary) << "taken";
+    ++taken;
+  }
+  return taken;
+}
+
+TEST_F(RecordingFaults, ANameThatIsTakenIsLeftAlone) {
+  BeginRecording();
+  const int taken = TakeNames(RecordFolder(), "_31_9001.wav");
+  (void)RecordCall(31, 9001, 2);
+  AwaitInStatusLog("Error saving recording [58]");
+  const auto files = Recordings("_31_9001.wav");
+  EXPECT_EQ(files.size(), static_cast<std::size_t>(taken));
+  for (const auto& file : files) EXPECT_EQ(ReadWholeFile(file), "taken") << file.filename();
+  EXPECT_EQ(Recordings("newTmp.wav").size(), 1u);
+  ExpectNextIsGood(32);
+}
+
+TEST_F(RecordingFaults, AFolderThatIsDeletedInMidCallIsMadeAgain) {
+  BeginRecording();
+  RecordedCall call = BeginRecordedCall(33, 9001);
+  AwaitTicks(2);
+  const std::filesystem::path folder = RecordFolder();
+  std::filesystem::remove_all(folder);
+  AwaitTicks(1);
+  Do("release id=33");
+  AwaitStopped(call);
+  ExpectHeard(call);
+  ExpectNextIsGood(34);
+}
+
+TEST_F(RecordingFaults, AFolderThatCannotBeMadeIsReported) {
+  BeginRecording();
+  RecordedCall call = BeginRecordedCall(35, 9001);
+  AwaitTicks(2);
+  const std::filesystem::path folder = RecordFolder();
+  // A file takes its place; the program may make the folder anew in between.
+  Await("a file in the folder's place", [&] {
+    std::error_code error;
+    std::filesystem::rename(folder, folder.parent_path() / "Moved", error);
+    std::ofstream(folder, std::ios::binary) << "in the way";
+    return std::filesystem::is_regular_file(folder);
+  });
+  AwaitInStatusLog("Error creating folder");
+  Do("release id=35");
+  AwaitStopped(call);
+  AwaitInStatusLog(" Error (save)");
+  AwaitInStatusLog("Error saving recording [");
+  EXPECT_TRUE(Recordings("_35_9001.wav").empty());
+  const RecordedCall lost = RecordCall(36, 9005, 1);
+  EXPECT_TRUE(Recordings(EndingOf(lost)).empty());
+
+  std::filesystem::remove(folder);
+  AwaitTicks(0);
+  Await("the folder", [&] { return std::filesystem::is_directory(folder); });
+  ExpectNextIsGood(37);
+}
+
+TEST_F(RecordingFaults, WithoutASoundDeviceCallsAreFollowedOn) {
+  {
+    const NoSoundDriver silence;
+    if (!silence.Works()) GTEST_SKIP() << "the sound driver cannot be taken away here";
+    BeginRecording();
+    (void)RecordCall(38, 9001, 2);
+    const auto log = Corvane().StatusLog();
+    for (const char* part : {" Error", " Error (record)", " Error (save)"}) {
+      EXPECT_GE(CountContaining(log, part), 1) << part;
+    }
+    (void)RecordCall(39, 9005, 2);
+    EXPECT_TRUE(Corvane().InCallLog("Call ID: 39 - VC D-Released"));
+    EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (record)"), 2);
+    for (const auto& file : Recordings()) {
+      EXPECT_LE(std::filesystem::file_size(file), 44u) << file.filename();
+    }
+    Close(Corvane().Window());
+    ASSERT_EQ(Corvane().TheProcess().WaitForExit(kGenerousLimit_ms), 0u);
+    Sdr().Kill();
+  }
+  BeginRecording();
+  ExpectNextIsGood(40);
+}
+
+}  // namespace
+}  // namespace corvane::desktop

@@ -1,0 +1,71 @@
+// What the recording cases share: calls that are recorded by the real program from the real sound
+// system, and what becomes of the files.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "desktop/call_test.h"
+#include "desktop/harness/wav_sound.h"
+
+namespace corvane::desktop {
+
+// One recorded call as the stand-in saw it, in milliseconds of its log.
+struct RecordedCall {
+  int id = 0;
+  int group = 0;
+  std::int64_t start_ms = 0;  // its voice gain was set: the recording starts right after it
+  std::int64_t stop_ms = 0;   // the parked gain was set: the recording stops right after it
+
+  [[nodiscard]] double Seconds() const { return static_cast<double>(stop_ms - start_ms) / 1000; }
+};
+
+// A recording starts this much later than it is asked for at the most: sound systems take their
+// time. What each run measured is printed.
+inline constexpr double kLongestStartDelay_s = 2.0;
+// How far a recording may be off what the calls and the start delay make of it.
+inline constexpr double kTolerance_s = 0.5;
+
+class RecordingTest : public CallTest {
+ protected:
+  explicit RecordingTest(const std::filesystem::path& folder_name = {}) : CallTest(folder_name) {}
+
+  // Begins with recording all calls.
+  void BeginRecording(Settings settings = {});
+
+  // Announces a call and waits until its voice gain is set. The call goes on.
+  RecordedCall BeginRecordedCall(int call_id, int group);
+  // So many ticks of the watchdog, 300 ms each.
+  void AwaitTicks(int ticks);
+  // Waits until Corvane has parked after the call, and notes when.
+  void AwaitStopped(RecordedCall& call);
+  // A whole call with so many ticks of voice.
+  RecordedCall RecordCall(int call_id, int group, int ticks, bool disconnected = false);
+
+  // Files in the Record folders whose name ends in `ending`.
+  [[nodiscard]] std::vector<std::filesystem::path> Recordings(const std::string& ending = ".wav");
+  // The one recording whose name ends in `ending`, read once it has its name.
+  Wav ReadRecording(const std::string& ending);
+  // "_207_9001.wav"
+  [[nodiscard]] static std::string EndingOf(const RecordedCall& call,
+                                            const std::string& suffix = {});
+  struct Recorded {
+    double seconds = 0;
+    HeardTones heard;
+  };
+  // The recording's header is true, its name begins with a time, and no tone but its group's is in
+  // it.
+  Recorded ExpectGoodRecording(const RecordedCall& call, const std::string& suffix = {});
+  // The same, and the call was heard in it.
+  void ExpectHeard(const RecordedCall& call, const std::string& suffix = {});
+  // When the gain was set for the first time after `after_ms`; -1: it was not.
+  [[nodiscard]] std::int64_t GainSetAt(std::string_view gain, std::int64_t after_ms);
+};
+
+inline constexpr std::string_view kVoiceGain = "47";
+inline constexpr std::string_view kParkedGain = "25";
+
+}  // namespace corvane::desktop
