@@ -64,6 +64,13 @@ bool Directory(const std::string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+bool ReadOnlyFile(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES &&
+         (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) ==
+             FILE_ATTRIBUTE_READONLY;
+}
+
 // The number for a failed operation on a file. The system denies access to a directory that is
 // used as a file, which is no matter of permission.
 FileError Failure(DWORD error, const std::string& path) {
@@ -127,6 +134,8 @@ FileError FilesWin::Rename(const std::string& from, const std::string& to) {
 
 FileError FilesWin::MoveOver(const std::string& from, const std::string& to) {
   if (!Usable(from) || !Usable(to)) return kPathAccess;
+  // Not every system that runs this program keeps a read-only file from being replaced.
+  if (ReadOnlyFile(to)) return kPermissionDenied;
   const DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
   if (MoveFileExA(from.c_str(), to.c_str(), flags) != 0) return kFileOk;
   const DWORD error = GetLastError();
