@@ -181,6 +181,26 @@ TEST_F(WindowsContract, MovesAWindowByItsPlacement) {
   }));
 }
 
+TEST_F(WindowsContract, MinimisesAWindowAndPutsItBackWhereItWas) {
+  Placement placement;
+  ASSERT_TRUE(windows_.GetPlacement(world_->top(), placement));
+  const ScreenRect place = placement.normal_position;
+  placement.show_state = kShowMinimised;
+  windows_.SetPlacement(world_->top(), placement);
+  EXPECT_TRUE(Until([&] {
+    Placement now;
+    return windows_.GetPlacement(world_->top(), now) && now.show_state != kShowNormal;
+  }));
+  EXPECT_TRUE(windows_.IsAlive(world_->top()));
+  placement.show_state = kShowNormal;
+  windows_.SetPlacement(world_->top(), placement);
+  EXPECT_TRUE(Until([&] {
+    Placement now;
+    return windows_.GetPlacement(world_->top(), now) && now.show_state == kShowNormal &&
+           now.normal_position == place;
+  }));
+}
+
 TEST_F(WindowsContract, ReadsThePixelsOfTheScreen) {
   const auto points = world_->PaintedPoints();
   ASSERT_GE(points.size(), 2U);

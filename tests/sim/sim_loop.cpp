@@ -93,8 +93,11 @@ bool SimLoop::RunUntil(const std::function<bool()>& done, std::int64_t limit_ms)
   for (;;) {
     TimerTable::Pass pass;
     const std::int64_t began = now_ms_;
+    const std::int64_t spins_before = spins_broken_;
     if (done()) return true;
-    while (!stopped_ && (DispatchPosted() || DispatchDue(pass))) {
+    // Events that post each other for ever end with the time, all others are dispatched.
+    while (!stopped_ && (now_ms_ <= end || spins_broken_ == spins_before) &&
+           (DispatchPosted() || DispatchDue(pass))) {
       NoteSpin();
       if (done()) return true;
     }

@@ -1,0 +1,135 @@
+// The faults that the simulated file system can be given.
+#include "sim/sim_files.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvane::sim {
+namespace {
+
+const std::string kPath = "C:\\Corvane\\a.txt";
+
+class SimFilesTest : public ::testing::Test {
+ protected:
+  SimFiles files_;
+};
+
+TEST_F(SimFilesTest, TheNthStepFailsAndTheOthersDoNot) {
+  files_.Put(kPath, "old");
+  files_.FailAtStep(2, kDiskFull);
+  EXPECT_EQ(files_.WriteAll(kPath, "newer"), kDiskFull);  // open, write, flush
+  EXPECT_EQ(files_.Content(kPath), "ne");
+  EXPECT_EQ(files_.WriteAll(kPath, "newer"), kFileOk);
+  EXPECT_EQ(files_.Content(kPath), "newer");
+  EXPECT_EQ(files_.steps(), 5);
+}
+
+TEST_F(SimFilesTest, AFailedOpenLeavesTheFileAlone) {
+  files_.Put(kPath, "old");
+  files_.FailAtStep(1, kPathAccess);
+  EXPECT_EQ(files_.WriteAll(kPath, "new"), kPathAccess);
+  EXPECT_EQ(files_.Content(kPath), "old");
+}
+
+TEST_F(SimFilesTest, AFailedAppendTakesBackWhatItWrote) {
+  files_.Put(kPath, "old");
+  files_.FailAtStep(2, kDiskFull);
+  EXPECT_EQ(files_.Append(kPath, "1234"), kDiskFull);
+  EXPECT_EQ(files_.Content(kPath), "old");
+}
+
+TEST_F(SimFilesTest, KillingLeavesWhatWasWrittenByThen) {
+  for (int step = 1; step <= 3; ++step) {
+    files_.Restart();
+    files_.Put(kPath, "old");
+    files_.KillAtStep(step);
+    EXPECT_THROW(static_cast<void>(files_.WriteAll(kPath, "1234")), ProgramKilled) << step;
+    const std::vector<std::string> left = {"old", "12", "1234"};
+    EXPECT_EQ(files_.Content(kPath), left[static_cast<std::size_t>(step - 1)]) << step;
+  }
+}
+
+TEST_F(SimFilesTest, KillingAnAppendLeavesAHalf) {
+  files_.Put(kPath, "old");
+  files_.KillAtStep(2);
+  EXPECT_THROW(static_cast<void>(files_.Append(kPath, "1234")), ProgramKilled);
+  EXPECT_EQ(files_.Content(kPath), "old12");
+}
+
+TEST_F(SimFilesTest, ReplacingAFileNeverShowsAHalfWhereverItIsKilledOrFails) {
+  int steps = 0;
+  for (int step = 1; step <= 20; ++step) {
+    for (const bool kill : {true, false}) {
+      files_.Restart();
+      files_.Put(kPath, "old content");
+      if (kill) {
+        files_.KillAtStep(step);
+      } else {
+        files_.FailAtStep(step, kDiskFull);
+      }
+      bool done = false;
+      try {
+        done = ReplaceContent(files_, kPath, "new") == kFileOk;
+      } catch (const ProgramKilled&) {
+      }
+      steps = std::max(steps, files_.steps());
+      EXPECT_EQ(files_.Content(kPath), done ? "new" : "old content") << step;
+      if (!kill) {
+        EXPECT_EQ(files_.Content(kPath + ".new"), std::nullopt) << step;
+      }
+      files_.Remove(kPath + ".new");
+    }
+  }
+  EXPECT_GE(steps, 4);
+}
+
+TEST_F(SimFilesTest, TheDiskRunsFull) {
+  files_.SetRoom(6);
+  EXPECT_EQ(files_.WriteAll(kPath, "1234"), kFileOk);
+  EXPECT_EQ(files_.Append(kPath, "5678"), kDiskFull);
+  EXPECT_EQ(files_.Content(kPath), "1234");
+  files_.SetRoom(std::nullopt);
+  EXPECT_EQ(files_.Append(kPath, "5678"), kFileOk);
+}
+
+TEST_F(SimFilesTest, EveryStepOnAPathCanFail) {
+  files_.FailPath("daily\\", kPermissionDenied);
+  files_.PutDirectory("C:\\Corvane\\Daily");
+  EXPECT_EQ(files_.WriteAll("C:\\Corvane\\Daily\\x.log", "x"), kPermissionDenied);
+  EXPECT_EQ(files_.WriteAll(kPath, "x"), kFileOk);
+  files_.FailPath("daily\\", kFileOk);
+  EXPECT_EQ(files_.WriteAll("C:\\Corvane\\Daily\\x.log", "x"), kFileOk);
+}
+
+TEST_F(SimFilesTest, CallsAfterTheEndAreCounted) {
+  static_cast<void>(files_.Exists(kPath));
+  files_.NoteProgramEnd();
+  EXPECT_EQ(files_.operations_after_end(), 0);
+  static_cast<void>(files_.Exists(kPath));
+  static_cast<void>(files_.WriteAll(kPath, "x"));
+  EXPECT_EQ(files_.operations_after_end(), 2);
+}
+
+TEST_F(SimFilesTest, ListsWhatIsThere) {
+  files_.Put("C:\\Corvane\\b.txt", "");
+  files_.Put("C:\\Corvane\\Daily\\20261115\\a.csv", "");
+  EXPECT_EQ(files_.List("C:\\Corvane"),
+            (std::vector<std::string>{"Daily\\20261115\\a.csv", "b.txt"}));
+}
+
+TEST_F(SimFilesTest, NothingLeavesTheTemporaryFolder) {
+  for (const std::string path : {"C:\\..\\..\\..\\tmp\\x", "..\\x", "C:\\Corvane\\..\\..\\x"}) {
+    EXPECT_NE(files_.WriteAll(path, "x"), kFileOk) << path;
+  }
+}
+
+TEST_F(SimFilesTest, TwoFileSystemsShareNothing) {
+  SimFiles other;
+  files_.Put(kPath, "x");
+  EXPECT_FALSE(other.Exists(kPath));
+}
+
+}  // namespace
+}  // namespace corvane::sim
