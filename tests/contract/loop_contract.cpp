@@ -93,6 +93,13 @@ TEST_F(LoopContract, AtMostOneTickIsPending) {
   EXPECT_EQ(trace_, Trace{"tick"});
 }
 
+TEST_F(LoopContract, MissedTicksAreDroppedAndNotMadeUpFor) {
+  const auto timer = Started(2000, Say("tick"));
+  loop_.Sleep(5000);
+  for (int i = 0; i < 5; ++i) loop_.DoEvents();
+  EXPECT_EQ(trace_, Trace{"tick"});
+}
+
 TEST_F(LoopContract, EnablingAnEnabledTimerDoesNotRestartIt) {
   const auto timer = Started(600, Say("tick"));
   loop_.Sleep(400);
