@@ -33,6 +33,13 @@ int NumberFrom(const char* variable, int otherwise) {
   return text == nullptr ? otherwise : ParseDecimal<int>(text).value();
 }
 
+// The one place where time itself is waited for: any moment will do, that is the point.
+void AwaitMoment(int delay_us) {
+  const auto moment = std::chrono::steady_clock::now() + std::chrono::microseconds(delay_us);
+  (void)WaitFor([moment] { return std::chrono::steady_clock::now() >= moment; }, kGenerousLimit_ms,
+                1);
+}
+
 struct Tally {
   int starts = 0;
   int saving = 0;        // kills while a list or the settings were being saved
@@ -148,7 +155,7 @@ void Victim::KillWhileSaving() {
   std::atomic<bool> killed = false;
   const int delay_us = Chance(kLongestSaving_us);
   std::thread killer([&] {
-    std::this_thread::sleep_for(std::chrono::microseconds(delay_us));
+    AwaitMoment(delay_us);
     copy_.TheProcess().Kill();
     killed = true;
   });
@@ -160,7 +167,7 @@ void Victim::KillWhileSaving() {
 
 void Victim::KillWhileClosing() {
   Close(copy_.Window());
-  std::this_thread::sleep_for(std::chrono::microseconds(Chance(kLongestClosing_us)));
+  AwaitMoment(Chance(kLongestClosing_us));
   copy_.TheProcess().Kill();
   ++(copy_.TheProcess().ExitCode() == kKilled ? tally_.closing : tally_.beside);
 }

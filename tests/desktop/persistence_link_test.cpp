@@ -1,6 +1,6 @@
 // What the stored labels and counts are for, with the stand-in on the air: labels in the window and
 // in the logs, and call counts that go on after a restart. These cases need the port.
-#include <algorithm>
+#include <fstream>
 
 #include "desktop/call_test.h"
 #include "desktop/harness/held_file.h"
@@ -95,14 +95,14 @@ class LogModeTest : public CallTest {
     settings.log_mode = true;
     return settings;
   }
-  // The one Call_Activity file, "" when there is none.
-  std::string Counts() {
-    const auto files = Folder().Find(".csv");
-    for (const auto& file : files) {
-      if (file.filename().string().starts_with("Call_Activity_")) return ReadWholeFile(file);
+  // The one Call_Activity file; empty when there is none.
+  std::filesystem::path CountsFile() {
+    for (const auto& file : Folder().Find(".csv")) {
+      if (file.filename().string().starts_with("Call_Activity_")) return file;
     }
     return {};
   }
+  std::string Counts() { return ReadWholeFile(CountsFile()); }
   void CountACall(int id, int group) {
     const std::string part = ";" + std::to_string(group) + ";" + std::to_string(id) + ";D-Setup ";
     Do("call id=" + std::to_string(id) + " group=" + std::to_string(group) +
@@ -155,6 +155,22 @@ TEST_F(LogModeTest, DayFolderHasItsPlaces) {
   EXPECT_EQ(days.size(), 1U);
 }
 
+TEST_F(LogModeTest, SpoiltLineOfTheCountsIsReportedAndTheFileKeptAside) {
+  Begin(LogModeOn());
+  CountACall(10, 9002);
+  CloseBoth();
+  const std::filesystem::path file = CountsFile();
+  const std::string spoilt = "GSSI;Call Activity\r\n9001;many\r\n9002;1\r\n";
+  std::ofstream(file, std::ios::binary | std::ios::trunc) << spoilt;
+  Begin(LogModeOn());
+  AwaitInStatusLog("Loaded call activity for 1 saved GSSIs");
+  AwaitInStatusLog("Error in line 2 of " + file.filename().string() + " [13] - ");
+  EXPECT_EQ(ReadWholeFile(file.string() + ".bad"), spoilt);
+  CountACall(11, 9002);
+  CloseBoth();
+  EXPECT_EQ(Counts(), "GSSI;Call Activity\r\n9002;2\r\n");
+}
+
 TEST_F(LogModeTest, CountsThatCannotBeSavedAreReportedAtTheClosing) {
   Begin(LogModeOn());
   CountACall(10, 9002);
@@ -163,12 +179,8 @@ TEST_F(LogModeTest, CountsThatCannotBeSavedAreReportedAtTheClosing) {
   Begin(LogModeOn());
   AwaitInStatusLog("Loaded call activity for 1 saved GSSIs");
   CountACall(11, 9002);
-  std::filesystem::path file;
-  for (const auto& found : Folder().Find(".csv")) {
-    if (found.filename().string().starts_with("Call_Activity_")) file = found;
-  }
   {
-    const HeldFile held(file, HeldFile::Sharing::kReadOnly);
+    const HeldFile held(CountsFile(), HeldFile::Sharing::kReadOnly);
     Close(Corvane().Window());
     Await("the box", [this] { return !Corvane().OpenMessageBox().empty(); });
     EXPECT_EQ(Corvane().OpenMessageBox(), "Error: Error saving call activity log.");

@@ -245,6 +245,15 @@ TEST_F(MalformedFileTest, OldNetworkFileThatAnotherProgramHoldsEndsTheStartWitho
   EXPECT_FALSE(Folder().Has("TETRA_mnc.txt"));
 }
 
+TEST_F(MalformedFileTest, FileInPlaceOfTheFolderOfDaysIsReportedAndTheProgramRuns) {
+  Folder().Write("Daily", "no folder");
+  Start();
+  EXPECT_TRUE(Program().InStatusLog("Error creating folder "));
+  EXPECT_TRUE(Program().InStatusLog("\\Daily [75]"));
+  CloseAndWait();
+  EXPECT_EQ(Folder().Read("Daily"), "no folder");
+}
+
 TEST_F(MalformedFileTest, FirstBadFileInTheOrderOfLoadingIsTheOneReported) {
   Folder().Write("TETRA_SSI.txt", "x;9001;262;1;Car;2026-11-15 14:23:05\r\n");  // 13
   Folder().Write("TETRA_GSSI.txt", "99999999999;262;1;Fire;0;True\r\n");        // 6

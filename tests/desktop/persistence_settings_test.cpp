@@ -228,6 +228,17 @@ TEST_F(SettingsTest, RefusedEntryIsNeitherSavedNorKept) {
   EXPECT_EQ(Folder().Read("corvane_simple.dat"), before);
 }
 
+TEST_F(SettingsTest, BoxThatIsStillBeingEditedAtTheClosingDoesNotReachTheFile) {
+  Folder().Write("corvane_simple.dat", SettingsFile({}));
+  for (const char* entry : {"99999", "12", ""}) {
+    Start();
+    ShowPage(cmdSettingTab_0);
+    TypeInto(txtTimeout, entry);
+    CloseAndWait();
+    EXPECT_EQ(Stored().Timeout, 5) << entry;
+  }
+}
+
 TEST_F(SettingsTest, RecordOnlyListIsSavedAtEachChange) {
   Settings settings;
   settings.record_mode_index = 2;
