@@ -7,7 +7,9 @@ namespace {
 
 constexpr DateTime kAfternoon{2026, 11, 15, 14, 23, 5};
 
-TEST(DateTime, DailyFilesAreNamedByDayMonthYear) { EXPECT_EQ(DashedDate(kAfternoon), "15-11-2026"); }
+TEST(DateTime, DailyFilesAreNamedByDayMonthYear) {
+  EXPECT_EQ(DashedDate(kAfternoon), "15-11-2026");
+}
 
 TEST(DateTime, DayFoldersAreNamedByYearMonthDay) {
   EXPECT_EQ(FolderDate({2026, 3, 7, 0, 0, 0}), "20260307");
@@ -23,7 +25,9 @@ TEST(DateTime, FixedGeneralDateReadsBackWhatItWrites) {
   EXPECT_EQ(ParseFixedGeneralDate("15/11/2026 14:23:05"), kAfternoon);
 }
 
-TEST(DateTime, IsoDateIsRead) { EXPECT_EQ(ParseIsoDate("2026-11-15 14:23:05"), kAfternoon); }
+TEST(DateTime, IsoDateIsRead) {
+  EXPECT_EQ(ParseIsoDate("2026-11-15 14:23:05"), kAfternoon);
+}
 
 TEST(DateTime, AnythingElseIsRefused) {
   for (const char* text : {"", "15/11/2026", "15/11/2026 14:23", "15-11-2026 14:23:05",
