@@ -7,7 +7,7 @@ RUN_PACKAGES="wine wine64 xvfb xauth x11-utils pulseaudio pulseaudio-utils fonts
   libgnutls30 libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1
   libxxf86vm1"
 BENCH_PACKAGES="cmake ninja-build g++ libc6-dev googletest libbenchmark-dev"
-TEST_PACKAGES="$BENCH_PACKAGES make python3 libbenchmark-dev clang libclang-rt-14-dev clang-format git"
+TEST_PACKAGES="$BENCH_PACKAGES make python3 clang libclang-rt-14-dev clang-format git"
 
 package_installed() {
   [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
