@@ -53,6 +53,22 @@ void AwaitThreadsOf(HMODULE module, QueryThread query) {
   CloseHandle(threads);
 }
 
+bool UnderWine() {
+  const HMODULE ntdll = GetModuleHandleA("ntdll.dll");
+  return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
+}
+
+// Another foreign fault: under Wine "record" succeeds whether or not a device can be opened, and
+// the recording then ends by itself, unheard of. So "record" is refused where there is no device at
+// all, and "stop" where nothing was being recorded any more.
+bool HasEnded(const std::string& alias) {
+  std::array<char, 32> mode{};
+  const std::string question = "status " + alias + " mode";
+  return mciSendStringA(question.c_str(), mode.data(), static_cast<UINT>(mode.size()), nullptr) ==
+             0 &&
+         std::strcmp(mode.data(), "stopped") == 0;
+}
+
 // Up to the zero byte, or all of it.
 std::string Text(const char* buffer, std::size_t size) {
   return std::string(buffer, strnlen(buffer, size));
@@ -61,14 +77,20 @@ std::string Text(const char* buffer, std::size_t size) {
 }  // namespace
 
 Mci::Reply MciWin::Send(const std::string& command, unsigned reply_length) {
+  const bool stop = command.starts_with("stop ");
   if (command.starts_with("open ") || command.starts_with("record ")) KeepWaveDriver();
+  const bool ended_before = stop && UnderWine() && HasEnded(command.substr(command.find(' ') + 1));
   Reply reply;
   const unsigned length = std::min(reply_length, kLargestReply);
   std::vector<char> buffer(length, '\0');
   reply.error =
       mciSendStringA(command.c_str(), length == 0 ? nullptr : buffer.data(), length, nullptr);
   if (reply.error == 0) reply.text = Text(buffer.data(), buffer.size());
-  if (command.starts_with("stop ")) AwaitRecordingThread();
+  if (stop) AwaitRecordingThread();
+  if (reply.error == 0 && ended_before) reply.error = MCIERR_WAVE_INPUTSINUSE;
+  if (reply.error == 0 && command.starts_with("record ") && waveInGetNumDevs() == 0) {
+    reply.error = MCIERR_WAVE_INPUTSUNSUITABLE;
+  }
   return reply;
 }
 
@@ -85,11 +107,9 @@ void MciWin::KeepWaveDriver() {
 }
 
 void MciWin::AwaitRecordingThread() const {
-  const HMODULE ntdll = GetModuleHandleA("ntdll.dll");
-  if (wave_driver_ == nullptr || ntdll == nullptr) return;
-  if (GetProcAddress(ntdll, "wine_get_version") == nullptr) return;
-  const auto query = reinterpret_cast<QueryThread>(
-      reinterpret_cast<void*>(GetProcAddress(ntdll, "NtQueryInformationThread")));
+  if (wave_driver_ == nullptr || !UnderWine()) return;
+  const auto query = reinterpret_cast<QueryThread>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleA("ntdll.dll"), "NtQueryInformationThread")));
   if (query != nullptr) AwaitThreadsOf(static_cast<HMODULE>(wave_driver_), query);
 }
 

@@ -29,7 +29,7 @@ class RecordingFaults : public RecordingTest {
   void ExpectNextIsGood(int call_id) {
     const int errors = Errors();
     ExpectHeard(RecordCall(call_id, 9013, 3));
-    EXPECT_TRUE(Recordings("newTmp.wav").empty());
+    EXPECT_EQ(Unnamed(), 0);
     EXPECT_EQ(Errors(), errors);
   }
 };
@@ -58,7 +58,7 @@ TEST_F(RecordingFaults, ANameThatIsTakenIsLeftAlone) {
   const auto files = Recordings("_31_9001.wav");
   EXPECT_EQ(files.size(), static_cast<std::size_t>(taken));
   for (const auto& file : files) EXPECT_EQ(ReadWholeFile(file), "taken") << file.filename();
-  EXPECT_EQ(Recordings("newTmp.wav").size(), 1u);
+  EXPECT_EQ(Unnamed(), 1);
   ExpectNextIsGood(32);
 }
 
@@ -105,13 +105,11 @@ TEST_F(RecordingFaults, AFolderThatCannotBeMadeIsReported) {
 TEST_F(RecordingFaults, WithoutASoundDeviceCallsAreFollowedOn) {
   {
     const NoSoundDriver silence;
-    if (!silence.Works()) GTEST_SKIP() << "the sound driver cannot be taken away here";
+    ASSERT_TRUE(silence.Works()) << "the sound driver cannot be taken away here";
     BeginRecording();
     (void)RecordCall(38, 9001, 2);
     const auto log = Corvane().StatusLog();
-    for (const char* part : {" Error", " Error (record)", " Error (save)"}) {
-      EXPECT_GE(CountContaining(log, part), 1) << part;
-    }
+    EXPECT_EQ(CountContaining(log, " Error (record)"), 1);
     (void)RecordCall(39, 9005, 2);
     EXPECT_TRUE(Corvane().InCallLog("Call ID: 39 - VC D-Released"));
     EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (record)"), 2);

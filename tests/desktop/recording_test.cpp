@@ -80,6 +80,18 @@ std::vector<std::filesystem::path> RecordingTest::Recordings(const std::string& 
   return found;
 }
 
+int RecordingTest::Unnamed() {
+  int unnamed = 0;
+  for (const std::filesystem::path& file : Recordings()) {
+    // Not every system keeps the case of the name that it was given.
+    std::string name = file.filename().string();
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    unnamed += name == "newtmp.wav" ? 1 : 0;
+  }
+  return unnamed;
+}
+
 Wav RecordingTest::ReadRecording(const std::string& ending) {
   Await("the recording " + ending, [&] { return !Recordings(ending).empty(); });
   const auto files = Recordings(ending);

@@ -47,6 +47,8 @@ class RecordingTest : public CallTest {
 
   // Files in the Record folders whose name ends in `ending`.
   [[nodiscard]] std::vector<std::filesystem::path> Recordings(const std::string& ending = ".wav");
+  // Files that did not get their final name; 0 or 1.
+  [[nodiscard]] int Unnamed();
   // The one recording whose name ends in `ending`, read once it has its name.
   Wav ReadRecording(const std::string& ending);
   // "_207_9001.wav"

@@ -71,6 +71,16 @@ double StrongestTone(std::span<const std::int16_t> samples, double rate) {
   return best_hz;
 }
 
+// The window's tone is in the one before or behind it too. Where a tone begins, ends or is broken,
+// a single window tells of tones that were never there.
+bool GoesOn(const std::vector<SoundWindow>& windows, std::size_t index) {
+  const auto same = [&](const SoundWindow& other) {
+    return other.loud && std::abs(other.hz - windows[index].hz) <= kSameTone_hz;
+  };
+  return (index > 0 && same(windows[index - 1])) ||
+         (index + 1 < windows.size() && same(windows[index + 1]));
+}
+
 }  // namespace
 
 double Wav::Seconds() const {
@@ -123,8 +133,6 @@ std::vector<SoundWindow> Listen(const Wav& wav) {
     SoundWindow window;
     window.at_s = static_cast<double>(at) / rate;
     window.loud = Level(part) > kLoudLevel;
-    window.whole = Level(part.first(size / 4)) > kLoudLevel &&
-                   Level(part.subspan(size - size / 4)) > kLoudLevel;
     if (window.loud) window.hz = StrongestTone(part, rate);
     windows.push_back(window);
   }
@@ -133,12 +141,13 @@ std::vector<SoundWindow> Listen(const Wav& wav) {
 
 HeardTones SortTones(const std::vector<SoundWindow>& windows, int wanted_hz) {
   HeardTones heard;
-  for (const SoundWindow& window : windows) {
+  for (std::size_t index = 0; index < windows.size(); ++index) {
+    const SoundWindow& window = windows[index];
     if (!window.loud) {
       heard.silent_s += kWindow_s;
     } else if (std::abs(window.hz - wanted_hz) <= kSameTone_hz) {
       heard.wanted_s += kWindow_s;
-    } else if (window.whole) {
+    } else if (GoesOn(windows, index)) {
       heard.other_s += kWindow_s;
       if (heard.first_other_hz == 0) heard.first_other_hz = window.hz;
     }

@@ -41,8 +41,7 @@ inline constexpr double kWindow_s = 0.08;
 struct SoundWindow {
   double at_s = 0;
   bool loud = false;
-  bool whole = false;  // loud in both of its halves: no beginning or end of a tone lies in it
-  double hz = 0;       // the strongest tone between 350 and 2100 Hz
+  double hz = 0;  // the strongest tone between 350 and 2100 Hz
 };
 [[nodiscard]] std::vector<SoundWindow> Listen(const Wav& wav);
 
@@ -52,7 +51,8 @@ struct HeardTones {
   double other_s = 0;
   double first_other_hz = 0;
 };
-// Sorts the windows by whether they hold the wanted tone.
+// Sorts the windows by whether they hold the wanted tone. Another tone counts where two windows or
+// more in a row hold it.
 [[nodiscard]] HeardTones SortTones(const std::vector<SoundWindow>& windows, int wanted_hz);
 
 // A WAV file of one tone after another; 0 Hz is silence. For trying the above.
