@@ -72,7 +72,7 @@ level_desktop() {
   rm -rf "$LOGS/desktop"
   mkdir -p "$LOGS/desktop"
   local program tests filter found= cases name
-  if ! (build_programs && configure_and_build mingw desktop_test persistence_test); then
+  if ! (build_programs && configure_and_build mingw desktop_test persistence_test screenshot); then
     fail "desktop: build"
     return
   fi
@@ -113,19 +113,39 @@ mount_small_disk() {
   export CORVANE_SMALL_DISK
 }
 
+# run_limited NAME PROGRAM ARGUMENTS...: ends it after the limit, with a picture of the screen taken
+# before: once it is gone its windows are gone too.
+run_limited() {
+  local name=$1 program
+  shift
+  "$WINELOADER" "$@" &
+  program=$!
+  (
+    for _ in $(seq "$DESKTOP_CASE_LIMIT"); do
+      sleep 1
+      kill -0 "$program" 2>/dev/null || exit 0
+    done
+    echo "ended after $DESKTOP_CASE_LIMIT s"
+    timeout 20 "$WINELOADER" "$BUILD/mingw/tests/desktop/screenshot.exe" \
+      "$(windows_path "$LOGS/desktop/$name.png")" || echo "no picture could be taken"
+    kill -KILL "$program"
+  ) &
+  wait "$program"
+}
+
 run_desktop_case() {
   local tests=$1 name=$2 code=0 begin=$SECONDS
   CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") \
     CORVANE_PICTURES=$(windows_path "$LOGS/desktop") \
     GTEST_OUTPUT="xml:$(windows_path "$LOGS/desktop/$name.xml")" \
-    run_logged "desktop/$name" timeout -k 10 "$DESKTOP_CASE_LIMIT" \
-    "$WINELOADER" "$tests" "--gtest_filter=$name" || code=$?
+    run_logged "desktop/$name" run_limited "${name//\//-}" "$tests" "--gtest_filter=$name" ||
+    code=$?
   if [ "$code" -eq 0 ] && grep -q '^\[  PASSED  \] 1 test' "$LOGS/desktop/$name.log"; then
     pass
     say "ok      $name ($((SECONDS - begin)) s)"
   else
     fail "desktop: $name"
-    say "FAILED  $name; pictures, if any: build/logs/desktop/$name*.png"
+    say "FAILED  $name; pictures in build/logs/desktop"
   fi
 }
 

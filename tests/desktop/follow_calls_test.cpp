@@ -219,6 +219,20 @@ TEST_F(CallTest, WorksOffABurstOf200Lines) {
   ExpectFollowsACall();
 }
 
+TEST_F(CallTest, IgnoresTheRestOfABurstOf200Setups) {
+  Settings settings;
+  settings.timeout_s = 30;
+  Begin(settings);
+  const std::size_t mark = Mark();
+  Do("burst count=200 id=1000 group=9001 party=5010 carrier=2610 slot=2");
+  Line("SSI:9001 D_Release Call ID:1000 Disconnect_cause:User_requested ");
+  AwaitInCallLog("Call ID: 1000 - VC D-Released");
+  Lines expected = TuneTo(2610, "47");
+  for (const std::string& command : TuneTo(2604, "25")) expected.push_back(command);
+  ExpectCommands(mark, expected);
+  EXPECT_EQ(CountContaining(Corvane().CallLog(), " - On carrier: 2610"), 1);
+}
+
 TEST_F(CallTest, GoesOnAfterTheBoxWasCleared) {
   Begin();
   for (int number = 0; number < 20; ++number) Line("filling " + std::to_string(number));
