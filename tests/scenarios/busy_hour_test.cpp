@@ -168,26 +168,11 @@ TEST_P(BusyHour, EveryLogHoldsWhatItMust) {
   CompareWithReviewed(files);
 }
 
-busy::TrafficOptions Following() {
-  busy::TrafficOptions options;
-  options.seed = 7;
-  options.switches = true;
-  options.lost_releases = true;
-  return options;
-}
-
-busy::TrafficOptions LogMode() {
-  busy::TrafficOptions options;
-  options.seed = 11;
-  options.log_mode = true;
-  return options;
-}
-
 // Both pass midnight.
 INSTANTIATE_TEST_SUITE_P(
     Runs, BusyHour,
-    ::testing::Values(BusyCase{"log_mode", LogMode(), {2026, 11, 15, 23, 25, 0}},
-                      BusyCase{"following", Following(), {2026, 11, 15, 23, 34, 0}}),
+    ::testing::Values(BusyCase{"log_mode", busy::LogModeHour(), {2026, 11, 15, 23, 25, 0}},
+                      BusyCase{"following", busy::FollowingHour(), {2026, 11, 15, 23, 34, 0}}),
     [](const auto& run) { return std::string(run.param.name); });
 
 constexpr std::int64_t kPollMs = 60;

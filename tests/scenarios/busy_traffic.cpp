@@ -207,6 +207,21 @@ class Maker {
 
 }  // namespace
 
+TrafficOptions LogModeHour() {
+  TrafficOptions options;
+  options.seed = 11;
+  options.log_mode = true;
+  return options;
+}
+
+TrafficOptions FollowingHour() {
+  TrafficOptions options;
+  options.seed = 7;
+  options.switches = true;
+  options.lost_releases = true;
+  return options;
+}
+
 std::vector<Event> MakeTraffic(const TrafficOptions& options) {
   return Maker(options).Make();
 }

@@ -45,6 +45,13 @@ struct TrafficOptions {
 // Times lie at least 300 ms apart and not close to the end of a second.
 [[nodiscard]] std::vector<Event> MakeTraffic(const TrafficOptions& options);
 
+// The two hours that are compared with reviewed files, and when each begins, in seconds after
+// midnight: both pass the next midnight.
+[[nodiscard]] TrafficOptions LogModeHour();
+[[nodiscard]] TrafficOptions FollowingHour();
+inline constexpr std::int64_t kLogModeBegin_s = 23 * 3600 + 25 * 60;
+inline constexpr std::int64_t kFollowingBegin_s = 23 * 3600 + 34 * 60;
+
 // The lists that the program begins with: labels, a locked-out group, a labelled subscriber.
 inline constexpr const char* kGroupList =
     "9001;262;42;Fire & rescue;0;True\r\n"
