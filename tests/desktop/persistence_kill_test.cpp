@@ -21,6 +21,7 @@ namespace {
 using enum ControlId;
 
 constexpr int kKillsOfAPart = 250;
+constexpr int kEnoughForEveryKind = 50;  // fewer can all be of one kind by chance
 constexpr std::size_t kProgramsAtOnce = 3;
 constexpr int kLongestSaving_us = 60'000;   // of a program that saves one file after the other
 constexpr int kLongestClosing_us = 40'000;  // of one that saves all at its end
@@ -232,6 +233,7 @@ TEST_P(KillTest, NothingSavedIsLostWheneverTheProgramIsKilled) {
             << " left an unfinished file behind, " << sum.beside << " beside a save, " << sum.starts
             << " starts, " << took.count() << " s" << std::endl;
   EXPECT_GE(sum.kills(), kills);
+  if (kills < kEnoughForEveryKind) return;
   EXPECT_GT(sum.closing, 0);
   EXPECT_GT(sum.half_written, 0) << "no kill hit the middle of a save";
 }
