@@ -17,20 +17,23 @@ constexpr UINT kLongestLifeMs = 600'000;
 
 WNDPROC edit_procedure = nullptr;
 
-// Wine 8 hands the length word of EM_GETLINE from another process over unfilled; the sender's block
-// holds the line, because it asked for the length before. The procedure is a wide one, because the
-// conversion for a narrow one would already go by that word.
-void RepairGetLine(HWND edit, WPARAM line, LPARAM block) {
-  if ((InSendMessageEx(nullptr) & ISMEX_SEND) == 0) return;
-  const LRESULT start = CallWindowProcW(edit_procedure, edit, EM_LINEINDEX, line, 0);
-  const LRESULT length = start < 0 ? 0
-                                   : CallWindowProcW(edit_procedure, edit, EM_LINELENGTH,
-                                                     static_cast<WPARAM>(start), 0);
-  *reinterpret_cast<WORD*>(block) = static_cast<WORD>(std::min<LRESULT>(length, 0xFFFF));
+// Wine 8 passes EM_GETLINE from another process on with a block that begins one word inside an
+// allocation, and fills neither the block's first word, by which the control decides how many
+// characters it copies, nor the word before it, by which the system decides how many it sends back.
+// The procedure is a wide one, because the conversion for a narrow one would already go by them.
+void RepairGetLine(LPARAM block) {
+  static const bool is_wine =
+      GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
+  if (!is_wine || block == 0 || (InSendMessageEx(nullptr) & ISMEX_SEND) == 0) return;
+  WORD* words = reinterpret_cast<WORD*>(block) - 1;
+  const SIZE_T bytes = HeapSize(GetProcessHeap(), 0, words);
+  if (bytes == static_cast<SIZE_T>(-1) || bytes < 2 * sizeof(WORD)) return;
+  const SIZE_T room = (bytes - sizeof(WORD)) / sizeof(wchar_t);
+  words[0] = words[1] = static_cast<WORD>(std::min<SIZE_T>(room, 0xFFFF));
 }
 
 LRESULT CALLBACK EditProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
-  if (message == EM_GETLINE) RepairGetLine(window, w, l);
+  if (message == EM_GETLINE) RepairGetLine(l);
   return CallWindowProcW(edit_procedure, window, message, w, l);
 }
 
