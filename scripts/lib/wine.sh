@@ -30,6 +30,8 @@ display_usable() {
 use_wine_prefix() {
   export WINEPREFIX=$BUILD/$1 WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
   export WINELOADER=/usr/lib/wine/wine64
+  # In a plain C locale wine can make no file whose name has other letters than those of ASCII.
+  export LC_ALL=C.UTF-8
   [ -x "$WINELOADER" ] || die "wine64 is not installed"
   mkdir -p "$WINEPREFIX"
   [ -O "$WINEPREFIX" ] || die "$WINEPREFIX belongs to another user: remove it"
