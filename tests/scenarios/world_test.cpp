@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
@@ -192,6 +193,31 @@ TEST(World, SdrSharpThatAppearsLaterIsFound) {
   world.Do("revive");
   EXPECT_TRUE(world.RunUntil([&] { return bool{world.app->flags().mblnSetupDone}; }, 8000))
       << world.TraceText();
+}
+
+TEST(World, ABusySoundDeviceIsReportedAndTheNextRecordingIsGood) {
+  World world(Usual());
+  world.BringUp();
+  world.user().Click(world.form().optRecordMode[1]);
+  world.mci.FailCommand("open ", kMciInvalidDeviceName);
+  world.Do("call id=7 group=9001 party=5010 carrier=2610 slot=3 for=2");
+  ASSERT_TRUE(world.RunUntil([&] { return world.Following(); }, 1000));
+  world.Run(6000);
+  EXPECT_EQ(world.CountCallLog("VC D-Released"), 1);
+  EXPECT_TRUE(world.Parked());
+  // One line per failed command: eight of the start, three of the stop.
+  EXPECT_EQ(world.CountStatusLog(world.mci.ErrorText(kMciInvalidDeviceName) + " Error"), 11);
+  EXPECT_EQ(world.mci.saved(), 0);
+
+  world.mci.FailCommand("open ", 0);
+  world.Do("call id=8 group=9001 party=5010 carrier=2610 slot=3 for=2");
+  world.Run(6000);
+  EXPECT_EQ(world.CountCallLog("VC D-Released"), 2);
+  EXPECT_EQ(world.mci.saved(), 1);
+  EXPECT_EQ(
+      std::ranges::count_if(world.files.List("C:\\Corvane\\Daily"),
+                            [](const std::string& name) { return name.ends_with("_8_9001.wav"); }),
+      1);
 }
 
 TEST(World, EveryControlHasItsOwnName) {
