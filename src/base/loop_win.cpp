@@ -74,6 +74,7 @@ class LoopWin::Impl {
   int Run();
 
   std::function<bool(void*)> filter;
+  std::function<void(bool)> idle_handler;
   std::function<void(const std::string&)> reporter;
   SocketMessage socket_handler;
   [[nodiscard]] HWND socket_window() const { return socket_window_; }
@@ -96,6 +97,7 @@ class LoopWin::Impl {
   auto Taking(Call take);
   void Dispatch(MSG& message);
   bool DispatchSocketMessages();
+  void Idle(bool at_rest);
 
   HWND window_ = nullptr;
   HWND socket_window_ = nullptr;
@@ -173,10 +175,12 @@ LRESULT CALLBACK LoopWin::Impl::WakeProcedure(HWND window, UINT message, WPARAM 
   if (self != nullptr && message == kWakeMessage) {
     self->wake_posted_ = false;
     self->RunPosted();
+    self->Idle(false);
     return 0;
   }
   if (self != nullptr && message == WM_TIMER && w == kWakeTimer) {
     self->RunTimers();
+    self->Idle(false);
     return 0;
   }
   return DefWindowProcA(window, message, w, l);
@@ -236,7 +240,13 @@ void LoopWin::Impl::DoEvents() {
   while (!quitting && RunDue(pass)) {
   }
   Arm();
+  Idle(false);
   --depth_;
+}
+
+void LoopWin::Impl::Idle(bool at_rest) {
+  if (!idle_handler) return;
+  Guard([&] { idle_handler(at_rest); });
 }
 
 bool LoopWin::Impl::DispatchSocketMessages() {
@@ -278,6 +288,10 @@ void LoopWin::Impl::WaitForSocketEvents(int ms) {
 int LoopWin::Impl::Run() {
   MSG message;
   for (;;) {
+    if (idle_handler &&
+        Taking([&] { return PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE); }) == 0) {
+      Idle(true);
+    }
     const int got = Taking([&] { return GetMessageA(&message, nullptr, 0, 0); });
     if (got == 0) return static_cast<int>(message.wParam);
     if (got < 0) return EXIT_FAILURE;
@@ -346,6 +360,10 @@ void LoopWin::Quit(int exit_code) {
 
 void LoopWin::SetMessageFilter(std::function<bool(void* message)> filter) {
   impl_->filter = std::move(filter);
+}
+
+void LoopWin::SetIdleHandler(std::function<void(bool at_rest)> handler) {
+  impl_->idle_handler = std::move(handler);
 }
 
 bool LoopWin::TakingMessages() const {

@@ -37,6 +37,11 @@ class LoopWin : public Loop {
   // was dealt with (keyboard navigation).
   void SetMessageFilter(std::function<bool(void* message)> filter);
 
+  // Runs when no message and no event is left, before the loop waits for the next: for what need
+  // not be done at once, like painting. `at_rest` is false where an event, or a loop of the
+  // system's own (a menu, a box), is still under way and may have more to do.
+  void SetIdleHandler(std::function<void(bool at_rest)> handler);
+
   // True while the loop itself takes messages: a message that another program sends directly comes
   // like an event then. False while a handler runs: a call to another program's window can let such
   // a message in where no event is expected.

@@ -39,7 +39,7 @@ class ControlSink {
   virtual void Changed(const Control& control, Field field) = 0;
 
   // An item was added at, removed from or replaced at `index`, or all were removed. A sink that
-  // shows a real list writes its top index back with ListBox::ReportTopIndex before it returns.
+  // shows a real list writes its top index back with ListBox::ReportTopIndex once it has done so.
   virtual void ListChanged(ListBox& list, ListChange change, std::size_t index) = 0;
 
   // The keyboard focus is to go to `control`.

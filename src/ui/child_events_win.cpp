@@ -41,6 +41,15 @@ bool CanScroll(UINT message) {
   }
 }
 
+// What asks a list box about its lines or points at one of them: that has to meet the lines that
+// the state has.
+bool MeetsLines(UINT message) {
+  return (message >= LB_ADDSTRING && message < LB_MSGMAX) ||
+         (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+         (message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_VSCROLL ||
+         message == WM_TIMER;
+}
+
 // Labels that do something when clicked.
 bool IsClickable(ControlId id) {
   return id == ControlId::lblGroupHold || id == ControlId::lblGroupNumber ||
@@ -70,6 +79,7 @@ struct ChildEvents::Hook {
       // disabled.
       if (message == WM_NCHITTEST && child->id == ControlId::fraCallDetails) return HTCLIENT;
     }
+    if (child->kind == ChildKind::kListBox && MeetsLines(message)) events.children_->ShowLists();
     if (message == WM_SETCURSOR && IsClickable(child->id)) {
       ::SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_HAND)));
       return TRUE;

@@ -1,4 +1,5 @@
-// Bringing the child windows to the controls' state, field by field.
+// Bringing the child windows to the controls' state, field by field. The lines of list boxes are
+// in child_lists_win.cpp.
 #include <windows.h>
 //
 #include <commctrl.h>
@@ -34,28 +35,7 @@ const std::string* CaptionOf(const Control& control) {
   return nullptr;
 }
 
-// Blanks at the end of the widest line stay clear of the list's edge.
-constexpr int kExtentMargin = 8;
-
 }  // namespace
-
-void ReportTopIndex(const ChildWindow& list) {
-  static_cast<ListBox&>(*list.control).ReportTopIndex(static_cast<int>(Send(list, LB_GETTOPINDEX)));
-}
-
-bool EndInView(const ChildWindow& list) {
-  const LRESULT count = Send(list, LB_GETCOUNT);
-  RECT line{};
-  RECT client{};
-  Send(list, LB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&line));
-  GetClientRect(Handle(list), &client);
-  return count == 0 || line.top < client.bottom;
-}
-
-void ScrollToEnd(const ChildWindow& list) {
-  Send(list, LB_SETTOPINDEX, static_cast<WPARAM>(Send(list, LB_GETCOUNT) - 1));
-  ReportTopIndex(list);
-}
 
 int SelectedIndex(const ChildWindow& child) {
   const UINT message = child.kind == ChildKind::kComboBox ? CB_GETCURSEL : LB_GETCURSEL;
@@ -130,11 +110,10 @@ void ChildWindows::MirrorAll(ChildWindow& child) {
   if (child.kind == ChildKind::kTextBox) MirrorText(child);
   if (child.kind == ChildKind::kComboBox) MirrorEntries(child);
   if (child.kind == ChildKind::kListBox) {
-    for (const std::string& line : static_cast<ListBox&>(*child.control).items()) {
-      Send(child, LB_ADDSTRING, 0, Text(line));
-      Widen(child, line);
-    }
+    const auto& list = static_cast<const ListBox&>(*child.control);
+    for (std::size_t i = 0; i < list.items().size(); ++i) MirrorList(list, ListChange::kAdded, i);
     MirrorSelection(child);
+    ShowList(child);
   }
   if (child.kind == ChildKind::kCheckBox || child.kind == ChildKind::kOption) MirrorValue(child);
   tips_.SetText(child.window, Number(child.id), control.tool_tip);
@@ -196,9 +175,8 @@ void ChildWindows::MirrorSelection(ChildWindow& child) {
     Send(child, CB_SETCURSEL, static_cast<WPARAM>(combo->list_index.get()));
     return;
   }
-  const auto& list = static_cast<const ListBox&>(*child.control);
-  Send(child, LB_SETCURSEL, static_cast<WPARAM>(list.list_index()));
-  ReportTopIndex(child);
+  child.selection_waits = true;
+  lists_wait_ = true;
 }
 
 void ChildWindows::MirrorEntries(ChildWindow& child) {
@@ -208,35 +186,6 @@ void ChildWindows::MirrorEntries(ChildWindow& child) {
     Send(child, CB_ADDSTRING, 0, Text(entry.text));
   }
   MirrorSelection(child);
-}
-
-void ChildWindows::MirrorList(ListBox& list, ListChange change, std::size_t index) {
-  ChildWindow* child = Find(list);
-  if (child == nullptr) return;
-  switch (change) {
-    case ListChange::kAdded:
-      Send(*child, LB_INSERTSTRING, index, Text(list.items()[index]));
-      Widen(*child, list.items()[index]);
-      break;
-    case ListChange::kRemoved:
-      Send(*child, LB_DELETESTRING, index);
-      break;
-    case ListChange::kCleared:
-      Send(*child, LB_RESETCONTENT);
-      child->extent = 0;
-      Send(*child, LB_SETHORIZONTALEXTENT, 0);
-      break;
-    case ListChange::kReplaced: {
-      const LRESULT top = Send(*child, LB_GETTOPINDEX);
-      Send(*child, LB_DELETESTRING, index);
-      Send(*child, LB_INSERTSTRING, index, Text(list.items()[index]));
-      Send(*child, LB_SETCURSEL, static_cast<WPARAM>(list.list_index()));
-      Send(*child, LB_SETTOPINDEX, static_cast<WPARAM>(top));
-      Widen(*child, list.items()[index]);
-      break;
-    }
-  }
-  ReportTopIndex(*child);
 }
 
 void ChildWindows::SetFont(const ChildWindow& child) {
@@ -264,35 +213,6 @@ void ChildWindows::SetTabStop(const ChildWindow& child) {
 void ChildWindows::UpdateDisabledTip(const ChildWindow& child) {
   const bool covered = Shown(child) && !child.control->enabled;
   tips_.SetDisabledRect(Number(child.id), covered ? child.rect : PixelRect{});
-}
-
-void ChildWindows::Widen(ChildWindow& list, const std::string& line) {
-  if (list.id != ControlId::lstCallLog && list.id != ControlId::lstStatusLog) return;
-  const HDC dc = GetDC(Handle(list));
-  const HGDIOBJ before = SelectObject(dc, fonts_.Get(list.place->font, list.control->bold));
-  SIZE size{};
-  GetTextExtentPoint32A(dc, line.data(), static_cast<int>(line.size()), &size);
-  SelectObject(dc, before);
-  ReleaseDC(Handle(list), dc);
-  const int wanted = static_cast<int>(size.cx) + kExtentMargin;
-  if (wanted <= list.extent) return;
-  list.extent = wanted;
-  Send(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(wanted));
-  // A scroll bar that comes with the first wide line must not cost the call log its rows.
-  RECT client{};
-  GetClientRect(Handle(list), &client);
-  if (list.id == ControlId::lstCallLog && call_log_client_height_ != 0 &&
-      client.bottom != call_log_client_height_) {
-    list.asked = {};
-    LayOut(dpi_, compact_);
-  }
-}
-
-void ChildWindows::MeasureLines(ChildWindow& list) {
-  list.extent = 0;
-  for (const std::string& line : static_cast<const ListBox&>(*list.control).items()) {
-    Widen(list, line);
-  }
 }
 
 }  // namespace corvane

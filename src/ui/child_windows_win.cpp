@@ -181,6 +181,7 @@ bool ChildWindows::Shown(const ChildWindow& child) const {
 }
 
 void ChildWindows::LayOut(int dpi, bool compact) {
+  ShowLists();
   dpi_ = dpi;
   compact_ = compact;
   RECT client{};
@@ -203,6 +204,7 @@ void ChildWindows::LayOut(int dpi, bool compact) {
 }
 
 void ChildWindows::ChangeDpi(int dpi, bool compact) {
+  ShowLists();
   dpi_ = dpi;
   fonts_.Remake(dpi);
   std::vector<ChildWindow*> at_end;

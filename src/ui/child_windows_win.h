@@ -26,16 +26,25 @@ enum class ChildKind {
   kFrame,
 };
 
+// A change of a list box's lines that its window does not show yet.
+struct LineChange {
+  ListChange change;
+  std::size_t index;
+  std::string text;  // of an added or a replacing line
+};
+
 struct ChildWindow {
   ChildKind kind;
   ControlId id;
   Control* control;
   const ControlPlace* place;
-  const ChildWindow* frame;  // nullptr: stands on the window itself
-  void* window;              // HWND
-  PixelRect asked;           // where the layout wants it
-  PixelRect rect;            // where it stands
-  int extent;                // lists: width of the widest line, in pixels
+  const ChildWindow* frame;           // nullptr: stands on the window itself
+  void* window;                       // HWND
+  PixelRect asked;                    // where the layout wants it
+  PixelRect rect;                     // where it stands
+  int extent;                         // lists: width of the widest line, in pixels
+  std::vector<LineChange> waiting{};  // lists
+  bool selection_waits = false;       // lists
 };
 
 class ChildWindows {
@@ -54,7 +63,11 @@ class ChildWindows {
 
   // Brings the window (or menu item) of `control` to the state of `field`.
   void Mirror(const Control& control, Field field);
-  void MirrorList(ListBox& list, ListChange change, std::size_t index);
+  void MirrorList(const ListBox& list, ListChange change, std::size_t index);
+  // Lines and selections of list boxes are kept back until this: showing each one costs far more
+  // than all together, and what they tell of is often still being done.
+  void ShowLists();
+  [[nodiscard]] bool lists_wait() const { return lists_wait_; }
   // True while a text is being mirrored into a box, whose notifications are then no user's.
   [[nodiscard]] bool mirroring_text() const { return mirroring_text_; }
 
@@ -79,6 +92,7 @@ class ChildWindows {
   void MirrorMenuItem(const MenuItem& item);
   void MirrorValue(ChildWindow& child);
   void MirrorSelection(ChildWindow& child);
+  void ShowList(ChildWindow& list);
   void MirrorEntries(ChildWindow& child);
   void MirrorText(ChildWindow& child);
   void MirrorVisible(const ChildWindow& child);
@@ -98,6 +112,7 @@ class ChildWindows {
   bool compact_ = false;
   int call_log_client_height_ = 0;
   bool mirroring_text_ = false;
+  bool lists_wait_ = false;
   std::vector<ChildWindow> children_;
   std::unordered_map<const Control*, std::size_t> by_control_;
   std::unordered_map<int, MenuItem*> menu_items_;

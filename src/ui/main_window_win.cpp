@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "base/loop_win.h"
@@ -22,6 +24,7 @@ namespace {
 constexpr int kTwipsPerPixel = 15;  // of positions, on every screen
 constexpr DWORD kStyle = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
 constexpr WORD kIconResource = 1;
+constexpr int kLongestListDelayMs = 50;
 
 PixelRect FromRect(const RECT& rect) {
   return {static_cast<int>(rect.left), static_cast<int>(rect.top),
@@ -65,6 +68,7 @@ class MainWindowWin::Impl {
   void NotePosition();
   void ApplySize();
   void LayOut();
+  void ShowLists(bool at_rest);
 
   LoopWin& loop_;
   HWND window_ = nullptr;
@@ -72,6 +76,7 @@ class MainWindowWin::Impl {
   Form1* form_ = nullptr;
   int dpi_ = kDesignDpi;
   bool shown_ = false;
+  std::optional<std::int64_t> lists_wait_since_ms_;
   ChildWindows children_;
   ChildEvents events_;
 };
@@ -109,6 +114,7 @@ bool MainWindowWin::Impl::Create(Form1& form, MainForm& main_form) {
   LayOut();
   loop_.SetMessageFilter(
       [this](void* message) { return FilterMessage(*static_cast<MSG*>(message)); });
+  loop_.SetIdleHandler([this](bool at_rest) { ShowLists(at_rest); });
   return true;
 }
 
@@ -150,6 +156,7 @@ void MainWindowWin::Impl::Destroy() {
   events_.Disconnect();
   children_.Clear();
   loop_.SetMessageFilter({});
+  loop_.SetIdleHandler({});
   DestroyWindow(window);
   form_ = nullptr;
 }
@@ -158,6 +165,20 @@ bool MainWindowWin::Impl::FilterMessage(MSG& message) {
   if (window_ == nullptr) return false;
   if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) return false;
   return events_.Navigate(&message);
+}
+
+// A call is set up and tuned in one event: its lines in the log wait until the commands are out,
+// but not while something waits for long.
+void MainWindowWin::Impl::ShowLists(bool at_rest) {
+  if (window_ == nullptr || !children_.lists_wait()) {
+    lists_wait_since_ms_.reset();
+    return;
+  }
+  const std::int64_t now_ms = loop_.TickMs();
+  if (!lists_wait_since_ms_) lists_wait_since_ms_ = now_ms;
+  if (!at_rest && now_ms - *lists_wait_since_ms_ < kLongestListDelayMs) return;
+  lists_wait_since_ms_.reset();
+  children_.ShowLists();
 }
 
 void MainWindowWin::Impl::SimulateDpi(int dpi) {

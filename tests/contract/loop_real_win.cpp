@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -87,6 +88,33 @@ TEST(LoopWin, TheFilterSeesMessagesFirstAndMayTakeThem) {
   loop.Run();
   EXPECT_EQ(seen, 2);
   loop.SetMessageFilter(nullptr);
+}
+
+TEST(LoopWin, WhatCanWaitIsDoneWhenNothingElseIsLeft) {
+  LoopWin loop;
+  std::vector<std::string> done;
+  loop.SetIdleHandler([&](bool at_rest) { done.emplace_back(at_rest ? "rest" : "pause"); });
+  loop.Post(EventSource::kUser, [&] {
+    done.emplace_back("first");
+    loop.Post(EventSource::kUser, [&] { done.emplace_back("inside"); });
+    loop.DoEvents();
+    done.emplace_back("first goes on");
+  });
+  const auto timer = loop.MakeTimer(100, [&] {
+    done.emplace_back("timer");
+    loop.Quit();
+  });
+  timer->SetEnabled(true);
+  loop.Run();
+  loop.SetIdleHandler(nullptr);
+
+  const auto at = [&](const char* what) { return std::ranges::find(done, what) - done.begin(); };
+  EXPECT_EQ(at("first"), 0);
+  EXPECT_EQ(at("inside"), 1);
+  EXPECT_EQ(at("pause"), 2);
+  EXPECT_LT(at("pause"), at("first goes on"));
+  EXPECT_LT(at("first goes on"), at("rest"));
+  EXPECT_LT(at("rest"), at("timer"));
 }
 
 TEST(LoopWin, TimersAndEventsGoOnInsideAnOpenMenu) {

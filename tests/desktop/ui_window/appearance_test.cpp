@@ -210,6 +210,55 @@ TEST_F(WindowTest, CallLogAtItsEndFollowsEveryLine) {
   EXPECT_EQ(scrolled, 179);
 }
 
+// Showing a line costs more than tuning to a call: the commands come first.
+TEST_F(WindowTest, LinesAreShownWhenTheEventThatAddsThemIsOver) {
+  int before_rest = 0;
+  loop_.Post(EventSource::kUser, [&] {
+    FillCallLog(60);
+    before_rest = ScrollEnd(Child(lstCallLog));
+  });
+  const auto end = loop_.MakeTimer(200, [&] { loop_.Quit(); });
+  end->SetEnabled(true);
+  loop_.Run();
+  EXPECT_LT(before_rest, 59);
+  EXPECT_EQ(ScrollEnd(Child(lstCallLog)), 59);
+}
+
+TEST_F(WindowTest, LinesAreShownInsideAnEventThatWaitsLong) {
+  int shown = 0;
+  loop_.Post(EventSource::kUser, [&] {
+    FillCallLog(60);
+    for (int round = 0; round < 30; ++round) {
+      loop_.Sleep(10);
+      loop_.DoEvents();
+    }
+    shown = ScrollEnd(Child(lstCallLog));
+    loop_.Quit();
+  });
+  loop_.Run();
+  EXPECT_EQ(shown, 59);
+}
+
+TEST_F(WindowTest, LinesThatComeAndGoInOneEventLeaveTheListAsTheStateHasIt) {
+  ListBox& log = form_.lstCallLog;
+  FillCallLog(30);
+  log.Remove(3);
+  log.Replace(0, "replaced");
+  log.Select(5);
+  log.Add("last");
+  log.Replace(29, "last but not least");
+  EXPECT_EQ(Send(Child(lstCallLog), kLbGetCount), log.count());
+  EXPECT_EQ(Send(Child(lstCallLog), kLbGetCurSel), 5);
+  for (int line = 0; line < log.count(); ++line) {
+    EXPECT_EQ(ListLine(Child(lstCallLog), line), log.Item(line));
+  }
+  log.Add("away");
+  log.Clear();
+  log.Add("alone");
+  EXPECT_EQ(Send(Child(lstCallLog), kLbGetCount), 1);
+  EXPECT_EQ(ListLine(Child(lstCallLog), 0), "alone");
+}
+
 TEST_F(WindowTest, ScrolledUpCallLogStaysWhereItIs) {
   for (int line = 0; line < 60; ++line) AddCallLine(form_, "line");
   ASSERT_EQ(form_.lstCallLog.top_index(), 39);

@@ -79,6 +79,10 @@ void EndWindow(Handle window);
 [[nodiscard]] PixelRect OuterRect(Handle window);             // on the screen
 [[nodiscard]] PixelRect RectIn(Handle parent, Handle child);  // in the parent's client area
 [[nodiscard]] PixelRect ClientRect(Handle window);
+// The last line that the vertical scroll bar of a list can reach, as painted so far: asks the list
+// itself nothing.
+[[nodiscard]] int ScrollEnd(Handle list);
+[[nodiscard]] std::string ListLine(Handle list, int line);
 void MoveTo(Handle window, int left, int top);
 // The part of the work areas that all screens together span.
 [[nodiscard]] PixelRect WorkArea();

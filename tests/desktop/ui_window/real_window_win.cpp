@@ -197,6 +197,24 @@ PixelRect ClientRect(Handle window) {
   return FromRect(rect);
 }
 
+std::string ListLine(Handle list, int line) {
+  const auto index = static_cast<WPARAM>(line);
+  const LRESULT length = SendMessageA(Hwnd(list), LB_GETTEXTLEN, index, 0);
+  if (length < 0) return "no such line";
+  std::string text(static_cast<std::size_t>(length) + 1, '\0');
+  SendMessageA(Hwnd(list), LB_GETTEXT, index, reinterpret_cast<LPARAM>(text.data()));
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
+int ScrollEnd(Handle list) {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE;
+  GetScrollInfo(Hwnd(list), SB_VERT, &info);
+  return info.nMax;
+}
+
 void MoveTo(Handle window, int left, int top) {
   SetWindowPos(Hwnd(window), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
 }
