@@ -139,6 +139,21 @@ void FillList(void* handle, const std::vector<std::string>& items) {
   InvalidateRect(list, nullptr, TRUE);
 }
 
+void AddToList(void* handle, const std::vector<std::string>& items, std::size_t added) {
+  if (items.empty()) return;
+  const HWND list = static_cast<HWND>(handle);
+  SendMessageA(list, WM_SETREDRAW, FALSE, 0);
+  for (std::size_t i = items.size() - std::min(added, items.size()); i < items.size(); ++i) {
+    SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(items[i].c_str()));
+  }
+  while (SendMessageA(list, LB_GETCOUNT, 0, 0) > static_cast<LRESULT>(items.size())) {
+    if (SendMessageA(list, LB_DELETESTRING, 0, 0) == LB_ERR) break;
+  }
+  SendMessageA(list, LB_SETTOPINDEX, items.size() - 1, 0);
+  SendMessageA(list, WM_SETREDRAW, TRUE, 0);
+  InvalidateRect(list, nullptr, TRUE);
+}
+
 void AppendToEdit(void* handle, const std::string& text) {
   const HWND edit = static_cast<HWND>(handle);
   SendMessageA(edit, EM_SETSEL, kEndOfText, kEndOfText);

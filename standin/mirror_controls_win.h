@@ -32,6 +32,9 @@ class ControlFactory {
 [[nodiscard]] bool IsEdit(Kind kind);
 [[nodiscard]] std::string WindowText(void* window);
 void FillList(void* list, const std::vector<std::string>& items);
+// Shows the last `added` of `items`, scrolled to, in a list that shows those before; what is above
+// `items` by now goes.
+void AddToList(void* list, const std::vector<std::string>& items, std::size_t added);
 void AppendToEdit(void* edit, const std::string& text);
 // Before the control sees an EM_GETLINE with this block; see the .cpp.
 void RepairGetLine(std::intptr_t block);

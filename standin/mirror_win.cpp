@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include <map>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -98,7 +97,7 @@ class Mirror::Impl : public WindowTree::Observer {
         RedrawWindow(handle, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
         break;
       case Aspect::kItems:
-        FillList(handle, window.items);
+        lists_[window.id].whole = true;
         break;
       case Aspect::kOrder:
         SetForegroundWindow(handle);
@@ -110,7 +109,7 @@ class Mirror::Impl : public WindowTree::Observer {
     appended_[window.id] += text;
   }
 
-  void ItemAdded(const Window& window, bool) override { grown_lists_.insert(window.id); }
+  void ItemAdded(const Window& window, bool) override { ++lists_[window.id].added; }
 
   void Flush() {
     const Echo echo(*this);
@@ -119,11 +118,21 @@ class Mirror::Impl : public WindowTree::Observer {
       if (edit == nullptr) continue;
       AppendToEdit(edit, text);
     }
-    for (const WindowId id : std::exchange(grown_lists_, {})) {
+  }
+
+  [[nodiscard]] bool lists_wait() const { return !lists_.empty(); }
+
+  void ShowLists() {
+    const Echo echo(*this);
+    for (const auto& [id, change] : std::exchange(lists_, {})) {
       const Window* window = tree_.Find(id);
-      if (window == nullptr || Handle(id) == nullptr || window->items.empty()) continue;
-      FillList(Handle(id), window->items);
-      SendMessageA(Handle(id), LB_SETTOPINDEX, window->items.size() - 1, 0);
+      const HWND list = Handle(id);
+      if (window == nullptr || list == nullptr) continue;
+      if (change.whole) {
+        FillList(list, window->items);
+      } else {
+        AddToList(list, window->items, change.added);
+      }
     }
   }
 
@@ -134,6 +143,12 @@ class Mirror::Impl : public WindowTree::Observer {
     Kind kind = Kind::kPanel;
     HWND window = nullptr;
     WNDPROC original = nullptr;
+  };
+
+  // What a list box does not show yet.
+  struct ListChanges {
+    bool whole = false;  // all its lines are others
+    std::size_t added = 0;
   };
 
   // While one exists, the mirror itself is the cause of what windows tell.
@@ -291,7 +306,7 @@ class Mirror::Impl : public WindowTree::Observer {
   std::map<WindowId, std::unique_ptr<Node>> nodes_;
   ControlFactory factory_{reinterpret_cast<void*>(Proc)};
   std::map<WindowId, std::string> appended_;  // not yet shown
-  std::set<WindowId> grown_lists_;
+  std::map<WindowId, ListChanges> lists_;
   int echo_ = 0;
 };
 
@@ -302,6 +317,14 @@ Mirror::~Mirror() = default;
 
 void Mirror::Flush() {
   impl_->Flush();
+}
+
+void Mirror::ShowLists() {
+  impl_->ShowLists();
+}
+
+bool Mirror::lists_wait() const {
+  return impl_->lists_wait();
 }
 
 void* Mirror::Handle(WindowId id) const {

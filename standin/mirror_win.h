@@ -22,9 +22,13 @@ class Mirror {
   Mirror(const Mirror&) = delete;
   Mirror& operator=(const Mirror&) = delete;
 
-  // Shows what was appended since the last time. Texts and items come in bursts, and each one shown
+  // Shows the text that was appended since the last time. Texts come in bursts, and each one shown
   // alone would cost more than the burst.
   void Flush();
+  // Brings the list boxes up to date. Only people look at those, and what makes them change is
+  // often the beginning of a dialogue with another program, which is not to be held up by it.
+  void ShowLists();
+  [[nodiscard]] bool lists_wait() const;
 
   // The window's handle; nullptr when there is none.
   [[nodiscard]] void* Handle(WindowId id) const;

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,7 @@ constexpr char kTitle[] = "SdrStandin";
 constexpr int kExitUsage = 2;
 constexpr int kExitDied = 3;
 constexpr DWORD kLongestWaitMs = 1000;
+constexpr DWORD kListDelayMs = 150;
 // While a window is dragged or a menu is open only timer messages come.
 constexpr UINT kTimerMs = 20;
 
@@ -127,8 +129,23 @@ class Program {
     DispatchMessageA(&message);
   }
 
+  // How long until the list boxes are to be shown; they are when that is now.
+  std::int64_t ShowListsWhenDue() {
+    if (closed_ || !mirror_->lists_wait()) {
+      lists_wait_since_ms_.reset();
+      return kLongestWaitMs;
+    }
+    const DWORD now_ms = timeGetTime();
+    if (!lists_wait_since_ms_) lists_wait_since_ms_ = now_ms;
+    const DWORD waited_ms = now_ms - *lists_wait_since_ms_;
+    if (waited_ms < kListDelayMs) return kListDelayMs - waited_ms;
+    mirror_->ShowLists();
+    lists_wait_since_ms_.reset();
+    return kLongestWaitMs;
+  }
+
   void Wait() {
-    std::int64_t wait = kLongestWaitMs;
+    std::int64_t wait = ShowListsWhenDue();
     if (const std::optional<std::int64_t> due = model_.NextDueMs()) {
       const int speed = model_.options().speed;
       wait = std::clamp<std::int64_t>((*due - NowMs() + speed - 1) / speed, 0, wait);
@@ -161,6 +178,7 @@ class Program {
 
   DWORD start_ms_;
   bool advancing_ = false;
+  std::optional<DWORD> lists_wait_since_ms_;
   bool closed_ = false;
   bool sound_failed_ = false;
   std::int64_t hang_ms_ = 0;
