@@ -46,5 +46,6 @@ function(corvane_test name)
     # Optimising the checks themselves under the sanitizers doubles the build and gains nothing.
     target_compile_options(${name} PRIVATE -O0)
   endif()
+  target_precompile_headers(${name} REUSE_FROM corvane_test_headers)
   add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 endfunction()

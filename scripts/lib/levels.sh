@@ -1,8 +1,7 @@
 # The levels of the tests. A program that was not built is a failure, never a skipped step.
 
-# How long each fuzz target runs, and how long one desktop case may take, in seconds.
+# How long each fuzz target runs, and how long one test program may take, in seconds.
 FUZZ_SECONDS=${FUZZ_SECONDS:-8}
-DESKTOP_CASE_LIMIT=${DESKTOP_CASE_LIMIT:-240}
 PROGRAM_LIMIT=900
 
 level_lint() { run_one lint python3 scripts/lint.py; }
@@ -65,88 +64,6 @@ level_contract() {
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win.exe"
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci.exe"
   run_under_wine contract "$BUILD/mingw/tests/desktop/ui_window_test.exe"
-}
-
-# Each case runs in a process of its own: one that fails or hangs spoils no other.
-level_desktop() {
-  rm -rf "$LOGS/desktop"
-  mkdir -p "$LOGS/desktop"
-  local program tests filter found= cases name
-  if ! (build_programs && configure_and_build mingw desktop_test persistence_test screenshot); then
-    fail "desktop: build"
-    return
-  fi
-  if ! prepare_wine; then
-    fail "desktop: surroundings"
-    return
-  fi
-  filter=${DESKTOP_FILTER:-*}
-  if ! mount_small_disk; then
-    say "no small disk can be mounted here: the cases of a full disk are left out"
-    case $filter in
-      *-*) filter="$filter:FullDiskTest.*" ;;
-      *) filter="$filter-FullDiskTest.*" ;;
-    esac
-  fi
-  for program in desktop_test persistence_test; do
-    tests=$BUILD/mingw/tests/desktop/$program.exe
-    cases=$(wine_here "$tests" --gtest_list_tests "--gtest_filter=$filter" 2>/dev/null |
-      tr -d '\r' | awk '/^[^ ]/ {suite = $1} /^  / {print suite $1}')
-    for name in $cases; do
-      found=yes
-      run_desktop_case "$tests" "$name"
-    done
-  done
-  [ -n "$found" ] || fail "desktop: no case found"
-}
-
-# A file system with hardly more room than the program needs, for the cases that fill it. Only root
-# can mount one, and not in every container.
-mount_small_disk() {
-  local folder=$BUILD/small-disk
-  mkdir -p "$folder"
-  if ! mountpoint -q "$folder"; then
-    mount -t tmpfs -o size=16m corvane-small-disk "$folder" 2>/dev/null || return 1
-    at_exit "umount -l '$folder' 2>/dev/null"
-  fi
-  CORVANE_SMALL_DISK=$(windows_path "$folder")
-  export CORVANE_SMALL_DISK
-}
-
-# run_limited NAME PROGRAM ARGUMENTS...: ends it after the limit, with a picture of the screen taken
-# before: once it is gone its windows are gone too.
-run_limited() {
-  local name=$1 program
-  shift
-  "$WINELOADER" "$@" &
-  program=$!
-  (
-    for _ in $(seq "$DESKTOP_CASE_LIMIT"); do
-      sleep 1
-      kill -0 "$program" 2>/dev/null || exit 0
-    done
-    echo "ended after $DESKTOP_CASE_LIMIT s"
-    timeout 20 "$WINELOADER" "$BUILD/mingw/tests/desktop/screenshot.exe" \
-      "$(windows_path "$LOGS/desktop/$name.png")" || echo "no picture could be taken"
-    kill -KILL "$program"
-  ) &
-  wait "$program"
-}
-
-run_desktop_case() {
-  local tests=$1 name=$2 code=0 begin=$SECONDS
-  CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") \
-    CORVANE_PICTURES=$(windows_path "$LOGS/desktop") \
-    GTEST_OUTPUT="xml:$(windows_path "$LOGS/desktop/$name.xml")" \
-    run_logged "desktop/$name" run_limited "${name//\//-}" "$tests" "--gtest_filter=$name" ||
-    code=$?
-  if [ "$code" -eq 0 ] && grep -q '^\[  PASSED  \] 1 test' "$LOGS/desktop/$name.log"; then
-    pass
-    say "ok      $name ($((SECONDS - begin)) s)"
-  else
-    fail "desktop: $name"
-    say "FAILED  $name; pictures in build/logs/desktop"
-  fi
 }
 
 level_fuzz() {
