@@ -68,7 +68,7 @@ count_desktop_cases() {
   [ -n "$found" ] || [ -n "${DESKTOP_FILTER:-}" ] || fail "desktop: no case in $(basename "$1")"
 }
 
-# use_small_disk NAME: a file system with hardly more room than the program needs, for the cases that
+# use_small_disk NAME: a file system with hardly more room than the program needs for the cases that
 # fill it; and which cases are run, in CASES. Only root can mount one, and not in every container.
 use_small_disk() {
   local folder=$BUILD/$1
