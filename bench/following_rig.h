@@ -12,42 +12,18 @@
 #include <string_view>
 #include <utility>
 
-#include "core/bookkeeping.h"
-#include "core/call_context.h"
-#include "core/call_end.h"
-#include "core/call_events.h"
-#include "core/call_sequence.h"
-#include "core/call_setup.h"
-#include "core/daily_calls.h"
-#include "core/log_mode.h"
-#include "core/scanner.h"
-#include "core/watchdog.h"
+#include "tests/sim/core_parts.h"
 
 namespace corvane::rig {
 
-class NoSink : public ControlSink {
- public:
-  void Changed(const Control&, Field) override {}
-  void ListChanged(ListBox&, ListChange, std::size_t) override {}
-  void FocusWanted(const Control&) override {}
-};
-
-class NoTimer : public Timer {
- public:
-  void SetEnabled(bool enabled) override { enabled_ = enabled; }
-  [[nodiscard]] bool enabled() const override { return enabled_; }
-  [[nodiscard]] int interval_ms() const override { return 10; }
-
- private:
-  bool enabled_ = false;
-};
+using sim::SetClock;
 
 // Sleeping takes no time but moves the clock.
 class InstantLoop : public Loop {
  public:
   [[nodiscard]] std::int64_t TickMs() const override { return now_ms_; }
   std::unique_ptr<Timer> MakeTimer(int, std::function<void()>) override {
-    return std::make_unique<NoTimer>();
+    return std::make_unique<sim::NoTimer>();
   }
   void Post(EventSource, std::function<void()>) override {}
   void Sleep(int ms) override { now_ms_ += ms; }
@@ -56,19 +32,6 @@ class InstantLoop : public Loop {
 
  private:
   std::int64_t now_ms_ = 0;
-};
-
-class SetClock : public WallClock {
- public:
-  [[nodiscard]] DateTime Now() const override { return now; }
-  [[nodiscard]] std::string GeneralDate(const DateTime& time) const override {
-    return FixedGeneralDate(time);
-  }
-  [[nodiscard]] std::optional<DateTime> ParseGeneralDate(std::string_view text) const override {
-    const auto time = ParseFixedGeneralDate(text);
-    return time ? time : ParseIsoDate(text);
-  }
-  DateTime now{2026, 11, 15, 14, 23, 5};
 };
 
 // Folders are there once they are made; files are never there, and what is written is counted.
@@ -145,15 +108,23 @@ class OneLineBox : public NetworkInfoBox {
   std::int32_t completed_ = 0;
 };
 
-// Everything that a poll step touches, on network 262/1.
-class Following {
+struct Surroundings {
+  explicit Surroundings(Files* other_files) : files(other_files ? *other_files : counted) {}
+
+  CountingFiles counted;
+  Files& files;
+  InstantLoop loop;
+  SetClock clock;
+  NoDevice mci;
+  ProgramFlags flags_of_program;
+  SwallowingLink link;
+  OneLineBox box;
+};
+
+class Following : public Surroundings, public sim::CoreParts {
  public:
-  explicit Following(Files* other_files = nullptr) : files(other_files ? *other_files : counted) {
-    network.CurrentMcc = "262";
-    network.CurrentMnc = "1";
-    network.CurrentLa = "5";
-    flags.NetRemoteLinkUp = true;
-    flags.NetRemoteConnected = true;
+  explicit Following(Files* other_files = nullptr)
+      : Surroundings(other_files), CoreParts(loop, clock, files, mci, flags_of_program, link, box) {
     scanner.ScanNetworkInfo();
   }
 
@@ -162,36 +133,6 @@ class Following {
     box.Complete(std::move(line));
     scanner.ScanNetworkInfo();
   }
-
-  CountingFiles counted;
-  Files& files;
-  NoSink sink;
-  InstantLoop loop;
-  SetClock clock;
-  NoDevice mci;
-  Form1 form{sink};
-  ProgramFlags flags;
-  Presets presets;
-  NetworkIdentity network;
-  GssiTable groups;
-  SsiTable subscribers;
-  DayFolders folders{files, form, "C:\\Corvane"};
-  LogFiles logs{files, clock, form};
-  CallActivity activity{files, clock, folders, form};
-  Recorder recorder{mci, files, form, [this] { return folders.DayFolder(); }};
-  SwallowingLink link;
-  OneLineBox box;
-  CallContext context{loop,        clock,    form,    flags, presets,  network, groups,
-                      subscribers, recorder, folders, logs,  activity, link,    box};
-  CallSequence sequence;
-  Bookkeeping bookkeeping{context};
-  CallEnd call_end{context, sequence, bookkeeping};
-  DailyCalls daily{context};
-  CallSetup setup{context, sequence, bookkeeping, daily};
-  CallEvents events{context, call_end, bookkeeping};
-  Scanner scanner{context, sequence, call_end, setup, events, daily};
-  Watchdog watchdog{context, call_end};
-  LogMode log_mode{context, sequence, call_end};
 };
 
 }  // namespace corvane::rig

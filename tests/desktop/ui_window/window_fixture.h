@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,35 +11,9 @@
 #include "desktop/ui_window/real_window.h"
 #include "ui/main_form.h"
 #include "ui/main_window_win.h"
+#include "unit/ui/recording_actions.h"
 
 namespace corvane::ui_test {
-
-class RecordingActions : public Actions {
- public:
-  void StartLink() override { calls.push_back("StartLink"); }
-  void ManualRelease() override { calls.push_back("ManualRelease"); }
-  void ParkOnControlChannel() override { calls.push_back("ParkOnControlChannel"); }
-  void LogModeSwitched(bool checked) override {
-    calls.push_back(checked ? "LogMode on" : "LogMode off");
-  }
-  void CaptureSdrPosition() override { calls.push_back("CaptureSdrPosition"); }
-  void SampleCheckedColour() override { calls.push_back("SampleCheckedColour"); }
-  void SampleUnCheckedColour() override { calls.push_back("SampleUnCheckedColour"); }
-  void SaveSettings() override { calls.push_back("SaveSettings"); }
-  void AddRecOnlyGssi() override { calls.push_back("AddRecOnlyGssi"); }
-  void RemoveRecOnlyGssi() override { calls.push_back("RemoveRecOnlyGssi"); }
-  void ShowEditor() override { calls.push_back("ShowEditor"); }
-  void CloseRequested() override {
-    calls.push_back("CloseRequested");
-    if (on_close) on_close();
-  }
-  void SessionEnding() override { calls.push_back("SessionEnding"); }
-  [[nodiscard]] std::int32_t mcc() const override { return 262; }
-  [[nodiscard]] std::int32_t mnc() const override { return 1; }
-
-  std::vector<std::string> calls;
-  std::function<void()> on_close;
-};
 
 class WindowTest : public testing::Test {
  protected:

@@ -13,41 +13,15 @@
 
 #include <gtest/gtest.h>
 
-#include "core/bookkeeping.h"
-#include "core/call_context.h"
-#include "core/call_end.h"
-#include "core/call_events.h"
-#include "core/call_sequence.h"
-#include "core/call_setup.h"
-#include "core/daily_calls.h"
-#include "core/log_mode.h"
-#include "core/scanner.h"
-#include "core/watchdog.h"
+#include "sim/core_parts.h"
 
 namespace corvane {
-
-class NullSink : public ControlSink {
- public:
-  void Changed(const Control&, Field) override {}
-  void ListChanged(ListBox&, ListChange, std::size_t) override {}
-  void FocusWanted(const Control&) override {}
-};
-
-class StubTimer : public Timer {
- public:
-  void SetEnabled(bool enabled) override { enabled_ = enabled; }
-  [[nodiscard]] bool enabled() const override { return enabled_; }
-  [[nodiscard]] int interval_ms() const override { return 10; }
-
- private:
-  bool enabled_ = false;
-};
 
 class StubLoop : public Loop {
  public:
   [[nodiscard]] std::int64_t TickMs() const override { return now_ms; }
   std::unique_ptr<Timer> MakeTimer(int, std::function<void()>) override {
-    return std::make_unique<StubTimer>();
+    return std::make_unique<sim::NoTimer>();
   }
   void Post(EventSource, std::function<void()>) override {}
   void Sleep(int ms) override {
@@ -65,18 +39,6 @@ class StubLoop : public Loop {
   std::function<void()> on_wait;
   std::vector<std::string>& trace;
   explicit StubLoop(std::vector<std::string>& sent) : trace(sent) {}
-};
-
-class StubClock : public WallClock {
- public:
-  [[nodiscard]] DateTime Now() const override { return now; }
-  [[nodiscard]] std::string GeneralDate(const DateTime& time) const override {
-    return FixedGeneralDate(time);
-  }
-  [[nodiscard]] std::optional<DateTime> ParseGeneralDate(std::string_view text) const override {
-    return ParseFixedGeneralDate(text);
-  }
-  DateTime now{2026, 11, 15, 14, 23, 5};
 };
 
 class MemoryFiles : public Files {
@@ -201,15 +163,20 @@ class StubBox : public NetworkInfoBox {
   int clears = 0;
 };
 
-class CoreTest : public ::testing::Test {
+struct CoreSurroundings {
+  std::vector<std::string> trace;
+  StubLoop loop{trace};
+  sim::SetClock clock;
+  MemoryFiles files;
+  StubMci mci{trace};
+  ProgramFlags flags_of_program;
+  StubLink link{trace, loop, flags_of_program};
+  StubBox box;
+};
+
+class CoreTest : public ::testing::Test, protected CoreSurroundings, protected sim::CoreParts {
  protected:
-  CoreTest() {
-    network.CurrentMcc = "262";
-    network.CurrentMnc = "1";
-    network.CurrentLa = "5";
-    flags.NetRemoteLinkUp = true;
-    flags.NetRemoteConnected = true;
-  }
+  CoreTest() : CoreParts(loop, clock, files, mci, flags_of_program, link, box) {}
 
   // Takes what is in the box as history.
   void Prime() { scanner.ScanNetworkInfo(); }
@@ -274,36 +241,6 @@ class CoreTest : public ::testing::Test {
 
   const std::string kNow = "15/11/2026 14:23:05";
   const std::string kDay = "C:\\Corvane\\Daily\\20261115";
-
-  std::vector<std::string> trace;
-  NullSink sink;
-  StubLoop loop{trace};
-  StubClock clock;
-  MemoryFiles files;
-  StubMci mci{trace};
-  Form1 form{sink};
-  ProgramFlags flags;
-  Presets presets;
-  NetworkIdentity network;
-  GssiTable groups;
-  SsiTable subscribers;
-  DayFolders folders{files, form, "C:\\Corvane"};
-  LogFiles logs{files, clock, form};
-  CallActivity activity{files, clock, folders, form};
-  Recorder recorder{mci, files, form, [this] { return folders.DayFolder(); }};
-  StubLink link{trace, loop, flags};
-  StubBox box;
-  CallContext context{loop,        clock,    form,    flags, presets,  network, groups,
-                      subscribers, recorder, folders, logs,  activity, link,    box};
-  CallSequence sequence;
-  Bookkeeping bookkeeping{context};
-  CallEnd call_end{context, sequence, bookkeeping};
-  DailyCalls daily{context};
-  CallSetup setup{context, sequence, bookkeeping, daily};
-  CallEvents events{context, call_end, bookkeeping};
-  Scanner scanner{context, sequence, call_end, setup, events, daily};
-  Watchdog watchdog{context, call_end};
-  LogMode log_mode{context, sequence, call_end};
 };
 
 }  // namespace corvane

@@ -344,11 +344,11 @@ TEST_F(MainFormTest, ClosingAndTheEndOfTheSessionArePassedOn) {
 struct Restored {
   const char* name;
   void (*set)(Form1& form);
-  bool (*followed)(const Form1& form, const Presets& presets, const FakeActions& actions);
+  bool (*followed)(const Form1& form, const Presets& presets, const RecordingActions& actions);
 };
 using Form = const Form1&;
 using Values = const Presets&;
-using Done = const FakeActions&;
+using Done = const RecordingActions&;
 
 const Restored kRestored[] = {
     {"base frequency", [](Form1& form) { form.cboBaseFrequency.list_index = 2; },
@@ -397,7 +397,7 @@ TEST_F(MainFormTest, RestoredSettingsHaveTheirEffectsAndNoOthers) {
     sim::TraceSink sink;
     Form1 form(sink);
     Presets presets;
-    FakeActions actions;
+    RecordingActions actions;
     MainForm main_form(form, presets, flags_, *timer_, actions);
     restored.set(form);
     EXPECT_TRUE(actions.calls.empty()) << restored.name << ": setting it ran a handler";
