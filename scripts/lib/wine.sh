@@ -59,7 +59,8 @@ wineserver_here() { "$(dirname "$WINELOADER")/wineserver" "$@"; }
 
 # start_sound: a sound server with one silent output whose monitor is what programs record. Sets
 # PULSE_SERVER. Fails when there is none after a while. Without "norewinds" the output works in
-# steps of two seconds, and recordings begin that late.
+# steps of two seconds, and recordings begin that late. CORVANE_SOUND_SOURCE is the tool that takes
+# the device away and brings it back.
 start_sound() {
   local folder server tries
   folder=$(mktemp -d)
@@ -75,6 +76,9 @@ start_sound() {
   for tries in $(seq 1 100); do
     if pactl set-default-source corvane.monitor 2>/dev/null; then
       pactl set-default-sink corvane
+      cp "$ROOT/scripts/lib/sound_source.sh" "$folder/sound-source"
+      CORVANE_SOUND_SOURCE=$(windows_path "$folder/sound-source")
+      export CORVANE_SOUND_SOURCE
       return 0
     fi
     sleep 0.1

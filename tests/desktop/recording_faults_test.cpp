@@ -8,11 +8,15 @@
 #include <ctime>
 #include <fstream>
 
+#include "desktop/harness/small_disk.h"
 #include "desktop/harness/sound_driver.h"
+#include "desktop/harness/sound_source.h"
 #include "desktop/recording_test.h"
 
 namespace corvane::desktop {
 namespace {
+
+using enum ControlId;
 
 constexpr int kTakenSeconds = 120;
 
@@ -122,6 +126,75 @@ TEST_F(RecordingFaults, WithoutASoundDeviceCallsAreFollowedOn) {
   }
   BeginRecording();
   ExpectNextIsGood(40);
+}
+
+// As when other programs have every device: there are some, and none can be opened.
+TEST_F(RecordingFaults, ADeviceThatCannotBeOpenedIsReportedAndCallsAreFollowedOn) {
+  SoundSource source;
+  BeginRecording();
+  ASSERT_TRUE(source.Take()) << "the sound source cannot be taken away here";
+  (void)RecordCall(41, 9001, 2);
+  EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (stop)"), 1);
+  (void)RecordCall(42, 9005, 2);
+  EXPECT_TRUE(Corvane().InCallLog("Call ID: 42 - VC D-Released"));
+  EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (stop)"), 2);
+  for (const auto& file : Recordings()) {
+    EXPECT_LE(std::filesystem::file_size(file), 44u) << file.filename();
+  }
+  ASSERT_TRUE(source.Bring());
+  ExpectNextIsGood(43);
+}
+
+TEST_F(RecordingFaults, ADeviceThatIsTakenAwayInMidRecordingHoldsNothingUp) {
+  SoundSource source;
+  BeginRecording();
+  RecordedCall call = BeginRecordedCall(44, 9001);
+  AwaitTicks(3);
+  ASSERT_TRUE(source.Take()) << "the sound source cannot be taken away here";
+  Do("release id=44");
+  AwaitStopped(call);
+  AwaitInStatusLog("rror");
+  (void)RecordCall(45, 9005, 2);
+  EXPECT_TRUE(Corvane().InCallLog("Call ID: 45 - VC D-Released"));
+  Close(Corvane().Window());
+  ASSERT_EQ(Corvane().TheProcess().WaitForExit(kGenerousLimit_ms), 0u);
+  Sdr().Kill();
+  ASSERT_TRUE(source.Bring());
+  BeginRecording();
+  ExpectNextIsGood(46);
+}
+
+// The disk comes before the program folder that lies on it.
+class RecordingFullDisk : private SmallDisk, public RecordingFaults {
+ protected:
+  // The stand-in's log has no room either: only Corvane's window tells.
+  void CallWithoutRoom(int call_id) {
+    const std::string id = std::to_string(call_id);
+    Do("call id=" + id + " group=9005 party=5010 carrier=2610 slot=2");
+    Await("call " + id, [&] { return Corvane().Caption(lblCallID) == id; });
+    (void)WaitFor([] { return false; }, kVoice_ms);
+    Do("release id=" + id);
+    Await("the end of call " + id, [this] { return Corvane().Caption(lblCallID).empty(); });
+  }
+  using SmallDisk::Fill;
+  using SmallDisk::Free;
+
+  static constexpr int kVoice_ms = 1500;
+};
+
+TEST_F(RecordingFullDisk, IsReportedCallsAreFollowedOnAndTheNextRecordingIsGood) {
+  BeginRecording();
+  ExpectHeard(RecordCall(47, 9001, 2));
+  Fill();
+  CallWithoutRoom(48);
+  AwaitInStatusLog("Error saving recording [");
+  EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (save)"), 1);
+  CallWithoutRoom(49);
+  Await("the second report",
+        [this] { return CountContaining(Corvane().StatusLog(), "Error saving recording [") == 2; });
+  EXPECT_EQ(Recordings("_48_9005.wav").size() + Recordings("_49_9005.wav").size(), 0u);
+  Free();
+  ExpectNextIsGood(50);
 }
 
 }  // namespace

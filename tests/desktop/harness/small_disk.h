@@ -1,0 +1,25 @@
+// A disk that can be filled. CORVANE_SMALL_DISK names a folder on a file system of a few megabytes;
+// without it, or on a larger one, the cases that want it fail.
+#pragma once
+
+#include <filesystem>
+
+namespace corvane::desktop {
+
+class SmallDisk {
+ public:
+  // New program folders lie on the disk from here on.
+  SmallDisk();
+  ~SmallDisk();
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
+
+  // Not one byte is left.
+  void Fill() const;
+  void Free() const;
+
+ private:
+  std::filesystem::path filler_;
+};
+
+}  // namespace corvane::desktop
