@@ -12,7 +12,7 @@ namespace {
 
 // Blanks at the end of the widest line stay clear of the list's edge.
 constexpr int kExtentMargin = 8;
-// More lines than a log holds need not be kept back: what is behind them is gone already.
+// A burst longer than a log is shown in pieces.
 constexpr std::size_t kMostWaiting = 2000;
 
 HWND Handle(const ChildWindow& child) {
