@@ -1,195 +1,163 @@
-// Command strings to winmm, which runs them on a thread of ours.
+// Hands commands to a thread and waits for it within the limits.
 #include "record/mci_win.h"
 
 #include <windows.h>
 
 #include <mmsystem.h>
-#include <tlhelp32.h>
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstring>
-#include <string>
 #include <utility>
 #include <vector>
+
+#include "record/wave_device_win.h"
 
 namespace corvane {
 
 namespace {
 
-constexpr unsigned kLargestReply = 64 * 1024;
 constexpr unsigned kErrorTextLength = 1024;
+constexpr DWORD kEndLimit_ms = 1000;
+// Each hanging command keeps a thread. With so many of them there is no more recording.
+constexpr std::size_t kMostHanging = 16;
 
-// A foreign fault: under Wine "stop" comes back while the thread that recorded still works with the
-// device, and a "close" that follows takes it away from under that thread: sooner or later the
-// program ends there. So that thread's end is waited for.
-constexpr DWORD kThreadEndLimitMs = 2000;
-constexpr LONG kQueryStartAddress = 9;
-
-using QueryThread = LONG(WINAPI*)(HANDLE, LONG, void*, ULONG, ULONG*);
-
-bool RunsIn(HANDLE thread, HMODULE module, QueryThread query) {
-  void* start = nullptr;
-  HMODULE owner = nullptr;
-  return query(thread, kQueryStartAddress, &start, sizeof start, nullptr) >= 0 &&
-         GetModuleHandleExA(
-             GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-             static_cast<LPCSTR>(start), &owner) != 0 &&
-         owner == module;
-}
-
-// Waits for each thread of this program that began in `module`.
-void AwaitThreadsOf(HMODULE module, QueryThread query) {
-  const HANDLE threads = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-  if (threads == INVALID_HANDLE_VALUE) return;
-  THREADENTRY32 entry{};
-  entry.dwSize = sizeof entry;
-  for (BOOL more = Thread32First(threads, &entry); more; more = Thread32Next(threads, &entry)) {
-    if (entry.th32OwnerProcessID != GetCurrentProcessId()) continue;
-    const HANDLE thread =
-        OpenThread(SYNCHRONIZE | THREAD_QUERY_INFORMATION, FALSE, entry.th32ThreadID);
-    if (thread == nullptr) continue;
-    if (RunsIn(thread, module, query)) WaitForSingleObject(thread, kThreadEndLimitMs);
-    CloseHandle(thread);
+// One thread's commands, one at a time. Shared with the thread, which may outlast its owner.
+struct Orders {
+  Orders() = default;
+  Orders(const Orders&) = delete;
+  Orders& operator=(const Orders&) = delete;
+  ~Orders() {
+    CloseHandle(given);
+    CloseHandle(done);
   }
-  CloseHandle(threads);
+
+  const HANDLE given = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  const HANDLE done = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  std::atomic<bool> end = false;
+  std::string command;  // these three belong to the thread from `given` to `done`
+  unsigned reply_length = 0;
+  Mci::Reply reply;
+};
+
+DWORD WINAPI CarryOut(void* argument) {
+  const std::unique_ptr<std::shared_ptr<Orders>> owned(
+      static_cast<std::shared_ptr<Orders>*>(argument));
+  Orders& orders = **owned;
+  WaveDevice device;
+  for (;;) {
+    if (WaitForSingleObject(orders.given, INFINITE) != WAIT_OBJECT_0 || orders.end) return 0;
+    orders.reply = device.Send(orders.command, orders.reply_length);
+    SetEvent(orders.done);
+  }
 }
 
-bool UnderWine() {
-  const HMODULE ntdll = GetModuleHandleA("ntdll.dll");
-  return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
-}
+// Devices of this program that hang. The system keeps their aliases, and its "close all" would wait
+// for them.
+unsigned given_up = 0;
 
-// Another foreign fault: under Wine "record" succeeds whether or not a device can be opened, and
-// the recording then ends by itself, unheard of. So "record" is refused where there is no device at
-// all, and "stop" where nothing was being recorded any more.
-bool HasEnded(const std::string& alias) {
-  std::array<char, 32> mode{};
-  const std::string question = "status " + alias + " mode";
-  return mciSendStringA(question.c_str(), mode.data(), static_cast<UINT>(mode.size()), nullptr) ==
-             0 &&
-         std::strcmp(mode.data(), "stopped") == 0;
-}
-
-// Up to the zero byte, or all of it.
-std::string Text(const char* buffer, std::size_t size) {
-  return std::string(buffer, strnlen(buffer, size));
+bool IsOver(HANDLE thread) {
+  return WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
 }
 
 }  // namespace
 
-// Takes one command after the other. Who gives them and the thread that carries them out own the
-// command and its reply in turns, which the two events hand over.
-class MciWin::Clerk {
+class MciWin::Impl {
  public:
-  Clerk()
-      : asked_(CreateEventA(nullptr, FALSE, FALSE, nullptr)),
-        answered_(CreateEventA(nullptr, FALSE, FALSE, nullptr)),
-        thread_(CreateThread(nullptr, 0, Run, this, 0, nullptr)) {}
-  ~Clerk() {
+  ~Impl() {
     if (thread_ != nullptr) {
-      ended_ = true;
-      SetEvent(asked_);
-      WaitForSingleObject(thread_, INFINITE);
+      LetGo();
+      WaitForSingleObject(thread_, kEndLimit_ms);
       CloseHandle(thread_);
     }
-    CloseHandle(asked_);
-    CloseHandle(answered_);
-  }
-  Clerk(const Clerk&) = delete;
-  Clerk& operator=(const Clerk&) = delete;
-
-  Reply Do(const std::string& command, unsigned reply_length) {
-    if (thread_ == nullptr || Stuck()) return {MCIERR_DEVICE_NOT_READY, {}};
-    command_ = command;
-    reply_length_ = reply_length;
-    SetEvent(asked_);
-    const DWORD limit_ms = command.starts_with("save ") ? kSaveLimitMs : kAnswerLimitMs;
-    if (WaitForSingleObject(answered_, limit_ms) == WAIT_OBJECT_0) return std::move(reply_);
-    unanswered_ = true;
-    return {MCIERR_DEVICE_NOT_READY, {}};
+    for (const HANDLE thread : hanging_) CloseHandle(thread);
   }
 
-  // True while a command is still under way that was given up.
-  [[nodiscard]] bool Stuck() {
-    if (unanswered_ && WaitForSingleObject(answered_, 0) == WAIT_OBJECT_0) unanswered_ = false;
-    return unanswered_;
+  Reply Send(const std::string& command, unsigned reply_length) {
+    if (!HasThread()) return Failed();
+    if (command.starts_with("open ")) alias_ = AliasIn(command);
+    orders_->command = ForThisThread(command);
+    if (orders_->command.empty()) return {};
+    orders_->reply_length = reply_length;
+    SetEvent(orders_->given);
+    const DWORD limit_ms = command.starts_with("save ") ? kLongestSave_ms : kLongestCommand_ms;
+    if (WaitForSingleObject(orders_->done, limit_ms) == WAIT_OBJECT_0) {
+      return std::move(orders_->reply);
+    }
+    GiveUp();
+    return Failed();
   }
 
  private:
-  static DWORD WINAPI Run(void* clerk) {
-    auto& self = *static_cast<Clerk*>(clerk);
-    while (WaitForSingleObject(self.asked_, INFINITE) == WAIT_OBJECT_0 && !self.ended_) {
-      self.reply_ = self.CarryOut();
-      SetEvent(self.answered_);
-    }
-    return 0;
+  static Reply Failed() { return {MCIERR_HARDWARE, {}}; }
+
+  bool HasThread() {
+    if (thread_ != nullptr) return true;
+    std::erase_if(hanging_, [](HANDLE thread) {
+      const bool over = IsOver(thread);
+      if (over) CloseHandle(thread);
+      return over;
+    });
+    if (hanging_.size() >= kMostHanging) return false;
+    sign_ = given_up == 0 ? "" : std::to_string(given_up);
+    orders_ = std::make_shared<Orders>();
+    if (orders_->given == nullptr || orders_->done == nullptr) return false;
+    auto argument = std::make_unique<std::shared_ptr<Orders>>(orders_);
+    thread_ = CreateThread(nullptr, 0, CarryOut, argument.get(), 0, nullptr);
+    if (thread_ != nullptr) (void)argument.release();
+    return thread_ != nullptr;
   }
 
-  Reply CarryOut();
-  void KeepWaveDriver();
-  void AwaitRecordingThread() const;
+  void LetGo() {
+    orders_->end = true;
+    SetEvent(orders_->given);
+  }
 
-  HANDLE asked_;
-  HANDLE answered_;
-  bool ended_ = false;
-  bool unanswered_ = false;
-  std::string command_;
-  unsigned reply_length_ = 0;
-  Reply reply_;
-  HMODULE wave_driver_ = nullptr;
-  HANDLE thread_;  // begins when all else is there
+  void GiveUp() {
+    LetGo();
+    hanging_.push_back(std::exchange(thread_, nullptr));
+    ++given_up;
+    alias_.clear();
+  }
+
+  static std::string::size_type AliasAt(const std::string& command) {
+    constexpr std::string_view kBefore = " Alias ";
+    const std::size_t at = command.find(kBefore);
+    return at == std::string::npos ? command.size() : at + kBefore.size();
+  }
+  static std::string AliasIn(const std::string& command) {
+    return command.substr(AliasAt(command));
+  }
+
+  // "": there is nothing to do.
+  [[nodiscard]] std::string ForThisThread(const std::string& command) const {
+    if (given_up == 0) return command;
+    if (command == "close all") return alias_.empty() ? "" : "close " + alias_ + sign_;
+    const std::size_t begin =
+        command.starts_with("open ") ? AliasAt(command) : command.find(' ') + 1;
+    std::string own = command;
+    return own.insert(std::min(command.find(' ', begin), command.size()), sign_);
+  }
+
+  std::shared_ptr<Orders> orders_;
+  HANDLE thread_ = nullptr;
+  std::vector<HANDLE> hanging_;
+  std::string sign_;   // makes an alias of this thread another one than those that hang
+  std::string alias_;  // as the caller named it; "" before the first "open"
 };
 
-Mci::Reply MciWin::Clerk::CarryOut() {
-  const bool stop = command_.starts_with("stop ");
-  const bool record = command_.starts_with("record ");
-  if (command_.starts_with("open ") || record) KeepWaveDriver();
-  const bool ended_before =
-      stop && UnderWine() && HasEnded(command_.substr(command_.find(' ') + 1));
-  Reply reply;
-  const unsigned length = std::min(reply_length_, kLargestReply);
-  std::vector<char> buffer(length, '\0');
-  reply.error =
-      mciSendStringA(command_.c_str(), length == 0 ? nullptr : buffer.data(), length, nullptr);
-  if (reply.error == 0) reply.text = Text(buffer.data(), buffer.size());
-  if (stop) AwaitRecordingThread();
-  if (reply.error == 0 && ended_before) reply.error = MCIERR_WAVE_INPUTSINUSE;
-  if (reply.error == 0 && record && waveInGetNumDevs() == 0) {
-    reply.error = MCIERR_WAVE_INPUTSUNSUITABLE;
-  }
-  return reply;
-}
-
-// Where the driver is unloaded at "close", its recording thread may still be running in it.
-void MciWin::Clerk::KeepWaveDriver() {
-  if (wave_driver_ != nullptr) return;
-  wave_driver_ = LoadLibraryExA("mciwave.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-}
-
-void MciWin::Clerk::AwaitRecordingThread() const {
-  if (wave_driver_ == nullptr || !UnderWine()) return;
-  const auto query = reinterpret_cast<QueryThread>(reinterpret_cast<void*>(
-      GetProcAddress(GetModuleHandleA("ntdll.dll"), "NtQueryInformationThread")));
-  if (query != nullptr) AwaitThreadsOf(wave_driver_, query);
-}
-
-MciWin::MciWin() = default;
-
-MciWin::~MciWin() {
-  // Its thread still uses it, and goes with the program.
-  if (clerk_ != nullptr && clerk_->Stuck()) (void)clerk_.release();
-}
+MciWin::MciWin() : impl_(std::make_unique<Impl>()) {}
+MciWin::~MciWin() = default;
 
 Mci::Reply MciWin::Send(const std::string& command, unsigned reply_length) {
-  if (clerk_ == nullptr) clerk_ = std::make_unique<Clerk>();
-  return clerk_->Do(command, reply_length);
+  return impl_->Send(command, reply_length);
 }
 
 std::string MciWin::ErrorText(unsigned error) {
   std::array<char, kErrorTextLength> buffer{};
   if (mciGetErrorStringA(error, buffer.data(), kErrorTextLength) == 0) return {};
-  return Text(buffer.data(), buffer.size());
+  return {buffer.data(), strnlen(buffer.data(), buffer.size())};
 }
 
 }  // namespace corvane

@@ -1,7 +1,8 @@
 // The system's media control interface.
 //
-// Its commands run on one thread of their own, because one that never comes back (a device that was
-// taken away in the middle of a recording) must not stop the program.
+// Its commands are carried out by a thread of its own, because a sound device that was taken away
+// may never answer: a command is waited for within a limit, and then counts as failed. What hangs
+// is left behind, and the next commands go to a new thread, for which no device is open yet.
 #pragma once
 
 #include <memory>
@@ -12,20 +13,22 @@ namespace corvane {
 
 class MciWin : public Mci {
  public:
-  // A command that is not answered within its limit has failed; until it is answered after all,
-  // every further one fails at once.
-  static constexpr unsigned kAnswerLimitMs = 5'000;
-  static constexpr unsigned kSaveLimitMs = 60'000;  // copies the whole recording
+  // The longest that Send waits: "save" may have to copy hours of sound, and all else takes no
+  // longer than the device needs for its next piece of sound.
+  static constexpr int kLongestSave_ms = 60'000;
+  static constexpr int kLongestCommand_ms = 3'000;
 
   MciWin();
   ~MciWin() override;
+  MciWin(const MciWin&) = delete;
+  MciWin& operator=(const MciWin&) = delete;
 
   Reply Send(const std::string& command, unsigned reply_length) override;
   [[nodiscard]] std::string ErrorText(unsigned error) override;
 
  private:
-  class Clerk;
-  std::unique_ptr<Clerk> clerk_;
+  class Impl;
+  std::unique_ptr<Impl> impl_;
 };
 
 }  // namespace corvane

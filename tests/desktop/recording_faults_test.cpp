@@ -8,6 +8,7 @@
 #include <ctime>
 #include <fstream>
 
+#include "desktop/harness/busy_source.h"
 #include "desktop/harness/small_disk.h"
 #include "desktop/harness/sound_driver.h"
 #include "desktop/harness/sound_source.h"
@@ -35,6 +36,20 @@ class RecordingFaults : public RecordingTest {
     ExpectHeard(RecordCall(call_id, 9013, 3));
     EXPECT_EQ(Unnamed(), 0);
     EXPECT_EQ(Errors(), errors);
+  }
+  // Both are followed, each is reported once, and no sound is kept.
+  void ExpectTwoCallsUnrecorded(int first_id) {
+    const int before = CountContaining(Corvane().StatusLog(), " Error (record)");
+    const int errors = Errors();
+    for (int number = 0; number < 2; ++number) {
+      const RecordedCall call = RecordCall(first_id + number, 9005 + 4 * number, 2);
+      AwaitInCallLog("Call ID: " + std::to_string(call.id) + " - VC D-Released");
+      Await("the file", [&] { return Recordings(EndingOf(call)).size() == 1; });
+      EXPECT_LE(std::filesystem::file_size(Recordings(EndingOf(call)).front()), 44u);
+    }
+    EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (record)"), before + 2);
+    EXPECT_EQ(Errors(), errors + 2);
+    EXPECT_EQ(Unnamed(), 0);
   }
 };
 
@@ -128,19 +143,22 @@ TEST_F(RecordingFaults, WithoutASoundDeviceCallsAreFollowedOn) {
   ExpectNextIsGood(40);
 }
 
-// As when other programs have every device: there are some, and none can be opened.
+TEST_F(RecordingFaults, ADeviceThatOthersKeepBusyIsReportedAndCallsAreFollowedOn) {
+  BeginRecording();
+  ExpectHeard(RecordCall(61, 9001, 2));
+  {
+    const BusySource others;
+    ASSERT_TRUE(others.Works()) << "the sound source takes any number of recordings here";
+    ExpectTwoCallsUnrecorded(62);
+  }
+  ExpectNextIsGood(64);
+}
+
 TEST_F(RecordingFaults, ADeviceThatCannotBeOpenedIsReportedAndCallsAreFollowedOn) {
   SoundSource source;
   BeginRecording();
   ASSERT_TRUE(source.Take()) << "the sound source cannot be taken away here";
-  (void)RecordCall(41, 9001, 2);
-  EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (stop)"), 1);
-  (void)RecordCall(42, 9005, 2);
-  EXPECT_TRUE(Corvane().InCallLog("Call ID: 42 - VC D-Released"));
-  EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (stop)"), 2);
-  for (const auto& file : Recordings()) {
-    EXPECT_LE(std::filesystem::file_size(file), 44u) << file.filename();
-  }
+  ExpectTwoCallsUnrecorded(41);
   ASSERT_TRUE(source.Bring());
   ExpectNextIsGood(43);
 }
@@ -154,14 +172,16 @@ TEST_F(RecordingFaults, ADeviceThatIsTakenAwayInMidRecordingHoldsNothingUp) {
   Do("release id=44");
   AwaitStopped(call);
   AwaitInStatusLog("rror");
-  (void)RecordCall(45, 9005, 2);
-  EXPECT_TRUE(Corvane().InCallLog("Call ID: 45 - VC D-Released"));
-  Close(Corvane().Window());
-  ASSERT_EQ(Corvane().TheProcess().WaitForExit(kGenerousLimit_ms), 0u);
-  Sdr().Kill();
+  EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (stop)"), 1);
+  ExpectTwoCallsUnrecorded(45);
   ASSERT_TRUE(source.Bring());
-  BeginRecording();
-  ExpectNextIsGood(46);
+  // The stand-in's tone went with its device; Corvane runs on.
+  Sdr().Kill();
+  StartSdr();
+  AwaitScanning();
+  ExpectNextIsGood(47);
+  Close(Corvane().Window());
+  EXPECT_EQ(Corvane().TheProcess().WaitForExit(kGenerousLimit_ms), 0u);
 }
 
 // The disk comes before the program folder that lies on it.
@@ -184,17 +204,33 @@ class RecordingFullDisk : private SmallDisk, public RecordingFaults {
 
 TEST_F(RecordingFullDisk, IsReportedCallsAreFollowedOnAndTheNextRecordingIsGood) {
   BeginRecording();
-  ExpectHeard(RecordCall(47, 9001, 2));
+  ExpectHeard(RecordCall(48, 9001, 2));
   Fill();
-  CallWithoutRoom(48);
+  CallWithoutRoom(49);
   AwaitInStatusLog("Error saving recording [");
   EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (save)"), 1);
-  CallWithoutRoom(49);
+  CallWithoutRoom(50);
   Await("the second report",
         [this] { return CountContaining(Corvane().StatusLog(), "Error saving recording [") == 2; });
-  EXPECT_EQ(Recordings("_48_9005.wav").size() + Recordings("_49_9005.wav").size(), 0u);
+  EXPECT_EQ(Recordings("_49_9005.wav").size() + Recordings("_50_9005.wav").size(), 0u);
   Free();
-  ExpectNextIsGood(50);
+  ExpectNextIsGood(51);
+}
+
+TEST_F(RecordingFullDisk, BecomesFullInMidRecordingWhichIsReported) {
+  BeginRecording();
+  RecordedCall call = BeginRecordedCall(52, 9001);
+  AwaitTicks(3);
+  Fill();
+  (void)WaitFor([] { return false; }, kVoice_ms);
+  Do("release id=52");
+  Await("the end of the call", [this] { return Corvane().Caption(lblCallID).empty(); });
+  AwaitInStatusLog(" Error (save)");
+  EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (save)"), 1);
+  EXPECT_EQ(Recordings(EndingOf(call)).size(), 1u) << "what there was room for is kept";
+  EXPECT_EQ(Unnamed(), 0);
+  Free();
+  ExpectNextIsGood(53);
 }
 
 }  // namespace

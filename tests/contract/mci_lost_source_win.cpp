@@ -1,0 +1,77 @@
+// The source of sound is taken away while the real device records: nothing waits for it for ever,
+// and what is recorded next is good.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "contract/factories.h"
+#include "desktop/harness/sound_source.h"
+#include "record/mci_win.h"
+
+namespace corvane::contract {
+namespace {
+
+constexpr unsigned kReplyLength = 1024;
+constexpr int kMargin_ms = 1000;
+
+class MciLostSource : public ::testing::Test {
+ protected:
+  [[nodiscard]] unsigned Send(const std::string& command) {
+    return mci_.Send(command, kReplyLength).error;
+  }
+  void Begin() {
+    mci_.Send("close all", 0);
+    for (const char* command :
+         {"open new Type waveaudio Alias recsound", "set recsound format tag pcm",
+          "set recsound channels 1", "set recsound samplespersec 22050",
+          "set recsound bitspersample 16", "set recsound alignment 2", "record recsound"}) {
+      const unsigned error = Send(command);
+      EXPECT_EQ(error, 0U) << command << ": " << mci_.ErrorText(error);
+    }
+  }
+  // -> what "save" answered.
+  unsigned End() {
+    const unsigned saved = Send("save recsound \"" + path_ + "\"");
+    (void)Send("close recsound");
+    mci_.Send("close all", 0);
+    return saved;
+  }
+
+  std::unique_ptr<MciUnderTest> world_ = MakeMci();
+  Mci& mci_ = world_->mci();
+  const std::string path_ = world_->folder() + "\\newTmp.wav";
+};
+
+TEST_F(MciLostSource, IsGivenUpWithinTheLimitAndTheNextRecordingIsGood) {
+  for (int round = 1; round <= 2; ++round) {
+    SCOPED_TRACE(round);
+    Begin();
+    world_->Pass(1000);
+    desktop::SoundSource source;
+    ASSERT_TRUE(source.Take()) << "the sound source cannot be taken away here";
+    world_->Pass(1000);
+    const auto begin = std::chrono::steady_clock::now();
+    const unsigned stopped = Send("stop recsound");
+    EXPECT_NE(stopped, 0U);
+    EXPECT_NE(mci_.ErrorText(stopped), "");
+    EXPECT_NE(End(), 0U);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin,
+              std::chrono::milliseconds(MciWin::kLongestCommand_ms + kMargin_ms));
+    std::string wav;
+    EXPECT_NE(world_->files().ReadAll(path_, wav), kFileOk) << "a file is left";
+
+    ASSERT_TRUE(source.Bring());
+    Begin();
+    world_->Pass(2000);
+    EXPECT_EQ(Send("stop recsound"), 0U);
+    EXPECT_EQ(End(), 0U);
+    ASSERT_EQ(world_->files().ReadAll(path_, wav), kFileOk);
+    EXPECT_GT(wav.size(), 44U + 44100U);
+    EXPECT_EQ(world_->files().Delete(path_), kFileOk);
+  }
+}
+
+}  // namespace
+}  // namespace corvane::contract
