@@ -76,8 +76,11 @@ std::vector<std::string> SetUpCommands() {
           ExeCommand("Start")};
 }
 
-CallTest::CallTest(const std::filesystem::path& folder_name)
-    : folder_(folder_name), corvane_(folder_.Path()), sdr_(folder_.Outer()) {}
+CallTest::CallTest(const std::filesystem::path& folder_name,
+                   const std::filesystem::path& standin_folder)
+    : folder_(folder_name),
+      corvane_(folder_.Path()),
+      sdr_(standin_folder.empty() ? folder_.Outer() : standin_folder) {}
 
 void CallTest::TearDown() {
   if (!HasFailure()) return;

@@ -31,8 +31,10 @@ namespace corvane::desktop {
 
 class CallTest : public ::testing::Test {
  protected:
-  // With a name, the programs lie in a folder of that name.
-  explicit CallTest(const std::filesystem::path& folder_name = {});
+  // With a name, the programs lie in a folder of that name; with a folder for the stand-in, its log
+  // lies there.
+  explicit CallTest(const std::filesystem::path& folder_name = {},
+                    const std::filesystem::path& standin_folder = {});
   // On failure: what both programs show, and a picture of the screen.
   void TearDown() override;
 

@@ -17,12 +17,13 @@
 namespace corvane::desktop {
 namespace {
 
-using enum ControlId;
-
 constexpr int kTakenSeconds = 120;
 
 class RecordingFaults : public RecordingTest {
  protected:
+  explicit RecordingFaults(const std::filesystem::path& standin_folder = {})
+      : RecordingTest({}, standin_folder) {}
+
   [[nodiscard]] std::filesystem::path RecordFolder() {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(Folder().Path())) {
       if (entry.path().filename() == "Record") return entry.path();
@@ -184,35 +185,32 @@ TEST_F(RecordingFaults, ADeviceThatIsTakenAwayInMidRecordingHoldsNothingUp) {
   EXPECT_EQ(Corvane().TheProcess().WaitForExit(kGenerousLimit_ms), 0u);
 }
 
-// The disk comes before the program folder that lies on it.
-class RecordingFullDisk : private SmallDisk, public RecordingFaults {
+struct FolderElsewhere {
+  ProgramFolder elsewhere;
+};
+
+// The disk comes before the program folder that lies on it, and after the stand-in's, whose log is
+// to have room at all times.
+class RecordingFullDisk : private FolderElsewhere, private SmallDisk, public RecordingFaults {
  protected:
-  // The stand-in's log has no room either: only Corvane's window tells.
-  void CallWithoutRoom(int call_id) {
-    const std::string id = std::to_string(call_id);
-    Do("call id=" + id + " group=9005 party=5010 carrier=2610 slot=2");
-    Await("call " + id, [&] { return Corvane().Caption(lblCallID) == id; });
-    (void)WaitFor([] { return false; }, kVoice_ms);
-    Do("release id=" + id);
-    Await("the end of call " + id, [this] { return Corvane().Caption(lblCallID).empty(); });
-  }
+  RecordingFullDisk() : RecordingFaults(elsewhere.Path()) {}
+
   using SmallDisk::Fill;
   using SmallDisk::Free;
-
-  static constexpr int kVoice_ms = 1500;
 };
 
 TEST_F(RecordingFullDisk, IsReportedCallsAreFollowedOnAndTheNextRecordingIsGood) {
   BeginRecording();
   ExpectHeard(RecordCall(48, 9001, 2));
   Fill();
-  CallWithoutRoom(49);
-  AwaitInStatusLog("Error saving recording [");
-  EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (save)"), 1);
-  CallWithoutRoom(50);
-  Await("the second report",
-        [this] { return CountContaining(Corvane().StatusLog(), "Error saving recording [") == 2; });
-  EXPECT_EQ(Recordings("_49_9005.wav").size() + Recordings("_50_9005.wav").size(), 0u);
+  for (const int call_id : {49, 50}) {
+    (void)RecordCall(call_id, 9005, 2);
+    Await("the reports", [&] {
+      return CountContaining(Corvane().StatusLog(), "Error saving recording [") == call_id - 48;
+    });
+    EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (save)"), call_id - 48);
+  }
+  EXPECT_EQ(Recordings("_9005.wav").size(), 0u);
   Free();
   ExpectNextIsGood(51);
 }
@@ -222,9 +220,9 @@ TEST_F(RecordingFullDisk, BecomesFullInMidRecordingWhichIsReported) {
   RecordedCall call = BeginRecordedCall(52, 9001);
   AwaitTicks(3);
   Fill();
-  (void)WaitFor([] { return false; }, kVoice_ms);
+  AwaitTicks(5);
   Do("release id=52");
-  Await("the end of the call", [this] { return Corvane().Caption(lblCallID).empty(); });
+  AwaitStopped(call);
   AwaitInStatusLog(" Error (save)");
   EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (save)"), 1);
   EXPECT_EQ(Recordings(EndingOf(call)).size(), 1u) << "what there was room for is kept";

@@ -31,7 +31,9 @@ inline constexpr double kTolerance_s = 0.5;
 
 class RecordingTest : public CallTest {
  protected:
-  explicit RecordingTest(const std::filesystem::path& folder_name = {}) : CallTest(folder_name) {}
+  explicit RecordingTest(const std::filesystem::path& folder_name = {},
+                         const std::filesystem::path& standin_folder = {})
+      : CallTest(folder_name, standin_folder) {}
 
   // Begins with recording all calls.
   void BeginRecording(Settings settings = {});

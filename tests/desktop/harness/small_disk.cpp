@@ -12,9 +12,14 @@ namespace corvane::desktop {
 namespace {
 // A larger one would not be the disk that was made for this.
 constexpr std::uintmax_t kLargestSmallDisk = 64ULL * 1024 * 1024;
+
+void UseForTemporaryFolders(const std::filesystem::path& folder) {
+  for (const char* variable : {"TMP", "TEMP"}) _putenv_s(variable, folder.string().c_str());
+}
+
 }  // namespace
 
-SmallDisk::SmallDisk() {
+SmallDisk::SmallDisk() : usual_folder_(std::filesystem::temp_directory_path()) {
   const char* folder = std::getenv("CORVANE_SMALL_DISK");
   if (folder == nullptr) throw std::runtime_error("CORVANE_SMALL_DISK is not set");
   filler_ = std::filesystem::path(folder) / "filler";
@@ -22,11 +27,12 @@ SmallDisk::SmallDisk() {
   if (std::filesystem::space(filler_).capacity > kLargestSmallDisk) {
     throw std::runtime_error(std::string(folder) + " is no small disk");
   }
-  for (const char* variable : {"TMP", "TEMP"}) _putenv_s(variable, folder);
+  UseForTemporaryFolders(folder);
 }
 
 SmallDisk::~SmallDisk() {
   Free();
+  UseForTemporaryFolders(usual_folder_);
 }
 
 void SmallDisk::Fill() const {

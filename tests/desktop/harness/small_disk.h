@@ -8,7 +8,7 @@ namespace corvane::desktop {
 
 class SmallDisk {
  public:
-  // New program folders lie on the disk from here on.
+  // New program folders lie on the disk while this exists.
   SmallDisk();
   ~SmallDisk();
   SmallDisk(const SmallDisk&) = delete;
@@ -20,6 +20,7 @@ class SmallDisk {
 
  private:
   std::filesystem::path filler_;
+  std::filesystem::path usual_folder_;
 };
 
 }  // namespace corvane::desktop
