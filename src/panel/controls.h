@@ -28,6 +28,9 @@ class Property {
   Property& operator=(Value value);
   [[nodiscard]] const Value& get() const { return value_; }
   operator const Value&() const { return value_; }  // NOLINT: reads as the plain value
+  friend bool operator==(const Property& property, const Value& value) {
+    return property.value_ == value;
+  }
 
   // Takes over what the user did in the window, without telling the sink.
   void TakeFromUser(Value value) { value_ = std::move(value); }

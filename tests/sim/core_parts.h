@@ -18,15 +18,9 @@
 #include "core/log_mode.h"
 #include "core/scanner.h"
 #include "core/watchdog.h"
+#include "sim/no_sink.h"
 
 namespace corvane::sim {
-
-class NoSink : public ControlSink {
- public:
-  void Changed(const Control&, Field) override {}
-  void ListChanged(ListBox&, ListChange, std::size_t) override {}
-  void FocusWanted(const Control&) override {}
-};
 
 // Never ticks.
 class NoTimer : public Timer {
