@@ -1,10 +1,6 @@
 // What writing the logs adds to a poll step, on real files, and whether it grows with the files: a
 // day of LOG mode writes well over a hundred thousand lines.
-#include <cstdio>
-#include <filesystem>
-#include <memory>
 #include <string>
-#include <string_view>
 
 #include <benchmark/benchmark.h>
 
@@ -15,35 +11,6 @@ namespace corvane {
 namespace {
 
 constexpr int kMeasuredLines = 2000;
-
-// Appends to real files in a folder of its own, which goes with it.
-class AppendedFiles : public rig::CountingFiles {
- public:
-  AppendedFiles() {
-    std::string name = (std::filesystem::temp_directory_path() / "corvane-bench").string();
-    // Benchmarks run one after the other, programs perhaps not.
-    for (int number = 0;; ++number) {
-      folder_ = name + std::to_string(number);
-      if (std::filesystem::create_directory(folder_)) return;
-    }
-  }
-  ~AppendedFiles() override {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
-  [[nodiscard]] FileError Append(const std::string& path, std::string_view content) override {
-    const std::string file_name = path.substr(path.rfind('\\') + 1);
-    std::FILE* file = std::fopen((folder_ / file_name).c_str(), "ab");
-    if (file == nullptr) return kPathAccess;
-    const std::size_t written = std::fwrite(content.data(), 1, content.size(), file);
-    const bool closed = std::fclose(file) == 0;
-    if (written != content.size() || !closed) return kDiskFull;
-    return rig::CountingFiles::Append(path, content);
-  }
-
- private:
-  std::filesystem::path folder_;
-};
 
 // Each goes into the call log.
 std::string NextEvent(int number) {
@@ -61,20 +28,19 @@ std::string NextCall(int number) {
 enum class Logs { kNone, kAll };
 
 void Poll(benchmark::State& state, Logs logs, bool log_mode) {
-  AppendedFiles files;
-  rig::Following following(&files);
+  rig::Following following;
   following.form.chkCreateCcVcLog.value = logs == Logs::kAll ? 1 : 0;
   following.form.chkCreateEventLog.value = logs == Logs::kAll ? 1 : 0;
   following.form.chkCreateCallActivityCvsFile.value = log_mode ? 1 : 0;
   const auto line = log_mode ? NextCall : NextEvent;
   int number = 0;
   while (number < state.range(0)) following.Poll(line(number++));
-  files.writes = 0;
+  following.files.ResetSteps();
   for (auto _ : state) following.Poll(line(number++));
-  state.counters["writes/line"] =
-      benchmark::Counter(static_cast<double>(files.writes), benchmark::Counter::kAvgIterations);
+  const int steps = following.files.steps();
+  state.counters["steps/line"] = benchmark::Counter(steps, benchmark::Counter::kAvgIterations);
   if (following.form.lstStatusLog.count() > 1) state.SkipWithError("a log could not be written");
-  if (logs == Logs::kAll && files.writes == 0) state.SkipWithError("nothing was written");
+  if (logs == Logs::kAll && steps == 0) state.SkipWithError("nothing was written");
 }
 
 void NoLogs(benchmark::State& state) {

@@ -93,7 +93,7 @@ void TalkerOfTheCall(benchmark::State& state) {
   const auto following = Known(known, true);
   const int gssi = Spread(kLines / 2, kLines, known);
   following->Poll(SetupOf(gssi, 7, 1000000 + gssi));
-  if (!following->flags.FollowingCall) state.SkipWithError("the call is not followed");
+  if (!following->follower.FollowingCall()) state.SkipWithError("the call is not followed");
   std::vector<std::string> lines;
   for (int i = 0; i < kTalkers; ++i) {
     lines.push_back("SSI:" + std::to_string(gssi) +
@@ -124,7 +124,7 @@ void WholeCall(benchmark::State& state) {
     for (int step = 0; step < 5; ++step) following->Poll(lines[next + static_cast<unsigned>(step)]);
     next = next + 5 == lines.size() ? 0 : next + 5;
   }
-  if (following->flags.FollowingCall) state.SkipWithError("a call did not end");
+  if (following->follower.FollowingCall()) state.SkipWithError("a call did not end");
   if (following->link.commands == 0) state.SkipWithError("no call was followed");
 }
 

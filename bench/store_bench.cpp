@@ -14,6 +14,8 @@
 #include "base/number_text.h"
 #include "base/wall_clock.h"
 #include "bench/run.h"
+#include "sim/sim_clock.h"
+#include "sim/sim_loop.h"
 #include "store/group_list.h"
 #include "store/sort_keyed_lines.h"
 #include "store/subscriber_list.h"
@@ -57,16 +59,8 @@ constexpr int kExchangedLines = 5000;
 constexpr double kMegabyte = 1024.0 * 1024.0;
 constexpr double kMemoryLimitMb = 40.0;
 
-class FixedClock : public WallClock {
- public:
-  DateTime Now() const override { return {2026, 11, 15, 14, 23, 5}; }
-  std::string GeneralDate(const DateTime& time) const override { return FixedGeneralDate(time); }
-  std::optional<DateTime> ParseGeneralDate(std::string_view text) const override {
-    return ParseFixedGeneralDate(text);
-  }
-};
-
-const FixedClock kClock;
+const sim::SimLoop kLoop;
+const sim::SimClock kClock(kLoop);
 
 // Lines in no order, as after years of adding at the end.
 std::string GroupContent(int lines) {

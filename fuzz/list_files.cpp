@@ -39,7 +39,8 @@ void CheckGroups(std::string_view content) {
 }
 
 void CheckSubscribers(std::string_view content) {
-  const rig::SetClock clock;
+  const sim::SimLoop loop;
+  const sim::SimClock clock(loop);
   SsiTable table;
   if (ParseSubscriberList(content, clock, table) != kNoError) {
     Require(table.empty(), "no half-read subscribers");

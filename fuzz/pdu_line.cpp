@@ -29,10 +29,10 @@ void CheckFields(const std::string& line) {
 void CheckState(const rig::Following& following) {
   Require(following.link.last_timeslot >= 0 && following.link.last_timeslot <= 4,
           "only timeslots that exist are pressed");
-  Require(!following.sequence.running(), "no sequence is left open");
+  Require(!following.follower.InSequence(), "no sequence is left open");
   Require(following.form.lstCallLog.count() <= Scanner::kCallLogLimit + 20, "the log is bounded");
   Require(following.form.lstStatusLog.count() <= 1002, "the status log is bounded");
-  Require(!following.recorder.RecordingActive || following.flags.FollowingCall,
+  Require(!following.follower.call().RecordingActive() || following.follower.FollowingCall(),
           "nothing is recorded without a call");
 }
 
@@ -63,13 +63,13 @@ void Run(const std::string& input) {
     if (++polls > kMostLines) break;
     CheckFields(line);
     following.Poll(line);
-    following.watchdog.OnCallTick();
-    if (polls % 7 == 0) following.watchdog.ManualRelease();
-    if (polls % 3 == 0) following.watchdog.OnLockoutTick();
+    following.follower.OnWatchdogTick();
+    if (polls % 7 == 0) following.follower.ManualRelease();
+    if (polls % 3 == 0) following.follower.OnLockoutTick();
     CheckState(following);
   }
-  following.call_end.ResetCallDisplay();
-  Require(!following.flags.FollowingCall, "a reset ends the call");
+  following.follower.ResetCallDisplay();
+  Require(!following.follower.FollowingCall(), "a reset ends the call");
 }
 
 }  // namespace

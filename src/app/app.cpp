@@ -29,31 +29,25 @@ App::App(const Platform& platform, Shell& shell)
       recorder_(platform.mci, platform.files, form_, [this] { return folders_.DayFolder(); }),
       windows_(platform.windows, platform.loop),
       link_{platform.loop, platform.clock, windows_, platform.socket, form_, flags_},
-      net_remote_(link_, logs_, platform.program_folder, *this,
+      net_remote_(link_, logs_, platform.program_folder, call_follower_,
                   [this] { return tmrSaveTimed_->enabled(); }),
       network_info_(link_),
-      context_{platform.loop, platform.clock, form_,        flags_,       presets_,
-               network_,      groups_,        subscribers_, recorder_,    folders_,
-               logs_,         activity_,      net_remote_,  network_info_},
-      bookkeeping_(context_),
-      call_end_(context_, sequence_, bookkeeping_),
-      daily_(context_),
-      call_setup_(context_, sequence_, bookkeeping_, daily_),
-      call_events_(context_, call_end_, bookkeeping_),
-      scanner_(context_, sequence_, call_end_, call_setup_, call_events_, daily_),
-      watchdog_(context_, call_end_),
-      log_mode_(context_, sequence_, call_end_),
+      daily_(platform.clock, form_, folders_, logs_, activity_),
+      call_follower_({platform.loop, platform.clock, form_, flags_, presets_, network_, groups_,
+                      subscribers_, daily_, recorder_, net_remote_}),
+      scanner_(
+          {platform.clock, form_, flags_, network_info_, folders_, logs_, daily_, call_follower_}),
       discovery_(link_),
       network_info_window_(link_, discovery_),
       sdr_setup_(link_, net_remote_, network_info_window_, presets_),
-      network_watch_(link_, discovery_, network_, names_, groups_, *this),
+      network_watch_(link_, discovery_, network_, names_, groups_, call_follower_, scanner_),
       poll_cycle_(link_, {discovery_, net_remote_, network_info_window_, sdr_setup_, network_watch_,
-                          recorder_, folders_, activity_}),
+                          call_follower_, folders_, activity_}),
       checkbox_detection_(link_, presets_),
-      tmrCallWDT_(platform.loop.MakeTimer(kCallWatchdogMs,
-                                          NonReentrant([this] { watchdog_.OnCallTick(); }))),
+      tmrCallWDT_(platform.loop.MakeTimer(
+          kCallWatchdogMs, NonReentrant([this] { call_follower_.OnWatchdogTick(); }))),
       tmrTmpGssiLockout_(platform.loop.MakeTimer(
-          kLockoutTickMs, NonReentrant([this] { watchdog_.OnLockoutTick(); }))),
+          kLockoutTickMs, NonReentrant([this] { call_follower_.OnLockoutTick(); }))),
       tmrSaveTimed_(
           platform.loop.MakeTimer(kSaveTickMs, NonReentrant([this] { periodic_save_.OnTick(); }))),
       tmrShutdown_(platform.loop.MakeTimer(kShutdownTickMs,
@@ -61,7 +55,7 @@ App::App(const Platform& platform, Shell& shell)
       periodic_save_(*tmrSaveTimed_, flags_, platform.clock, form_, subscriber_list_, group_list_,
                      activity_, settings_),
       shutdown_({platform.loop, platform.prompts, *tmrSaveTimed_, *tmrShutdown_, flags_, form_,
-                 *this, *this, subscriber_list_, group_list_, activity_, settings_}),
+                 call_follower_, shell, subscriber_list_, group_list_, activity_, settings_}),
       main_form_(form_, presets_, flags_, checkbox_detection_.tmrDetectcheckbox(), *this) {}
 
 App::~App() = default;
@@ -89,7 +83,8 @@ void App::ReportException(const char* what) {
 
 App::View App::view() {
   return {flags_,
-          context_.call,
+          call_follower_.call(),
+          call_follower_.locks(),
           network_,
           groups_,
           subscribers_,
@@ -111,15 +106,19 @@ void App::StartLink() {
 }
 
 void App::ManualRelease() {
-  watchdog_.ManualRelease();
+  call_follower_.ManualRelease();
 }
 
 void App::ParkOnControlChannel() {
-  call_end_.Park();
+  call_follower_.Park();
+}
+
+void App::ToggleGroupHold() {
+  call_follower_.ToggleGroupHold();
 }
 
 void App::LogModeSwitched(bool checked) {
-  log_mode_.Switched(checked);
+  call_follower_.LogModeSwitched(checked);
 }
 
 void App::CaptureSdrPosition() {
@@ -164,33 +163,6 @@ std::int32_t App::mcc() const {
 
 std::int32_t App::mnc() const {
   return network_.mnc();
-}
-
-void App::ScanNetworkInfo() {
-  scanner_.ScanNetworkInfo();
-}
-
-void App::ResetCallDisplay() {
-  call_end_.ResetCallDisplay();
-}
-
-bool App::IsCallFollowed() const {
-  return flags_.FollowingCall;
-}
-
-void App::StopLeftoverRecording() {
-  if (!recorder_.RecordingActive) return;
-  recorder_.StopRecording();
-  recorder_.RecordingActive = false;
-  ShowRecording(form_, false);
-}
-
-void App::CloseEditor() {
-  shell_.CloseEditor();
-}
-
-void App::CloseMainWindow() {
-  shell_.CloseMainWindow();
 }
 
 }  // namespace corvane

@@ -6,16 +6,12 @@
 
 #include "app/platform.h"
 #include "app/shell.h"
-#include "core/bookkeeping.h"
-#include "core/call_context.h"
-#include "core/call_end.h"
-#include "core/call_events.h"
-#include "core/call_sequence.h"
-#include "core/call_setup.h"
+#include "app/shutdown.h"
+#include "app/start_load.h"
+#include "core/call_follower.h"
 #include "core/daily_calls.h"
-#include "core/log_mode.h"
+#include "core/ports.h"
 #include "core/scanner.h"
-#include "core/watchdog.h"
 #include "link/checkbox_detection.h"
 #include "link/discovery.h"
 #include "link/net_remote.h"
@@ -24,24 +20,20 @@
 #include "link/network_watch.h"
 #include "link/patient_windows.h"
 #include "link/poll_cycle.h"
-#include "link/ports.h"
 #include "link/sdr_setup.h"
 #include "store/group_list.h"
 #include "store/label_files.h"
 #include "store/log_files.h"
 #include "store/periodic_save.h"
-#include "store/ports.h"
 #include "store/rec_only_list.h"
 #include "store/settings_file.h"
-#include "store/shutdown.h"
-#include "store/start_load.h"
 #include "store/subscriber_list.h"
 #include "ui/actions.h"
 #include "ui/main_form.h"
 
 namespace corvane {
 
-class App : private Actions, private CallFollower, private CallControl, private WindowControl {
+class App : private Actions {
  public:
   // `platform` and `shell` outlive the program.
   App(const Platform& platform, Shell& shell);
@@ -63,7 +55,8 @@ class App : private Actions, private CallFollower, private CallControl, private 
   // The program's state as tests look at it.
   struct View {
     const ProgramFlags& flags;
-    const CallState& call;
+    const Call& call;
+    const GroupLocks& locks;
     const NetworkIdentity& network;
     const GssiTable& groups;
     const SsiTable& subscribers;
@@ -85,6 +78,7 @@ class App : private Actions, private CallFollower, private CallControl, private 
   void StartLink() override;
   void ManualRelease() override;
   void ParkOnControlChannel() override;
+  void ToggleGroupHold() override;
   void LogModeSwitched(bool checked) override;
   void CaptureSdrPosition() override;
   void SampleCheckedColour() override;
@@ -97,16 +91,6 @@ class App : private Actions, private CallFollower, private CallControl, private 
   void SessionEnding() override;
   [[nodiscard]] std::int32_t mcc() const override;
   [[nodiscard]] std::int32_t mnc() const override;
-  // CallFollower
-  void ScanNetworkInfo() override;
-  // CallFollower and CallControl
-  void ResetCallDisplay() override;
-  // CallControl
-  [[nodiscard]] bool IsCallFollowed() const override;
-  void StopLeftoverRecording() override;
-  // WindowControl
-  void CloseEditor() override;
-  void CloseMainWindow() override;
 
   Platform platform_;
   Shell& shell_;
@@ -140,16 +124,9 @@ class App : private Actions, private CallFollower, private CallControl, private 
   NetworkInfo network_info_;
 
   // Call following.
-  CallContext context_;
-  CallSequence sequence_;
-  Bookkeeping bookkeeping_;
-  CallEnd call_end_;
   DailyCalls daily_;
-  CallSetup call_setup_;
-  CallEvents call_events_;
+  CallFollower call_follower_;
   Scanner scanner_;
-  Watchdog watchdog_;
-  LogMode log_mode_;
 
   // The rest of the link, which drives call following.
   Discovery discovery_;

@@ -5,14 +5,20 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
-#include "core/call_context.h"
+#include "base/wall_clock.h"
+#include "core/call.h"
+#include "core/ports.h"
+#include "store/tables.h"
 
 namespace corvane {
 
 class Bookkeeping {
  public:
-  explicit Bookkeeping(CallContext& context) : context_(context) {}
+  Bookkeeping(const NetworkIdentity& network, GssiTable& groups, SsiTable& subscribers,
+              const WallClock& clock, Call& call)
+      : network_(network), groups_(groups), subscribers_(subscribers), clock_(clock), call_(call) {}
 
   // The index of the group's record. A group met for the first time gets one: no label, priority 0,
   // to be followed.
@@ -26,12 +32,18 @@ class Bookkeeping {
   // known subscriber's last-seen time is shown in lblSsiLastSeen; an unknown one leaves it alone.
   std::string LookupSsiLabel(std::int32_t ssi, std::int32_t gssi);
 
-  // Files every talker of the call that is ending as seen now, under the group that lblGroupNumber
-  // shows.
+  // Files every talker of the call that is ending as seen now, under its group.
   void StoreCallSubscribers();
 
  private:
-  CallContext& context_;
+  // A record of the group in the network of the moment, to be followed.
+  std::size_t AddGroup(std::int32_t gssi, std::string_view label);
+
+  const NetworkIdentity& network_;
+  GssiTable& groups_;
+  SsiTable& subscribers_;
+  const WallClock& clock_;
+  Call& call_;
 };
 
 }  // namespace corvane

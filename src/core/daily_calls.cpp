@@ -2,13 +2,10 @@
 #include "core/daily_calls.h"
 
 #include "base/number_text.h"
+#include "core/setup_decision.h"
 #include "panel/logs.h"
 
 namespace corvane {
-
-namespace {
-constexpr int kWrapDistance = 50;
-}  // namespace
 
 void DailyCalls::ChangeDay(const DateTime& now) {
   const bool same_day = now.year == current_day_.year && now.month == current_day_.month &&
@@ -20,21 +17,19 @@ void DailyCalls::ChangeDay(const DateTime& now) {
   CurrentDate = DashedDate(now);
 }
 
-bool DailyCalls::WriteCall(std::int32_t gssi, std::int16_t call_id, std::string_view status) {
-  if (call_id < LastCsvCallId - kWrapDistance) LastCsvCallId = -1;
-  if (call_id <= LastCsvCallId) return false;
+void DailyCalls::WriteCall(std::int32_t gssi, std::int16_t call_id, std::string_view status) {
+  if (!IsNewCallId(call_id, LastCsvCallId)) return;
   LastCsvCallId = call_id;
-  const std::string& folder = context_.folders.DayFolder();
-  if (folder.empty()) return true;
-  const std::string line = ClockText(context_.clock.Now()) + ";" + Decimal(gssi) + ";" +
-                           Decimal(call_id) + ";D-Setup " + std::string(status) + "\r\n";
-  context_.logs.Append(LogKind::kDailyCalls, FilePath(folder), line);
-  return true;
+  const std::string& folder = folders_.DayFolder();
+  if (folder.empty()) return;
+  const std::string line = ClockText(clock_.Now()) + ";" + Decimal(gssi) + ";" + Decimal(call_id) +
+                           ";D-Setup " + std::string(status) + "\r\n";
+  logs_.Append(LogKind::kDailyCalls, FilePath(folder), line);
 }
 
 void DailyCalls::Count(std::int32_t gssi) {
   group_call_counts_.Count(gssi);
-  context_.activity.CallActivityTable.Count(gssi);
+  activity_.CallActivityTable.Count(gssi);
 }
 
 std::string DailyCalls::FilePath(const std::string& folder) const {
@@ -42,11 +37,11 @@ std::string DailyCalls::FilePath(const std::string& folder) const {
 }
 
 void DailyCalls::WriteSummary() {
-  const std::string path = FilePath(context_.folders.FolderOf(current_day_));
-  if (context_.logs.Append(LogKind::kDailyCalls, path, CallActivityText(group_call_counts_))) {
+  const std::string path = FilePath(folders_.FolderOf(current_day_));
+  if (logs_.Append(LogKind::kDailyCalls, path, CallActivityText(group_call_counts_))) {
     return;
   }
-  AddStatusLine(context_.form, "Error saving Call Activity CVS. - " + NowText(context_.clock));
+  AddStatusLine(form_, "Error saving Call Activity CVS. - " + NowText(clock_));
 }
 
 }  // namespace corvane

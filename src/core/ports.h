@@ -5,7 +5,26 @@
 #include <optional>
 #include <string>
 
+#include "base/number_text.h"
+
 namespace corvane {
+
+// The network that the plug-in decodes at the moment: plain decimal texts, each 0 to 32767; "0"
+// when not known.
+struct NetworkIdentity {
+  std::string CurrentMcc = "0";
+  std::string CurrentMnc = "0";
+  std::string CurrentLa = "0";
+
+  [[nodiscard]] std::int32_t mcc() const { return Number(CurrentMcc); }
+  [[nodiscard]] std::int32_t mnc() const { return Number(CurrentMnc); }
+  [[nodiscard]] std::int32_t la() const { return Number(CurrentLa); }
+
+ private:
+  static std::int32_t Number(const std::string& text) {
+    return ParseDecimal<std::int32_t>(text).value_or(0);
+  }
+};
 
 // The Network Info edit box, in which the plug-in lists what it decodes.
 class NetworkInfoBox {
@@ -24,6 +43,10 @@ class NetworkInfoBox {
 };
 
 // Commands to SDR# and its plug-in.
+//
+// Nobody waits for mblnReceiving: the reply handler that raises it lets no events run, so whoever
+// looks at it from a wait finds it lowered. What is waited for is the answer to a command, before
+// the next one is sent.
 class SdrLink {
  public:
   virtual ~SdrLink() = default;
@@ -33,7 +56,11 @@ class SdrLink {
   virtual void SendNetRemoteSet(const std::string& method, const std::string& value) = 0;
   virtual void SendNetRemoteGet(const std::string& method) = 0;
 
+  // A command was sent and neither answered nor given up yet (after 200 ms).
   [[nodiscard]] virtual bool CommandUnderWay() const = 0;
+  // Waits while a command is under way, also while the program shuts down; ends early only when the
+  // socket is not connected. Socket events run inside, no others.
+  virtual void AwaitAnswer() = 0;
   // The socket's State is 7.
   [[nodiscard]] virtual bool SocketConnected() const = 0;
 

@@ -20,17 +20,17 @@ constexpr std::array kListedNames = {
 }  // namespace
 
 void Scanner::ScanNetworkInfo() {
-  if (sequence_.running() || context_.flags.mblnShuttingDown) return;
-  const std::uintptr_t box = context_.box.Identity();
+  if (around_.follower.InSequence() || around_.flags.mblnShuttingDown) return;
+  const std::uintptr_t box = around_.box.Identity();
   if (box != 0 && box != box_) ScanPrimed = false;
 
-  const std::int32_t line_count = context_.box.LineCount();
+  const std::int32_t line_count = around_.box.LineCount();
   const bool answered = line_count > 0;
   if (answered && line_count < LastLineIndex) LastLineIndex = line_count;
 
-  const DateTime now = context_.clock.Now();
-  daily_.ChangeDay(now);
-  context_.folders.CreateDayFolders(now);
+  const DateTime now = around_.clock.Now();
+  around_.daily.ChangeDay(now);
+  around_.folders.CreateDayFolders(now);
 
   std::string line;
   if (answered && !ScanPrimed) {
@@ -41,19 +41,20 @@ void Scanner::ScanNetworkInfo() {
     if (answered && line_count > LastLineIndex) line = TakeLine();
     ClearBoxWhenDue(line);
   }
-  if (!HandleLine(line)) return;
+  if (HandleLine(line) == PollStep::kEnds) return;
 
-  context_.form.lblTimeoutCountdown.caption = std::to_string(context_.call.CallTimeoutTicks);
+  around_.form.lblTimeoutCountdown.caption =
+      std::to_string(around_.follower.call().CallTimeoutTicks);
   WriteEventLog();
-  if (context_.form.lstCallLog.count() >= kCallLogLimit) {
-    context_.form.lstCallLog.Clear();
+  if (around_.form.lstCallLog.count() >= kCallLogLimit) {
+    around_.form.lstCallLog.Clear();
     EventLogNextIndex = 0;
   }
 }
 
 std::string Scanner::TakeLine() {
   // The box's last line is still being written; the one before it has just been completed.
-  std::optional<std::string> taken = context_.box.Line(LastLineIndex - 1);
+  std::optional<std::string> taken = around_.box.Line(LastLineIndex - 1);
   if (!taken) return {};
   ++LastLineIndex;
   if (IsRepeat(*taken)) return {};
@@ -68,69 +69,66 @@ bool Scanner::IsRepeat(const std::string& line) {
 }
 
 void Scanner::ClearBoxWhenDue(const std::string& line) {
-  if (!context_.form.chkCreateCallActivityCvsFile.checked()) return;
+  if (!around_.form.chkCreateCallActivityCvsFile.checked()) return;
   if (PollsSinceClear < kPollsBeforeClear) {
     ++PollsSinceClear;
     return;
   }
   if (!Contains(line, "D_Release") && !Contains(line, "D_Connect")) return;
-  context_.box.Clear();
+  around_.box.Clear();
   PollsSinceClear = 0;
-  AddStatusLineInView(context_.form,
-                      NowText(context_.clock) + " - 'Network Info' editbox has been cleared");
+  AddStatusLineInView(around_.form,
+                      NowText(around_.clock) + " - 'Network Info' editbox has been cleared");
 }
 
-// False when the poll step ends here.
-bool Scanner::HandleLine(const std::string& line) {
-  if (line.empty()) return FinishTimedOutCall();
+PollStep Scanner::HandleLine(const std::string& line) {
+  CallFollower& follower = around_.follower;
+  if (line.empty()) return follower.EndIfTimedOut();
   AppendToCcLog(line);
   if (!Contains(line, "PDU encrypted")) {
     ListLine(line);
     if (IsSetup(line)) {
-      switch (setup_.Decide(line)) {
-        case SetupOutcome::kCountedInLogMode:
-          return FinishTimedOutCall();
-        case SetupOutcome::kAbandoned:
-          return false;
-        case SetupOutcome::kDone:
-          break;
+      const SetupOutcome outcome = follower.OnSetup(line).outcome;
+      if (outcome == SetupOutcome::kAbandoned) return PollStep::kEnds;
+      if (outcome == SetupOutcome::kCounted || outcome == SetupOutcome::kCountedBefore) {
+        return follower.EndIfTimedOut();
       }
     }
   }
+  // Readers of this log rely on it: a line that LOG mode counted stands in it once, every other
+  // one twice.
   AppendToCcLog(line);
-  if (!context_.flags.FollowingCall) return true;
-  return events_.Handle(line) && FinishTimedOutCall();
-}
-
-bool Scanner::FinishTimedOutCall() {
-  if (!context_.flags.FollowingCall || context_.call.CallTimeoutTicks != 0) return true;
-  return call_end_.EndCall(EndKind::kTimedOut);
+  if (!follower.FollowingCall()) return PollStep::kGoesOn;
+  if (follower.OnCallEvent(line) == PollStep::kEnds) return PollStep::kEnds;
+  return follower.EndIfTimedOut();
 }
 
 void Scanner::ListLine(const std::string& line) {
-  if (context_.form.chkSuppressSomePduMessages.checked()) return;
+  if (around_.form.chkSuppressSomePduMessages.checked()) return;
   for (const char* name : kListedNames) {
-    if (Contains(line, name)) AddStampedCallLine(context_, " - " + line);
+    if (Contains(line, name)) {
+      AddCallLine(around_.form, NowText(around_.clock) + " - " + line);
+    }
   }
 }
 
 void Scanner::AppendToCcLog(const std::string& line) {
-  if (!context_.form.chkCreateCcVcLog.checked()) return;
-  const std::string& folder = context_.folders.DayFolder();
+  if (!around_.form.chkCreateCcVcLog.checked()) return;
+  const std::string& folder = around_.folders.DayFolder();
   if (folder.empty()) return;
-  context_.logs.Append(LogKind::kCcLog, folder + "\\TETRA_cc.log", line + "\r\n");
+  around_.logs.Append(LogKind::kCcLog, folder + "\\TETRA_cc.log", line + "\r\n");
 }
 
 void Scanner::WriteEventLog() {
-  const ListBox& log = context_.form.lstCallLog;
-  if (!context_.form.chkCreateEventLog.checked() || EventLogNextIndex == log.count()) return;
-  const std::string& folder = context_.folders.DayFolder();
+  const ListBox& log = around_.form.lstCallLog;
+  if (!around_.form.chkCreateEventLog.checked() || EventLogNextIndex == log.count()) return;
+  const std::string& folder = around_.folders.DayFolder();
   if (folder.empty()) return;
   std::string lines;
   for (int index = EventLogNextIndex; index < log.count(); ++index) {
     lines += log.Item(index) + "\r\n";
   }
-  if (context_.logs.Append(LogKind::kEventLog, folder + "\\TETRA_event.log", lines)) {
+  if (around_.logs.Append(LogKind::kEventLog, folder + "\\TETRA_event.log", lines)) {
     EventLogNextIndex = static_cast<std::int16_t>(log.count());
   }
 }

@@ -6,25 +6,31 @@
 #include <cstdint>
 #include <string>
 
-#include "core/call_context.h"
-#include "core/call_end.h"
-#include "core/call_events.h"
-#include "core/call_sequence.h"
-#include "core/call_setup.h"
+#include "base/wall_clock.h"
+#include "core/call_follower.h"
 #include "core/daily_calls.h"
+#include "core/ports.h"
+#include "panel/form1.h"
+#include "panel/program_flags.h"
+#include "store/day_folders.h"
+#include "store/log_files.h"
 
 namespace corvane {
 
 class Scanner {
  public:
-  Scanner(CallContext& context, CallSequence& sequence, CallEnd& call_end, CallSetup& setup,
-          CallEvents& events, DailyCalls& daily)
-      : context_(context),
-        sequence_(sequence),
-        call_end_(call_end),
-        setup_(setup),
-        events_(events),
-        daily_(daily) {}
+  // What a poll step works on; everything outlives it.
+  struct Surroundings {
+    const WallClock& clock;
+    Form1& form;
+    const ProgramFlags& flags;
+    NetworkInfoBox& box;
+    DayFolders& folders;
+    LogFiles& logs;
+    DailyCalls& daily;
+    CallFollower& follower;
+  };
+  explicit Scanner(const Surroundings& around) : around_(around) {}
 
   // One poll step. Does nothing while a call is being set up, ended or reset further down the
   // stack, or while the program shuts down. Lets events run.
@@ -46,21 +52,14 @@ class Scanner {
 
  private:
   std::string TakeLine();
-  bool IsRepeat(const std::string& line);
+  [[nodiscard]] bool IsRepeat(const std::string& line);
   void ClearBoxWhenDue(const std::string& line);
   void ListLine(const std::string& line);
   void AppendToCcLog(const std::string& line);
-  bool HandleLine(const std::string& line);
-  bool FinishTimedOutCall();
+  PollStep HandleLine(const std::string& line);
   void WriteEventLog();
 
-  CallContext& context_;
-  CallSequence& sequence_;
-  CallEnd& call_end_;
-  CallSetup& setup_;
-  CallEvents& events_;
-  DailyCalls& daily_;
-
+  Surroundings around_;
   std::uintptr_t box_ = 0;  // the box that LastLineIndex counts in
   // Two slots are written in turn; the third is compared but stays empty.
   std::array<std::string, 3> RecentLines;

@@ -75,8 +75,8 @@ void NetRemote::SendNetRemoteExe(const std::string& method) {
 
 // The server takes whatever one read brings for one command; what arrives together with an
 // unread one is a syntax error, so the answer to that one is awaited first.
-void NetRemote::WaitForAnswer() {
-  while (CommandUnderWay() && SocketConnected() && !context_.flags.mblnShuttingDown) {
+void NetRemote::AwaitAnswer() {
+  while (CommandUnderWay() && SocketConnected()) {
     const std::int64_t left = sent_at_ms_ + kAnswerLimitMs - context_.loop.TickMs();
     context_.loop.WaitForSocketEvents(static_cast<int>(left));
   }
@@ -90,7 +90,7 @@ void NetRemote::SendCommand(const std::string& command, Sender sender) {
     if (sender == Sender::kSetOrGet && flags.mblnShuttingDown) return;
     context_.loop.Sleep(kSendingPollMs);
   }
-  if (flags.NetRemoteConnected) WaitForAnswer();
+  if (flags.NetRemoteConnected && !flags.mblnShuttingDown) AwaitAnswer();
   flags.mblnSending = true;
   if (!flags.NetRemoteConnected) {
     AddStatusLine(context_.form, "No SDR# NET connection");
@@ -150,7 +150,7 @@ void NetRemote::CheckNetRemoteConnection() {
       return;
     case SocketState::kError:
       form.ShapeWinsock_state.fill_colour = kButtonFace;
-      if (flags.mblnCall_seen()) follower_.ResetCallDisplay();
+      if (follower_.FollowingCall()) follower_.ResetCallDisplay();
       CloseConnection();
       flags.NetRemoteLinkUp = false;
       return;
@@ -164,9 +164,6 @@ void NetRemote::Connect() {
   context_.socket.Connect();
   const auto shutting_down = [&flags] { return bool{flags.mblnShuttingDown}; };
   (void)SleepAndYield(context_.loop, kConnectWaitMs, shutting_down);
-  while (flags.mblnReceiving && !flags.mblnShuttingDown) {
-    (void)SleepAndYield(context_.loop, kSendingPollMs, shutting_down);
-  }
 }
 
 void NetRemote::OnDataArrival() {
@@ -209,7 +206,7 @@ void NetRemote::DumpReply(const NetRemoteReply& reply) {
 
 void NetRemote::ReportError(const NetRemoteReply& reply) {
   Form1& form = context_.form;
-  const char* call_seen = Word(context_.flags.mblnCall_seen());
+  const char* call_seen = Word(follower_.FollowingCall());
   const char* save_timer = Word(save_timer_enabled_());
   AddStatusLine(form, kRule);
   if (reply.error_line) AddStatusLine(form, *reply.error_line);

@@ -7,10 +7,10 @@
 #include <string>
 #include <string_view>
 
+#include "core/call_follower.h"
 #include "core/ports.h"
 #include "link/link_context.h"
 #include "link/net_remote_reply.h"
-#include "link/ports.h"
 #include "store/log_files.h"
 
 namespace corvane {
@@ -31,7 +31,8 @@ class NetRemote : public SdrLink {
   void SetEndpoint();
 
   // A Set or Get waits, serving socket events alone, while a command is under way; it gives the
-  // waiting up when the program shuts down or the socket is not connected. It is dropped when the
+  // waiting up when the socket is not connected, and does not wait while the program shuts down.
+  // It is dropped when the
   // program shuts down while another one is being sent. Without a connection: one status line,
   // NetRemoteLinkUp False, the command is lost. Lets events run once after a send.
   // `value` goes out as given: text needs its own quotes.
@@ -42,6 +43,7 @@ class NetRemote : public SdrLink {
   void SendNetRemoteExe(const std::string& method);
 
   [[nodiscard]] bool CommandUnderWay() const override;
+  void AwaitAnswer() override;
   [[nodiscard]] bool SocketConnected() const override;
   void PressTimeslot(int timeslot) override;
 
@@ -54,7 +56,6 @@ class NetRemote : public SdrLink {
   enum class Sender { kSetOrGet, kExe };
 
   void SendCommand(const std::string& command, Sender sender);
-  void WaitForAnswer();
   void Connect();
   void CloseConnection();
   void OnDataArrival();

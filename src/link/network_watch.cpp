@@ -74,7 +74,7 @@ void NetworkWatch::Step() {
     if (!has_country || !has_network) return;
     NoNetworkCount = 0;
     if (!MatchesKey()) ReportNetwork();
-    if (!context_.flags.mblnShuttingDown) follower_.ScanNetworkInfo();
+    if (!context_.flags.mblnShuttingDown) scanner_.ScanNetworkInfo();
     return;
   }
   if (MatchesKey()) return;
@@ -142,7 +142,7 @@ void NetworkWatch::ReportNoNetwork() {
   AddCallLine(form, NowText(context_.clock) + " - No MCC/MNC/LA seen");
   AddCallLine(form, "");
   AddStatusLine(form, "GSSI loaded for this MNC network: 0");
-  if (context_.flags.mblnCall_seen()) follower_.ResetCallDisplay();
+  if (follower_.FollowingCall()) follower_.ResetCallDisplay();
 }
 
 }  // namespace corvane

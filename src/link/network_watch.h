@@ -7,10 +7,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/network_identity.h"
+#include "core/call_follower.h"
+#include "core/ports.h"
+#include "core/scanner.h"
 #include "link/discovery.h"
 #include "link/link_context.h"
-#include "link/ports.h"
 #include "store/labels.h"
 #include "store/tables.h"
 
@@ -26,13 +27,15 @@ class NetworkWatch {
   static constexpr std::int32_t kToleratedCycles = 200;
 
   NetworkWatch(LinkContext& context, Discovery& discovery, NetworkIdentity& network,
-               const NetworkNames& names, const GssiTable& groups, CallFollower& follower)
+               const NetworkNames& names, const GssiTable& groups, CallFollower& follower,
+               Scanner& scanner)
       : context_(context),
         discovery_(discovery),
         network_(network),
         names_(names),
         groups_(groups),
-        follower_(follower) {}
+        follower_(follower),
+        scanner_(scanner) {}
 
   // One step per cycle. Lets events run.
   void Step();
@@ -60,6 +63,7 @@ class NetworkWatch {
   const NetworkNames& names_;
   const GssiTable& groups_;
   CallFollower& follower_;
+  Scanner& scanner_;
 };
 
 }  // namespace corvane

@@ -64,37 +64,12 @@ void PollCycle::TakeResetRequest() {
 
 void PollCycle::Reset() {
   context_.flags.mblnNetRemoteResetRequested = false;
-  ResetDisplay();
-  StopRecording();
+  parts_.follower.DropWithLink();
   const auto log = log_next_discovery_ ? Discovery::Log::kWhole : Discovery::Log::kQuietRepeats;
   log_next_discovery_ = false;
   parts_.discovery.DiscoverSdrWindows(log);
   context_.flags.mblnSetupDone = false;
   parts_.network.Forget();
-}
-
-void PollCycle::ResetDisplay() {
-  Form1& form = context_.form;
-  context_.flags.FollowingCall = false;
-  for (Label* label :
-       {&form.lblCarrierNumber, &form.lblTimeSlotNumber, &form.lblCurrentSSI, &form.lblGroupNumber,
-        &form.lblSSI_label, &form.lblSsiLastSeen, &form.lblGSSI_label, &form.lblCallID}) {
-    label->caption = std::string{};
-  }
-  form.lstCurrentSSI_Users.Clear();
-  form.ShapeBusy_state.fill_colour = kButtonFace;
-  form.lblGroupHold.tool_tip = std::string("Right click to hold a GSSI");
-  form.lblGroupNumber.tool_tip = std::string{};
-  form.lblGroupHold.tag = std::string("0");
-  form.lblGroupHold.fore_colour = kButtonText;
-  form.lblGroupHold.bold = false;
-}
-
-void PollCycle::StopRecording() {
-  if (!parts_.recorder.RecordingActive) return;
-  parts_.recorder.StopRecording();
-  parts_.recorder.RecordingActive = false;
-  ShowRecording(context_.form, false);
 }
 
 // An error reply during the set-up does not restart the set-up at once.
@@ -110,10 +85,10 @@ bool PollCycle::SetUp() {
 }
 
 void PollCycle::PollSdrSharp() {
-  parts_.folders.CreateDayFolders(context_.clock.Now());
   parts_.network_info.KeepOpen();
   if (!context_.flags.mblnSetupDone && !SetUp()) return;
   if (context_.form.chkCreateCallActivityCvsFile.checked() && !parts_.activity.CallActivityLoaded) {
+    parts_.folders.CreateDayFolders(context_.clock.Now());
     parts_.activity.LoadCallActivity();
   }
   parts_.network.Step();

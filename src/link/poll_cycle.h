@@ -12,7 +12,6 @@
 #include "link/network_info_window.h"
 #include "link/network_watch.h"
 #include "link/sdr_setup.h"
-#include "record/recorder.h"
 #include "store/call_activity.h"
 #include "store/day_folders.h"
 
@@ -30,7 +29,7 @@ class PollCycle {
     NetworkInfoWindow& network_info;
     SdrSetup& setup;
     NetworkWatch& network;
-    Recorder& recorder;
+    CallFollower& follower;
     DayFolders& folders;
     CallActivity& activity;
   };
@@ -55,8 +54,6 @@ class PollCycle {
   void TakeResetRequest();
   [[nodiscard]] bool SetUp();
   void Reset();
-  void ResetDisplay();
-  void StopRecording();
   void PollSdrSharp();
   void ReportException(const std::string& what);
 

@@ -13,7 +13,6 @@ namespace {
 constexpr int kSettleMs = 100;
 constexpr int kStepMs = 50;
 constexpr int kShowSteps = 30;  // of kStepMs, for SDR# to come to the front and start playing
-constexpr int kReceivingPollMs = 10;
 
 }  // namespace
 
@@ -26,9 +25,6 @@ bool SdrSetup::Pause(int ms) {
 }
 
 bool SdrSetup::AwaitReply() {
-  while (context_.flags.mblnReceiving) {
-    if (!Pause(kReceivingPollMs)) return false;
-  }
   return !MustStop();
 }
 

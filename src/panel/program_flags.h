@@ -31,10 +31,8 @@ struct ProgramFlags {
   Flag mblnIsPlaying;                // last "IsPlaying" that SDR# reported
   Flag mblnAudioMuted;               // last "AudioIsMuted" that SDR# reported
   Flag mblnNetRemoteResetRequested;  // an error reply asks for a reset of the link
-  Flag FollowingCall;                // a call is followed, from its tuning to its end
 
-  // Other names by which parts of the program know the same cells.
-  [[nodiscard]] bool mblnCall_seen() const { return FollowingCall; }
+  // Another name by which parts of the program know the same cell.
   [[nodiscard]] bool AudioIsMuted() const { return mblnAudioMuted; }
 };
 

@@ -20,9 +20,8 @@ class Recorder {
   // `log_folder` gives the folder of the day, without "\" at its end.
   Recorder(Mci& mci, Files& files, Form1& form, std::function<std::string()> log_folder);
 
-  bool RecordingActive = false;  // set by the caller right after a start, cleared after a stop
-  std::string RecordingName;     // base name of the last start
-  std::string ForcedEndSuffix;   // appended to the final name; cleared at each followed call
+  std::string RecordingName;    // base name of the last start
+  std::string ForcedEndSuffix;  // appended to the final name; cleared at each followed call
   std::int32_t RecordingBytesPerSecond = 0;
 
   // Always 0. The arguments are decimal texts.

@@ -16,6 +16,8 @@ class Actions {
   virtual void ManualRelease() = 0;
   // "CC Park" was double-clicked, whatever the state of the link. May let events run.
   virtual void ParkOnControlChannel() = 0;
+  // Holds the group on screen (nothing when there is none), or releases the held one.
+  virtual void ToggleGroupHold() = 0;
   // The LOG mode box became checked or unchecked; it shows its new state already. May let events
   // run.
   virtual void LogModeSwitched(bool checked) = 0;

@@ -3,7 +3,6 @@
 
 #include "panel/logs.h"
 #include "ui/editor_entry.h"
-#include "ui/group_hold.h"
 #include "ui/layout.h"
 #include "ui/preset_boxes.h"
 
@@ -117,7 +116,7 @@ void MainForm::KeyUp(Control& control, int key_code) {
   if (!Accepts(control) || key_code != kSpaceBarCode) return;
   if (&control == &form_.lstCallLog || &control == &form_.lstCurrentSSI_Users ||
       &control == &form_.lstStatusLog) {
-    ToggleGroupHold(form_);
+    actions_.ToggleGroupHold();
   }
 }
 
@@ -147,7 +146,7 @@ void MainForm::ComboSelected(ComboBox& combo, int index) {
 
 void MainForm::MouseUp(Control& control, int button) {
   if (!Accepts(control)) return;
-  if (&control == &form_.lblGroupHold && button == kLeftButton) ToggleGroupHold(form_);
+  if (&control == &form_.lblGroupHold && button == kLeftButton) actions_.ToggleGroupHold();
   if (&control == &form_.lblGroupNumber || &control == &form_.lblCurrentSSI) {
     QuickEditShown(form_, hand_over_, actions_);
   }

@@ -140,12 +140,12 @@ class RandomRun {
   void CheckInvariants() {
     Form1& form = world_.form();
     const App::View view = world_.view();
-    if (view.flags.FollowingCall) {
+    if (view.call.FollowingCall()) {
       EXPECT_NE(form.lblCallID.caption.get(), "");
       EXPECT_NE(form.lblGroupNumber.caption.get(), "");
       EXPECT_EQ(form.ShapeBusy_state.fill_colour.get(), kGreen);
     }
-    EXPECT_EQ(form.ShapeBusy_state.border_width.get(), view.recorder.RecordingActive ? 3 : 1);
+    EXPECT_EQ(form.ShapeBusy_state.border_width.get(), view.call.RecordingActive() ? 3 : 1);
     EXPECT_LE(form.lstCallLog.count(), 1030);
     EXPECT_LE(form.lstStatusLog.count(), 1001);
     EXPECT_EQ(world_.loop.spins_broken(), 0);
@@ -177,7 +177,7 @@ class RandomRun {
     Note("healed");
     world_.Run(kHealMs);
     EXPECT_FALSE(world_.Following());
-    EXPECT_FALSE(world_.view().recorder.RecordingActive);
+    EXPECT_FALSE(world_.view().call.RecordingActive());
     EXPECT_TRUE(world_.app->flags().mblnSetupDone);
     EXPECT_TRUE(world_.Parked());
     EXPECT_TRUE(world_.prompts.boxes().empty());

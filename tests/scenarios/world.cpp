@@ -100,6 +100,7 @@ void World::BringUp() {
 
 void World::CloseMainWindow() {
   closed = true;
+  windows_closed.push_back("main window");
   Trace("main window closed");
   loop.Stop();
 }

@@ -66,7 +66,7 @@ class World : public Shell {
   [[nodiscard]] Form1& form() { return app->form(); }
   [[nodiscard]] MainForm& user() { return app->main_form(); }
   [[nodiscard]] App::View view() { return app->view(); }
-  [[nodiscard]] bool Following() { return app->flags().FollowingCall; }
+  [[nodiscard]] bool Following() { return view().call.FollowingCall(); }
   // The receiver is tuned to the park carrier at the parked level.
   [[nodiscard]] bool Parked();
   // Content of a file in the program's folder, "" when it is not there.
@@ -86,13 +86,14 @@ class World : public Shell {
   std::unique_ptr<SimDesktop> desktop;
   std::unique_ptr<App> app;
   bool closed = false;
+  std::vector<std::string> windows_closed;
   int editor_shown = 0;
 
   static constexpr const char* kProgramFolder = "C:\\Corvane";
 
  private:
   void ShowEditor(EditorHandOver&) override { ++editor_shown; }
-  void CloseEditor() override {}
+  void CloseEditor() override { windows_closed.push_back("editor"); }
   void CloseMainWindow() override;
   void Trace(const std::string& what);
   void TraceWire();

@@ -148,7 +148,7 @@ TEST(World, ClosingAtAnyMomentSavesTheRecordingAndTheListsOnce) {
     world.Run(10000);
     ASSERT_TRUE(asked);
     EXPECT_TRUE(world.closed);
-    EXPECT_FALSE(world.view().recorder.RecordingActive);
+    EXPECT_FALSE(world.view().call.RecordingActive());
     EXPECT_FALSE(world.mci.recording());
     EXPECT_TRUE(world.prompts.boxes().empty());
     const auto saved = world.files.List("C:\\Corvane\\Daily");
@@ -174,7 +174,7 @@ TEST(World, ClosingInsideAnyEventOfACallLeavesNothingUndone) {
     world.Run(6000);
     if (seen < event) break;
     EXPECT_TRUE(world.closed);
-    EXPECT_FALSE(world.view().recorder.RecordingActive);
+    EXPECT_FALSE(world.view().call.RecordingActive());
     EXPECT_FALSE(world.mci.recording());
     EXPECT_EQ(world.mci.order_faults(), 0);
     if (HasFailure()) break;

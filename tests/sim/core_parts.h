@@ -1,63 +1,113 @@
-// The parts of call following wired to each other, on whatever surroundings: shared by the unit
-// tests, the benchmarks and the fuzz targets, which differ in what is around.
+// Call following on the simulated seams, with a link that notes what is sent and a Network Info box
+// that is a list of lines: shared by the unit tests, the benchmarks and the fuzz targets.
 #pragma once
 
+#include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 
-#include "core/bookkeeping.h"
-#include "core/call_context.h"
-#include "core/call_end.h"
-#include "core/call_events.h"
-#include "core/call_sequence.h"
-#include "core/call_setup.h"
+#include "core/call_follower.h"
 #include "core/daily_calls.h"
-#include "core/log_mode.h"
+#include "core/ports.h"
 #include "core/scanner.h"
-#include "core/watchdog.h"
 #include "sim/no_sink.h"
+#include "sim/sim_clock.h"
+#include "sim/sim_files.h"
+#include "sim/sim_loop.h"
+#include "sim/sim_mci.h"
 
 namespace corvane::sim {
 
-// Never ticks.
-class NoTimer : public Timer {
+// Notes commands one by one, with "sleep n" for the milliseconds that have passed since the one
+// before. Each Set and Get lets events run once, as the real sender does.
+class NotedLink : public SdrLink {
  public:
-  void SetEnabled(bool enabled) override { enabled_ = enabled; }
-  [[nodiscard]] bool enabled() const override { return enabled_; }
-  [[nodiscard]] int interval_ms() const override { return 10; }
+  NotedLink(SimLoop& loop, ProgramFlags& flags) : loop_(loop), flags_(flags) {}
+  void SendNetRemoteSet(const std::string& method, const std::string& value) override {
+    Send("Set " + method + " " + value);
+  }
+  void SendNetRemoteGet(const std::string& method) override { Send("Get " + method); }
+  [[nodiscard]] bool CommandUnderWay() const override { return under_way; }
+  void AwaitAnswer() override { Note("await answer"); }
+  [[nodiscard]] bool SocketConnected() const override { return connected; }
+  void PressTimeslot(int timeslot) override {
+    last_timeslot = timeslot;
+    Note("timeslot " + std::to_string(timeslot));
+  }
+
+  std::vector<std::string> trace;
+  bool noting = true;
+  std::size_t commands = 0;
+  int last_timeslot = 0;
+  bool connected = true;
+  bool under_way = false;
+  // Called inside every Set and Get that was sent, where events run.
+  std::function<void()> on_wait;
 
  private:
-  bool enabled_ = false;
+  void Note(const std::string& what) {
+    const std::int64_t passed_ms = loop_.TickMs() - noted_at_ms_;
+    noted_at_ms_ = loop_.TickMs();
+    if (!noting) return;
+    if (passed_ms > 0 && !trace.empty()) trace.push_back("sleep " + std::to_string(passed_ms));
+    trace.push_back(what);
+  }
+  void Send(const std::string& text) {
+    if (!connected) {
+      Note("lost " + text);
+      flags_.NetRemoteLinkUp = false;
+      return;
+    }
+    ++commands;
+    Note(text);
+    loop_.DoEvents();
+    if (const auto hook = on_wait) hook();  // which may set another one
+  }
+
+  SimLoop& loop_;
+  ProgramFlags& flags_;
+  std::int64_t noted_at_ms_ = 0;
 };
 
-// Stands still until it is set.
-class SetClock : public WallClock {
+// Its completed lines, with an unfinished empty one behind them.
+class LineBox : public NetworkInfoBox {
  public:
-  [[nodiscard]] DateTime Now() const override { return now; }
-  [[nodiscard]] std::string GeneralDate(const DateTime& time) const override {
-    return FixedGeneralDate(time);
+  [[nodiscard]] std::uintptr_t Identity() const override { return identity; }
+  [[nodiscard]] std::int32_t LineCount() override {
+    return answers ? forgotten_ + static_cast<std::int32_t>(lines.size()) + 1 : 0;
   }
-  [[nodiscard]] std::optional<DateTime> ParseGeneralDate(std::string_view text) const override {
-    const auto time = ParseFixedGeneralDate(text);
-    return time ? time : ParseIsoDate(text);
+  [[nodiscard]] std::optional<std::string> Line(std::int32_t index) override {
+    if (!readable) return std::nullopt;
+    if (index < forgotten_) return std::string();
+    const auto at = static_cast<std::size_t>(index - forgotten_);
+    return at < lines.size() ? lines[at] : std::string();
   }
-  DateTime now{2026, 11, 15, 14, 23, 5};
+  void Clear() override {
+    lines.clear();
+    forgotten_ = 0;
+    ++clears;
+  }
+  // Completes `line` and forgets the text of the ones before it, for runs of millions.
+  void CompleteOnly(std::string line) {
+    forgotten_ += static_cast<std::int32_t>(lines.size());
+    lines.assign(1, std::move(line));
+  }
+
+  std::uintptr_t identity = 14;
+  std::vector<std::string> lines;
+  bool answers = true;
+  bool readable = true;
+  int clears = 0;
+
+ private:
+  std::int32_t forgotten_ = 0;
 };
 
 // Everything that a poll step touches, on network 262/1 with the link up.
 struct CoreParts {
-  CoreParts(Loop& loop, WallClock& wall_clock, Files& disk, Mci& mci,
-            ProgramFlags& flags_of_program, SdrLink& link, NetworkInfoBox& box)
-      : flags(flags_of_program),
-        folders(disk, form, "C:\\Corvane"),
-        logs(disk, wall_clock, form),
-        activity(disk, wall_clock, folders, form),
-        recorder(mci, disk, form, [this] { return folders.DayFolder(); }),
-        context{loop,        wall_clock, form,    flags, presets,  network, groups,
-                subscribers, recorder,   folders, logs,  activity, link,    box} {
+  CoreParts() {
     network.CurrentMcc = "262";
     network.CurrentMnc = "1";
     network.CurrentLa = "5";
@@ -65,27 +115,27 @@ struct CoreParts {
     flags.NetRemoteConnected = true;
   }
 
+  SimLoop loop;
+  SimClock clock{loop};
+  SimFiles files;
+  SimMci mci{loop, files};
   NoSink sink;
   Form1 form{sink};
-  ProgramFlags& flags;
+  ProgramFlags flags;
   Presets presets;
   NetworkIdentity network;
   GssiTable groups;
   SsiTable subscribers;
-  DayFolders folders;
-  LogFiles logs;
-  CallActivity activity;
-  Recorder recorder;
-  CallContext context;
-  CallSequence sequence;
-  Bookkeeping bookkeeping{context};
-  CallEnd call_end{context, sequence, bookkeeping};
-  DailyCalls daily{context};
-  CallSetup setup{context, sequence, bookkeeping, daily};
-  CallEvents events{context, call_end, bookkeeping};
-  Scanner scanner{context, sequence, call_end, setup, events, daily};
-  Watchdog watchdog{context, call_end};
-  LogMode log_mode{context, sequence, call_end};
+  DayFolders folders{files, form, "C:\\Corvane"};
+  LogFiles logs{files, clock, form};
+  CallActivity activity{files, clock, folders, form};
+  Recorder recorder{mci, files, form, [this] { return folders.DayFolder(); }};
+  NotedLink link{loop, flags};
+  LineBox box;
+  DailyCalls daily{clock, form, folders, logs, activity};
+  CallFollower follower{
+      {loop, clock, form, flags, presets, network, groups, subscribers, daily, recorder, link}};
+  Scanner scanner{{clock, form, flags, box, folders, logs, daily, follower}};
 };
 
 }  // namespace corvane::sim

@@ -5,7 +5,20 @@
 namespace corvane {
 namespace {
 
-using BookkeepingTest = CoreTest;
+class BookkeepingTest : public CoreTest {
+ protected:
+  // The group's call, with these heard.
+  void Hear(int gssi, const std::vector<std::int32_t>& heard) {
+    call.Clear(Call::Clearing::kEnded);
+    corvane::Setup setup;
+    setup.gssi = gssi;
+    call.Accept(setup, "", 0);
+    for (const std::int32_t ssi : heard) call.AddHeard(ssi);
+  }
+
+  Call call{form};
+  Bookkeeping bookkeeping{network, groups, subscribers, clock, call};
+};
 
 TEST_F(BookkeepingTest, AnUnknownGroupGetsARecordThatIsFollowed) {
   const std::size_t index = bookkeeping.FindGroupIndex(9001);
@@ -76,25 +89,21 @@ TEST_F(BookkeepingTest, ALabelOfAnotherGroupOrNetworkIsNotShown) {
 TEST_F(BookkeepingTest, TalkersAreFiledUnderTheShownGroup) {
   AddSubscriber(5010, 9001, "Car 3");
   AddGroup(9001, "Fire", true);
-  form.lblGroupNumber.caption = " 9001";
-  form.lstCurrentSSI_Users.Add("5010");
-  form.lstCurrentSSI_Users.Add("");
-  form.lstCurrentSSI_Users.Add("5011");
+  Hear(9001, {5010, 5011});
   bookkeeping.StoreCallSubscribers();
   ASSERT_EQ(subscribers.size(), 2U);
-  EXPECT_EQ(subscribers[0].LastSeen, clock.now);
+  EXPECT_EQ(subscribers[0].LastSeen, clock.Now());
   EXPECT_EQ(subscribers[0].Label.trimmed(), "Car 3");
   EXPECT_EQ(subscribers[1].Ssi, 5011);
   EXPECT_EQ(subscribers[1].LastGssi, 9001);
-  EXPECT_EQ(subscribers[1].LastSeen, clock.now);
+  EXPECT_EQ(subscribers[1].LastSeen, clock.Now());
   EXPECT_EQ(subscribers[1].Label.trimmed(), "");
 }
 
 TEST_F(BookkeepingTest, ASubscriberOfTwoGroupsHasOneRecordForEach) {
-  form.lstCurrentSSI_Users.Add("5010");
-  form.lblGroupNumber.caption = " 9001";
+  Hear(9001, {5010});
   bookkeeping.StoreCallSubscribers();
-  form.lblGroupNumber.caption = " 9002";
+  Hear(9002, {5010});
   bookkeeping.StoreCallSubscribers();
   ASSERT_EQ(subscribers.size(), 2U);
   EXPECT_EQ(subscribers[0].LastGssi, 9001);

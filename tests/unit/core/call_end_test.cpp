@@ -1,4 +1,4 @@
-#include "core/call_end.h"
+#include "core/call_follower.h"
 
 #include <gmock/gmock.h>
 
@@ -26,7 +26,7 @@ class CallEndTest : public CoreTest {
     }
     EXPECT_EQ(form.lstCurrentSSI_Users.count(), 0);
     EXPECT_EQ(form.ShapeBusy_state.fill_colour.get(), kButtonFace);
-    EXPECT_FALSE(recorder.RecordingActive);
+    EXPECT_FALSE(follower.call().RecordingActive());
     EXPECT_EQ(form.ShapeBusy_state.border_colour.get(), kWindowText);
     EXPECT_EQ(form.ShapeBusy_state.border_width.get(), 1);
   }
@@ -35,11 +35,11 @@ class CallEndTest : public CoreTest {
 TEST_F(CallEndTest, AReleasedCallParksFilesItsTalkersAndClearsTheDisplay) {
   FollowCall();
   Poll(Granted(9001, 1207, 5011));
-  context.call.CallTimeoutTicks = 2;
-  trace.clear();
+  RunCountdownDownTo(2);
+  link.trace.clear();
   Poll(Event("D_Release", 9001, 1207));
-  EXPECT_THAT(trace, ElementsAre("Set Frequency 865112500", "sleep 10", "Set AudioGain 25"));
-  EXPECT_EQ(context.call.CallTimeoutTicks, 16);
+  EXPECT_THAT(link.trace, ElementsAre("Set Frequency 865112500", "sleep 10", "Set AudioGain 25"));
+  EXPECT_EQ(follower.call().CallTimeoutTicks, 16);
   ExpectClear();
   ASSERT_EQ(subscribers.size(), 2U);
   EXPECT_EQ(subscribers[0].LastGssi, 9001);
@@ -50,7 +50,7 @@ TEST_F(CallEndTest, AReleasedCallParksFilesItsTalkersAndClearsTheDisplay) {
 TEST_F(CallEndTest, TheCallIsOverBeforeAnythingIsSent) {
   FollowCall();
   bool following_in_wait = true;
-  loop.on_wait = [&] { following_in_wait = flags.FollowingCall; };
+  link.on_wait = [&] { following_in_wait = follower.FollowingCall(); };
   Poll(Event("D_Release", 9001, 1207));
   EXPECT_FALSE(following_in_wait);
 }
@@ -59,7 +59,7 @@ TEST_F(CallEndTest, ARecordedCallIsSavedAtItsEnd) {
   RecordAll();
   FollowCall();
   Poll(Event("D_Release", 9001, 1207));
-  EXPECT_THAT(trace, Contains("mci stop recsound"));
+  EXPECT_THAT(MciCommands(), Contains("stop recsound"));
   EXPECT_EQ(recorder.ForcedEndSuffix, "");
   ExpectClear();
 }
@@ -68,23 +68,23 @@ TEST_F(CallEndTest, AnEndBrokenOffByTheSocketLeavesTheRestUndone) {
   RecordAll();
   FollowCall();
   link.connected = false;
-  trace.clear();
+  link.trace.clear();
   Poll(Event("D_Release", 9001, 1207));
-  EXPECT_THAT(trace, ElementsAre("lost Set Frequency 865112500"));
-  EXPECT_FALSE(flags.FollowingCall);
-  EXPECT_TRUE(recorder.RecordingActive) << "the reset of the lost link saves it";
+  EXPECT_THAT(link.trace, ElementsAre("lost Set Frequency 865112500"));
+  EXPECT_FALSE(follower.FollowingCall());
+  EXPECT_TRUE(follower.call().RecordingActive()) << "the reset of the lost link saves it";
   EXPECT_EQ(form.lblCallID.caption.get(), " 1207");
-  EXPECT_FALSE(sequence.running());
+  EXPECT_FALSE(follower.InSequence());
 }
 
 TEST_F(CallEndTest, AResetClearsParksAndLogs) {
   FollowCall();
   Poll(Granted(9001, 1207, 5011));
-  trace.clear();
-  call_end.ResetCallDisplay();
-  EXPECT_THAT(trace, ElementsAre("Set Frequency 865112500", "sleep 10", "Set AudioGain 25"));
+  link.trace.clear();
+  follower.ResetCallDisplay();
+  EXPECT_THAT(link.trace, ElementsAre("Set Frequency 865112500", "sleep 10", "Set AudioGain 25"));
   ExpectClear();
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_TRUE(subscribers.empty()) << "a reset files no talkers";
   EXPECT_EQ(form.lstCallLog.Item(form.lstCallLog.count() - 2),
             kNow + " - Manual D-Release occured and UI reset");
@@ -92,7 +92,7 @@ TEST_F(CallEndTest, AResetClearsParksAndLogs) {
 }
 
 TEST_F(CallEndTest, AResetWithoutACallLogsNoSeparator) {
-  call_end.ResetCallDisplay();
+  follower.ResetCallDisplay();
   EXPECT_EQ(LastCallLine(), kNow + " - Manual D-Release occured and UI reset");
 }
 
@@ -100,19 +100,18 @@ TEST_F(CallEndTest, AResetWithTheLinkDownSendsNothingAndDoesTheRest) {
   RecordAll();
   FollowCall();
   flags.NetRemoteLinkUp = false;
-  trace.clear();
-  call_end.ResetCallDisplay();
-  EXPECT_THAT(trace, Not(Contains("Set Frequency 865112500")));
+  link.trace.clear();
+  follower.ResetCallDisplay();
+  EXPECT_THAT(link.trace, Not(Contains("Set Frequency 865112500")));
   ExpectClear();
 }
 
 TEST_F(CallEndTest, AResetSavesARecordingAsEndedByForce) {
   RecordAll();
   FollowCall();
-  files.content[kDay + "\\Record\\newTmp.wav"] = "wav";
-  call_end.ResetCallDisplay();
+  follower.ResetCallDisplay();
   EXPECT_EQ(recorder.ForcedEndSuffix, "_call_forced_end");
-  EXPECT_TRUE(files.content.contains(kDay + "\\Record\\142305_1207_9001_call_forced_end.wav"));
+  EXPECT_TRUE(files.Content(kDay + "\\Record\\142305_1207_9001_call_forced_end.wav").has_value());
   ExpectClear();
 }
 
@@ -120,49 +119,75 @@ TEST_F(CallEndTest, AResetWithTheProgramShuttingDownStillSavesTheRecording) {
   RecordAll();
   FollowCall();
   flags.mblnShuttingDown = true;
-  call_end.ResetCallDisplay();
+  follower.ResetCallDisplay();
   ExpectClear();
 }
 
-TEST_F(CallEndTest, AResetWhoseWaitIsBrokenByShuttingDownReturnsAtOnce) {
+TEST_F(CallEndTest, AResetSendsBothCommandsWhateverHappensInBetween) {
   FollowCall();
-  trace.clear();
-  flags.mblnReceiving = true;
-  flags.mblnShuttingDown = true;
-  const int lines = form.lstCallLog.count();
-  call_end.ResetCallDisplay();
-  EXPECT_THAT(trace, ElementsAre("Set Frequency 865112500"));
-  EXPECT_EQ(form.lstCallLog.count(), lines);
+  link.trace.clear();
+  link.on_wait = [&] { flags.mblnShuttingDown = true; };
+  follower.ResetCallDisplay();
+  EXPECT_THAT(link.trace, ElementsAre("Set Frequency 865112500", "sleep 10", "Set AudioGain 25"));
 }
 
-TEST_F(CallEndTest, OnlyTheSecondWaitOfAResetIsBrokenByTheSocket) {
+TEST_F(CallEndTest, ASocketLostAtTheSecondCommandOfAnEndingLeavesTheRestUndone) {
+  RecordAll();
   FollowCall();
-  trace.clear();
-  int sends = 0;
-  loop.on_wait = [&] {
-    ++sends;
-    if (sends == 1) {  // inside the first Set: a reply is handled while the socket goes down
-      flags.mblnReceiving = true;
-    } else if (sends < 5) {
-      link.connected = false;
-    } else if (sends == 5) {
-      flags.mblnReceiving = false;  // the first wait went on nevertheless
-      link.connected = true;
-    } else if (sends == 6) {
-      flags.mblnReceiving = true;
-      link.connected = false;
-    }
-  };
-  const int lines = form.lstCallLog.count();
-  call_end.ResetCallDisplay();
-  EXPECT_THAT(trace, Contains("Set AudioGain 25"));
-  EXPECT_EQ(form.lstCallLog.count(), lines) << "the second wait was broken";
+  link.trace.clear();
+  int commands = 0;
+  link.on_wait = [&] { link.connected = ++commands < 2; };
+  Poll(Event("D_Release", 9001, 1207));
+  EXPECT_THAT(link.trace, ElementsAre("Set Frequency 865112500", "sleep 10", "Set AudioGain 25"));
+  EXPECT_FALSE(follower.FollowingCall());
+  EXPECT_TRUE(follower.call().RecordingActive());
+  EXPECT_EQ(form.lblCallID.caption, " 1207");
+}
+
+TEST_F(CallEndTest, ClosingParksWithEachCommandAnsweredBeforeTheNext) {
+  RecordAll();
+  FollowCall();
+  flags.mblnShuttingDown = true;
+  link.trace.clear();
+  follower.EndForClosing();
+  EXPECT_THAT(link.trace, ElementsAre("await answer", "Set Frequency 865112500", "sleep 10",
+                                      "await answer", "Set AudioGain 25"));
+  ExpectClear();
+  EXPECT_EQ(recorder.ForcedEndSuffix, "_call_forced_end");
+}
+
+TEST_F(CallEndTest, ClosingSavesWhatABrokenEndingLeft) {
+  RecordAll();
+  FollowCall();
+  link.connected = false;
+  Poll(Event("D_Release", 9001, 1207));
+  ASSERT_TRUE(follower.call().RecordingActive());
+  link.trace.clear();
+  follower.EndForClosing();
+  EXPECT_FALSE(follower.call().RecordingActive());
+  EXPECT_THAT(link.trace, IsEmpty());
+  EXPECT_EQ(recorder.ForcedEndSuffix, "") << "it was released, not forced";
+}
+
+TEST_F(CallEndTest, ALostLinkTakesTheCallItsDisplayAndTheHoldAndSavesTheRecording) {
+  RecordAll();
+  FollowCall();
+  follower.ToggleGroupHold();
+  link.trace.clear();
+  follower.DropWithLink();
+  ExpectClear();
+  EXPECT_FALSE(follower.FollowingCall());
+  EXPECT_FALSE(follower.locks().held());
+  EXPECT_EQ(form.lblGroupHold.tag, "0");
+  EXPECT_THAT(link.trace, IsEmpty());
+  EXPECT_THAT(MciCommands(), Contains("stop recsound"));
+  EXPECT_TRUE(subscribers.empty());
 }
 
 TEST_F(CallEndTest, ParkingNeedsTheLink) {
   flags.NetRemoteLinkUp = false;
-  call_end.Park();
-  EXPECT_THAT(trace, IsEmpty());
+  follower.Park();
+  EXPECT_THAT(link.trace, IsEmpty());
   EXPECT_EQ(form.lstCallLog.count(), 0);
 }
 
@@ -173,29 +198,29 @@ TEST_P(InterruptedCallTest, ParkingInTheMiddleOfASetupEndsOnTheParkCarrier) {
   RecordAll();
   Prime();
   int wait = 0;
-  loop.on_wait = [&] {
-    if (++wait == GetParam()) call_end.Park();
+  link.on_wait = [&] {
+    if (++wait == GetParam()) follower.Park();
   };
-  trace.clear();
+  link.trace.clear();
   Poll(Setup(9001, 1207, 5010, 2, 2610));
   ASSERT_GE(wait, GetParam());
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   ExpectClear();
-  EXPECT_EQ(trace.back(), "mci close all");
-  EXPECT_THAT(trace, Contains("Set Frequency 865112500"));
+  EXPECT_FALSE(mci.open());
+  EXPECT_THAT(link.trace, Contains("Set Frequency 865112500"));
 }
 
 TEST_P(InterruptedCallTest, LogModeInTheMiddleOfASetupEndsOnTheParkCarrier) {
   RecordAll();
   Prime();
   int wait = 0;
-  loop.on_wait = [&] {
+  link.on_wait = [&] {
     if (++wait != GetParam()) return;
     form.chkCreateCallActivityCvsFile.value = 1;
-    log_mode.Switched(true);
+    follower.LogModeSwitched(true);
   };
   Poll(Setup(9001, 1207, 5010, 2, 2610));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   ExpectClear();
   EXPECT_EQ(LastCallLine(), kNow + " - LOG mode active - No calls will be heard");
   int messages = 0;
@@ -210,20 +235,20 @@ TEST_P(InterruptedCallTest, ParkingOrLogModeInTheMiddleOfAnEndingCompletesIt) {
     SCOPED_TRACE(log_mode_instead);
     form.chkCreateCallActivityCvsFile.value = 0;
     RecordAll();
-    loop.on_wait = nullptr;
+    link.on_wait = nullptr;
     FollowCall(9001, log_mode_instead ? 2 : 1);
     int wait = 0;
-    loop.on_wait = [&] {
+    link.on_wait = [&] {
       if (++wait != GetParam()) return;
       if (log_mode_instead) {
         form.chkCreateCallActivityCvsFile.value = 1;
-        log_mode.Switched(true);
+        follower.LogModeSwitched(true);
       } else {
-        call_end.Park();
+        follower.Park();
       }
     };
     Poll(Event("D_Release", 9001, log_mode_instead ? 2 : 1));
-    EXPECT_FALSE(flags.FollowingCall);
+    EXPECT_FALSE(follower.FollowingCall());
     ExpectClear();
     EXPECT_EQ(recorder.ForcedEndSuffix, "") << "it was released, not forced";
   }
@@ -234,15 +259,15 @@ INSTANTIATE_TEST_SUITE_P(EveryWait, InterruptedCallTest, ::testing::Values(1, 2)
 TEST_F(CallEndTest, ALineThatArrivesInsideAResetIsTakenAfterIt) {
   FollowCall();
   int polls = 0;
-  loop.on_wait = [&] {
+  link.on_wait = [&] {
     if (++polls == 1) Poll(Setup(9002, 1300, 5020, 1, 2611));
   };
-  call_end.ResetCallDisplay();
-  EXPECT_FALSE(flags.FollowingCall);
-  loop.on_wait = nullptr;
+  follower.ResetCallDisplay();
+  EXPECT_FALSE(follower.FollowingCall());
+  link.on_wait = nullptr;
   PollNothing();
-  EXPECT_TRUE(flags.FollowingCall);
-  EXPECT_EQ(context.call.FollowedCallId, 1300);
+  EXPECT_TRUE(follower.FollowingCall());
+  EXPECT_EQ(follower.call().FollowedCallId(), 1300);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "core/call_events.h"
+#include "core/call_follower.h"
 
 #include <gmock/gmock.h>
 
@@ -13,7 +13,7 @@ using CallEventsTest = CoreTest;
 TEST_F(CallEventsTest, AReleaseEndsTheCall) {
   FollowCall();
   Poll(Event("D_Release", 9001, 1207));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_EQ(form.lstCallLog.Item(form.lstCallLog.count() - 2),
             kNow + " - Call ID: 1207 - VC D-Released");
 }
@@ -21,7 +21,7 @@ TEST_F(CallEventsTest, AReleaseEndsTheCall) {
 TEST_F(CallEventsTest, ADisconnectEndsTheCall) {
   FollowCall();
   Poll(Event("D_Disconnect", 9001, 1207));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_EQ(form.lstCallLog.Item(form.lstCallLog.count() - 2),
             kNow + " - Call ID: 1207 - VC D-Disconnect");
 }
@@ -32,13 +32,13 @@ TEST_F(CallEventsTest, OtherCallsEventsAreIgnored) {
   Poll(Event("D_Disconnect", 9001, 1208));
   Poll("SSI:9001 D_Release ");
   Poll("SSI:9001 D_Release Call ID:1207");
-  EXPECT_TRUE(flags.FollowingCall);
+  EXPECT_TRUE(follower.FollowingCall());
 }
 
 TEST_F(CallEventsTest, AGrantShowsListsAndLogsTheNewTalker) {
   AddSubscriber(5011, 9001, "Boat & Co");
   FollowCall();
-  context.call.CallTimeoutTicks = 1;
+  RunCountdownDownTo(1);
   form.chkSuppressSomePduMessages.value = 1;
   Poll(Granted(9001, 1207, 5011));
   EXPECT_EQ(form.lblCurrentSSI.caption.get(), " 5011");
@@ -46,7 +46,7 @@ TEST_F(CallEventsTest, AGrantShowsListsAndLogsTheNewTalker) {
   EXPECT_EQ(form.lblSsiLastSeen.caption.get(), "02/01/2025 03:04:05");
   EXPECT_EQ(LastCallLine(), kNow + " - Call ID: 1207 - VC D-TX-Granted SSI: 5011 [Boat & Co]");
   EXPECT_THAT(form.lstCurrentSSI_Users.items(), ElementsAre("5010", "5011"));
-  EXPECT_EQ(context.call.CallTimeoutTicks, 16);
+  EXPECT_EQ(follower.call().CallTimeoutTicks, 16);
 }
 
 TEST_F(CallEventsTest, ARepeatedGrantIsNotLoggedAgainButKeepsTheCallAlive) {
@@ -54,10 +54,10 @@ TEST_F(CallEventsTest, ARepeatedGrantIsNotLoggedAgainButKeepsTheCallAlive) {
   form.chkSuppressSomePduMessages.value = 1;
   Poll(Granted(9001, 1207, 5011));
   const int lines = form.lstCallLog.count();
-  context.call.CallTimeoutTicks = 1;
+  RunCountdownDownTo(1);
   Poll("SSI:9001 D_TX_Granted Call ID:1207 other Party_SSI:5011");
   EXPECT_EQ(form.lstCallLog.count(), lines);
-  EXPECT_EQ(context.call.CallTimeoutTicks, 16);
+  EXPECT_EQ(follower.call().CallTimeoutTicks, 16);
 }
 
 TEST_F(CallEventsTest, ATalkerWhoseNumberBeginsTheLastOneIsTakenForARepeat) {
@@ -74,9 +74,9 @@ TEST_F(CallEventsTest, AGrantWithoutAUsablePartyOnlyKeepsTheCallAlive) {
   const int lines = form.lstCallLog.count();
   for (const char* line :
        {"D_TX_Granted Call ID:1207 Party_SSI:none", "D_TX_Granted Call ID:1207 nobody "}) {
-    context.call.CallTimeoutTicks = 1;
+    RunCountdownDownTo(1);
     Poll(line);
-    EXPECT_EQ(context.call.CallTimeoutTicks, 16);
+    EXPECT_EQ(follower.call().CallTimeoutTicks, 16);
   }
   EXPECT_EQ(form.lstCallLog.count(), lines);
   EXPECT_EQ(form.lblCurrentSSI.caption.get(), " 5010");
@@ -99,12 +99,12 @@ TEST_F(CallEventsTest, ACeasedTransmissionIsLoggedOnceForTheTalker) {
   EXPECT_EQ(form.lblCurrentSSI.caption.get(), " 5010");
 }
 
-TEST_F(CallEventsTest, ACeasedTransmissionOfNobodyIsIgnored) {
+TEST_F(CallEventsTest, AnEncryptedLineOfTheFollowedCallStillActs) {
   FollowCall();
-  form.lblCurrentSSI.caption = "";
-  const int lines = form.lstCallLog.count();
-  Poll(Event("D_TX_Ceased", 9001, 1207));
-  EXPECT_EQ(form.lstCallLog.count(), lines);
+  Poll("SSI:9001 D_TX_Granted PDU encrypted Call ID:1207 Party_SSI:5011");
+  EXPECT_EQ(form.lblCurrentSSI.caption, " 5011");
+  Poll("SSI:9001 D_Release PDU encrypted Call ID:1207 ");
+  EXPECT_FALSE(follower.FollowingCall());
 }
 
 TEST_F(CallEventsTest, TalkersAreLookedUpUnderTheShownGroup) {
@@ -118,7 +118,7 @@ TEST_F(CallEventsTest, TalkersAreLookedUpUnderTheShownGroup) {
 TEST_F(CallEventsTest, AReleaseInTheSameLineAsAGrantComesFirst) {
   FollowCall();
   Poll("D_Release D_TX_Granted Call ID:1207 Party_SSI:5011");
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_EQ(form.lstCurrentSSI_Users.count(), 0);
 }
 

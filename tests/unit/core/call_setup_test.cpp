@@ -1,4 +1,4 @@
-#include "core/call_setup.h"
+#include "core/call_follower.h"
 
 #include <gmock/gmock.h>
 
@@ -11,19 +11,29 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using CallSetupTest = CoreTest;
+
+class CallSetupTest : public CoreTest {
+ protected:
+  // Holds the group of a call that is over.
+  void Hold(int gssi) {
+    FollowCall(gssi, 30000);
+    follower.ToggleGroupHold();
+    Poll(Event("D_Release", gssi, 30000));
+    link.trace.clear();
+  }
+};
 
 TEST_F(CallSetupTest, AGrantedGroupCallIsTunedShownAndLogged) {
   AddGroup(9001, "Fire & Rescue", true);
   AddSubscriber(5010, 9001, "Car & 3");
   Prime();
-  trace.clear();
+  link.trace.clear();
   Poll(Setup(9001, 1207, 5010, 2, 2610));
-  EXPECT_THAT(trace,
+  EXPECT_THAT(link.trace,
               ElementsAre("timeslot 2", "Set Frequency 865262500", "sleep 10", "Set AudioGain 47"));
-  EXPECT_TRUE(flags.FollowingCall);
-  EXPECT_EQ(context.call.FollowedCallId, 1207);
-  EXPECT_EQ(context.call.CallTimeoutTicks, 16);
+  EXPECT_TRUE(follower.FollowingCall());
+  EXPECT_EQ(follower.call().FollowedCallId(), 1207);
+  EXPECT_EQ(follower.call().CallTimeoutTicks, 16);
   EXPECT_EQ(form.lblGroupNumber.caption.get(), " 9001");
   EXPECT_EQ(form.lblGSSI_label.caption.get(), "Fire && Rescue");
   EXPECT_EQ(form.lblCarrierNumber.caption.get(), " 2610");
@@ -56,16 +66,16 @@ TEST_F(CallSetupTest, AnUnknownGroupIsAddedAndFollowed) {
 TEST_F(CallSetupTest, AQueuedCallIsFollowedLikeAGrantedOne) {
   Prime();
   Poll(Setup(9001, 1207, 5010, 2, 2610, "Transmission Request_queued"));
-  EXPECT_TRUE(flags.FollowingCall);
+  EXPECT_TRUE(follower.FollowingCall());
 }
 
 TEST_F(CallSetupTest, ANotGrantedCallIsNotFollowedAndWritesNothing) {
   Prime();
   Poll(Setup(9001, 1207, 5010, 2, 2610, "Transmission Not_granted"));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_THAT(CallLog(), IsEmpty());
   EXPECT_TRUE(groups.empty());
-  EXPECT_THAT(files.content, IsEmpty());
+  EXPECT_THAT(files.List("C:\\Corvane"), IsEmpty());
 }
 
 TEST_F(CallSetupTest, AnIndividualCallIsIgnoredAndItsNumberIsNoGroup) {
@@ -73,7 +83,7 @@ TEST_F(CallSetupTest, AnIndividualCallIsIgnoredAndItsNumberIsNoGroup) {
   Poll(
       "SSI:9001 D_Setup Transmission Granted Call ID:1207 Basic_service:Individual Party_SSI:5010 "
       "TimeSlot:2 Carrier:2610 ");
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_THAT(CallLog(), IsEmpty());
   EXPECT_TRUE(groups.empty());
 }
@@ -85,7 +95,7 @@ TEST_F(CallSetupTest, ALineWithoutANeededFieldIsIgnored) {
     Poll(ReplaceAll(whole, key, "x"));
     Poll(whole.substr(0, whole.find(key)) + key);
   }
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_THAT(CallLog(), IsEmpty());
 }
 
@@ -100,7 +110,7 @@ TEST_F(CallSetupTest, OverflowingFieldsAreIgnoredWithoutATrace) {
   Poll(
       "SSI:99999999999 D_Setup Transmission Granted Call ID:1 Basic_service:G Party_SSI:5010 "
       "TimeSlot:2 Carrier:2610 ");
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_THAT(CallLog(), IsEmpty());
   EXPECT_TRUE(groups.empty());
 }
@@ -108,7 +118,7 @@ TEST_F(CallSetupTest, OverflowingFieldsAreIgnoredWithoutATrace) {
 TEST_F(CallSetupTest, ACarrierBeyondEveryFrequencyIsIgnoredBeforeAnythingIsShown) {
   Prime();
   Poll(Setup(9001, 1207, 5010, 2, 99999));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_EQ(form.lblGroupNumber.caption.get(), "");
   EXPECT_THAT(CallLog(), IsEmpty());
 }
@@ -124,61 +134,58 @@ TEST_F(CallSetupTest, TheGroupIsTheFirstSsiOfTheLine) {
 TEST_F(CallSetupTest, ASecondSetupIsIgnoredWhateverItsPriority) {
   groups.SetPriority(AddGroup(9002, "Chief", true), 9);
   FollowCall();
-  trace.clear();
+  link.trace.clear();
   Poll(Setup(9002, 1300, 5020, 1, 2611));
-  EXPECT_EQ(context.call.FollowedCallId, 1207);
-  EXPECT_THAT(trace, IsEmpty());
+  EXPECT_EQ(follower.call().FollowedCallId(), 1207);
+  EXPECT_THAT(link.trace, IsEmpty());
   form.chkIgnorePriority.value = 1;
   Poll(Setup(9002, 1301, 5020, 1, 2611));
-  EXPECT_EQ(context.call.FollowedCallId, 1207);
+  EXPECT_EQ(follower.call().FollowedCallId(), 1207);
 }
 
 TEST_F(CallSetupTest, TheFollowedGroupsPriorityIsRemembered) {
   groups.SetPriority(AddGroup(9001, "", true), 7);
   FollowCall();
-  EXPECT_EQ(context.call.CurrentPriority, 7);
+  EXPECT_EQ(follower.call().CurrentPriority(), 7);
 }
 
 TEST_F(CallSetupTest, AGroupReleasedByHandIsSkipped) {
-  Prime();
-  context.TempGroupLockouts = {{"9001", "3"}};
+  DropByHand(9001);
   Poll(Setup(9001, 1, 5010, 2, 2610));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_THAT(CallLog(), IsEmpty());
   Poll(Setup(9002, 2, 5010, 2, 2610));
-  EXPECT_TRUE(flags.FollowingCall);
+  EXPECT_TRUE(follower.FollowingCall());
 }
 
 TEST_F(CallSetupTest, TheEmptyLockoutRowLocksNoGroupNotEvenZero) {
   Prime();
   Poll(Setup(0, 1, 5010, 2, 2610));
-  EXPECT_TRUE(flags.FollowingCall);
+  EXPECT_TRUE(follower.FollowingCall());
 }
 
 TEST_F(CallSetupTest, WhileAGroupIsHeldOnlyItsCallsAreFollowed) {
-  Prime();
-  form.lblGroupHold.fore_colour = kHoldOrange;
-  form.lblGroupHold.tag = " 9002";
+  Hold(9002);
   Poll(Setup(9001, 1, 5010, 2, 2610));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   Poll(Setup(9002, 2, 5010, 2, 2610));
-  EXPECT_TRUE(flags.FollowingCall);
+  EXPECT_TRUE(follower.FollowingCall());
+}
+
+TEST_F(CallSetupTest, ALockedOutGroupGivesNoMessageWhileAnotherIsHeld) {
+  AddGroup(9001, "Taxi", false);
+  Hold(9002);
+  form.lstCallLog.Clear();
+  Poll(Setup(9001, 1, 5010, 2, 2610));
+  EXPECT_THAT(CallLog(), IsEmpty());
 }
 
 TEST_F(CallSetupTest, AHeldGroupThatIsLockedOutIsStillSkipped) {
-  AddGroup(9002, "", false);
-  Prime();
-  form.lblGroupHold.fore_colour = kHoldOrange;
-  form.lblGroupHold.tag = " 9002";
+  const std::size_t group = AddGroup(9002, "", true);
+  Hold(9002);
+  groups.SetFollow(group, false);
   Poll(Setup(9002, 2, 5010, 2, 2610));
-  EXPECT_FALSE(flags.FollowingCall);
-}
-
-TEST_F(CallSetupTest, ATagWithoutTheHoldColourHoldsNothing) {
-  Prime();
-  form.lblGroupHold.tag = "0";
-  Poll(Setup(9001, 1, 5010, 2, 2610));
-  EXPECT_TRUE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
 }
 
 TEST_F(CallSetupTest, ALockedOutGroupIsReportedTwiceAndThenNoMore) {
@@ -187,7 +194,7 @@ TEST_F(CallSetupTest, ALockedOutGroupIsReportedTwiceAndThenNoMore) {
   for (int id = 1; id <= 5; ++id) Poll(Setup(9001, id, 5010, 2, 2610));
   EXPECT_THAT(CallLog(), ElementsAre(" - Skipping Call, lockout found GSSI: 9001 [Taxi]",
                                      " - Skipping Call, lockout found GSSI: 9001 [Taxi]"));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
 }
 
 TEST_F(CallSetupTest, LockoutReportsCanBeSuppressed) {
@@ -199,9 +206,9 @@ TEST_F(CallSetupTest, LockoutReportsCanBeSuppressed) {
 }
 
 TEST_F(CallSetupTest, AHandReleasedGroupIsNotReportedAsLockedOut) {
-  AddGroup(9001, "", false);
-  context.TempGroupLockouts = {{"9001", "3"}};
-  Prime();
+  const std::size_t group = AddGroup(9001, "", true);
+  DropByHand(9001);
+  groups.SetFollow(group, false);
   Poll(Setup(9001, 1, 5010, 2, 2610));
   EXPECT_THAT(CallLog(), IsEmpty());
 }
@@ -210,19 +217,19 @@ TEST_F(CallSetupTest, TheZeroOffsetCountsFromTheNextTuningOn) {
   for (auto& option : form.optOffsets) option.value = false;
   form.optOffsets[0].value = true;
   FollowCall();
-  EXPECT_THAT(trace, ::testing::Contains("Set Frequency 865262500"));
+  EXPECT_THAT(link.trace, ::testing::Contains("Set Frequency 865262500"));
   EXPECT_EQ(presets.FrequencyOffset, 0);
   Poll(Event("D_Release", 9001, 1207));
-  EXPECT_THAT(trace, ::testing::Contains("Set Frequency 865100000"));
+  EXPECT_THAT(link.trace, ::testing::Contains("Set Frequency 865100000"));
 }
 
 TEST_F(CallSetupTest, ABadTimeslotAbortsBeforeAnythingIsSent) {
   for (const int timeslot : {0, 5}) {
     Prime();
-    trace.clear();
+    link.trace.clear();
     Poll(Setup(9001, 10 + timeslot, 5010, timeslot, 2610));
-    EXPECT_FALSE(flags.FollowingCall);
-    EXPECT_THAT(trace, IsEmpty());
+    EXPECT_FALSE(follower.FollowingCall());
+    EXPECT_THAT(link.trace, IsEmpty());
     EXPECT_EQ(LastCallLine(), kNow + " - Timeslot is not valid - call setup aborted");
     for (const Label* label :
          {&form.lblCallID, &form.lblCarrierNumber, &form.lblTimeSlotNumber, &form.lblCurrentSSI,
@@ -236,34 +243,35 @@ TEST_F(CallSetupTest, ABadTimeslotAbortsBeforeAnythingIsSent) {
 TEST_F(CallSetupTest, ALostSocketEndsThePollStepWithTheLabelsStanding) {
   Prime();
   link.connected = false;
-  trace.clear();
+  link.trace.clear();
   Poll(Setup(9001, 1207, 5010, 2, 2610));
-  EXPECT_THAT(trace, ElementsAre("timeslot 2", "lost Set Frequency 865262500"));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_THAT(link.trace, ElementsAre("timeslot 2", "lost Set Frequency 865262500"));
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_EQ(form.lblGroupNumber.caption.get(), " 9001");
   EXPECT_EQ(form.lblTimeoutCountdown.caption.get(), "0") << "shown before, not by this step";
-  EXPECT_FALSE(sequence.running());
+  EXPECT_FALSE(follower.InSequence());
 }
 
 TEST_F(CallSetupTest, ShuttingDownInTheMiddleSendsNothingMore) {
   Prime();
-  trace.clear();
-  loop.on_wait = [&] { flags.mblnShuttingDown = true; };
+  link.trace.clear();
+  link.on_wait = [&] { flags.mblnShuttingDown = true; };
   Poll(Setup(9001, 1207, 5010, 2, 2610));
-  EXPECT_THAT(trace, ElementsAre("timeslot 2", "Set Frequency 865262500"));
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_THAT(link.trace, ElementsAre("timeslot 2", "Set Frequency 865262500"));
+  EXPECT_FALSE(follower.FollowingCall());
 }
 
-TEST_F(CallSetupTest, AReplyBeingHandledIsWaitedFor) {
+TEST_F(CallSetupTest, ASocketLostAtTheSecondCommandAbandonsTheSetup) {
   Prime();
-  int rounds = 0;
-  flags.mblnReceiving = true;
-  loop.on_wait = [&] {
-    if (++rounds == 5) flags.mblnReceiving = false;
-  };
+  link.trace.clear();
+  int commands = 0;
+  link.on_wait = [&] { link.connected = ++commands < 2; };
   Poll(Setup(9001, 1207, 5010, 2, 2610));
-  EXPECT_GE(rounds, 5);
-  EXPECT_TRUE(flags.FollowingCall);
+  EXPECT_THAT(link.trace,
+              ElementsAre("timeslot 2", "Set Frequency 865262500", "sleep 10", "Set AudioGain 47"));
+  EXPECT_FALSE(follower.FollowingCall());
+  EXPECT_EQ(form.ShapeBusy_state.fill_colour, kButtonFace);
+  EXPECT_EQ(form.lblCallID.caption, "");
 }
 
 TEST_F(CallSetupTest, RecordingFollowsTheChosenMode) {
@@ -280,9 +288,8 @@ TEST_F(CallSetupTest, RecordingFollowsTheChosenMode) {
     for (int i = 0; i < 3; ++i) {
       form.optRecordMode[static_cast<std::size_t>(i)].value = i == c.mode;
     }
-    recorder.RecordingActive = false;
     FollowCall(9001, ++call_id);
-    EXPECT_EQ(recorder.RecordingActive, c.recorded) << c.mode << " " << c.listed;
+    EXPECT_EQ(follower.call().RecordingActive(), c.recorded) << c.mode << " " << c.listed;
     EXPECT_EQ(form.ShapeBusy_state.border_width.get(), c.recorded ? 3 : 1);
     EXPECT_EQ(form.ShapeBusy_state.border_colour.get(), c.recorded ? kRed : kWindowText);
     Poll(Event("D_Release", 9001, call_id));
@@ -302,16 +309,33 @@ TEST_F(CallSetupTest, ARecordingIsNamedByTimeCallAndGroup) {
 TEST_F(CallSetupTest, TheVolumeInForceAtTheSetupIsSent) {
   presets.VcAudioGain = 33;
   FollowCall();
-  EXPECT_THAT(trace, ::testing::Contains("Set AudioGain 33"));
+  EXPECT_THAT(link.trace, ::testing::Contains("Set AudioGain 33"));
 }
 
-TEST_F(CallSetupTest, ACallerAlreadyListedLeavesTheTalkerAlone) {
+TEST_F(CallSetupTest, ACallerStillListedFromABrokenSetupLeavesTheTalkerAlone) {
   Prime();
-  form.lstCurrentSSI_Users.Add("05010");
-  Poll(Setup(9001, 1207, 5010, 2, 2610));
-  EXPECT_EQ(form.lblCurrentSSI.caption.get(), "");
-  EXPECT_EQ(form.lstCurrentSSI_Users.count(), 1);
+  link.on_wait = [&] { link.connected = false; };
+  Poll(Setup(9001, 1206, 5010, 2, 2610));
+  Poll(Setup(9001, 1207, 5011, 2, 2610));
+  EXPECT_EQ(form.lblCurrentSSI.caption, " 5011");
+  Poll(Setup(9001, 1208, 5010, 2, 2610));
+  EXPECT_EQ(form.lblCurrentSSI.caption, " 5011");
+  EXPECT_THAT(form.lstCurrentSSI_Users.items(), ElementsAre("5010", "5011"));
 }
 
+TEST_F(CallSetupTest, WhatCameOfASetupHasAName) {
+  Prime();
+  const std::string line = Setup(9001, 1207, 5010, 2, 2610);
+  link.on_wait = [&] { link.connected = false; };
+  const SetupDecision lost = follower.OnSetup(line);
+  EXPECT_EQ(lost.outcome, SetupOutcome::kAbandoned);
+  EXPECT_EQ(lost.cause, BrokenBy::kSocket);
+  link.connected = true;
+  link.on_wait = [&] { flags.mblnShuttingDown = true; };
+  EXPECT_EQ(follower.OnSetup(line).cause, BrokenBy::kShutdown);
+  flags.mblnShuttingDown = false;
+  link.on_wait = nullptr;
+  EXPECT_EQ(follower.OnSetup(line).outcome, SetupOutcome::kFollowed);
+}
 }  // namespace
 }  // namespace corvane

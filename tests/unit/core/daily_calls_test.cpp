@@ -18,16 +18,16 @@ class DailyCallsTest : public CoreTest {
     form.chkCreateCallActivityCvsFile.value = 1;
     Prime();
   }
-  std::string& DailyFile() { return files.content[kDay + "\\DailyCallActivity_15-11-2026.csv"]; }
+  std::string DailyFile() const { return FileText(kDay + "\\DailyCallActivity_15-11-2026.csv"); }
 };
 
 TEST_F(DailyCallsTest, ACallIsCountedShownAndWrittenButNotFollowed) {
   AddGroup(9001, "Fire & Rescue", true);
   LogModeOn();
-  trace.clear();
+  link.trace.clear();
   Poll(Setup(9001, 1207, 5010, 2, 2610));
-  EXPECT_FALSE(flags.FollowingCall);
-  EXPECT_THAT(trace, IsEmpty());
+  EXPECT_FALSE(follower.FollowingCall());
+  EXPECT_THAT(link.trace, IsEmpty());
   EXPECT_EQ(DailyFile(), "14:23:05;9001;1207;D-Setup Transmission Granted\r\n");
   EXPECT_EQ(form.lblCallID.caption.get(), " 1207");
   EXPECT_EQ(form.lblCarrierNumber.caption.get(), " 2610");
@@ -82,7 +82,7 @@ TEST_F(DailyCallsTest, AnIndividualCallIsNeitherWrittenNorCounted) {
       "SSI:9001 D_Setup Transmission Granted Call ID:1207 Basic_service:Individual Party_SSI:5010 "
       "TimeSlot:2 Carrier:2610 ");
   EXPECT_TRUE(activity.CallActivityTable.empty());
-  EXPECT_THAT(files.content, IsEmpty());
+  EXPECT_THAT(files.List("C:\\Corvane"), IsEmpty());
 }
 
 TEST_F(DailyCallsTest, ALockedOutGroupIsCountedToo) {
@@ -97,29 +97,29 @@ TEST_F(DailyCallsTest, AtTheChangeOfDayTheCountsAreWrittenToTheEndedDay) {
   Poll(Setup(9002, 1, 5010, 2, 2610));
   Poll(Setup(9001, 2, 5010, 2, 2610));
   Poll(Setup(9001, 3, 5010, 2, 2610));
-  clock.now = {2026, 11, 16, 0, 0, 1};
+  clock.Set({2026, 11, 16, 0, 0, 1});
   PollNothing();
   EXPECT_THAT(DailyFile(), ::testing::EndsWith("GSSI;Call Activity\r\n9001;2\r\n9002;1\r\n"));
   EXPECT_TRUE(daily.GroupCallCounts().empty());
   EXPECT_EQ(activity.CallActivityTable.size(), 2U) << "the day's table goes on";
   EXPECT_EQ(daily.CurrentDate, "16-11-2026");
   Poll(Setup(9001, 4, 5010, 2, 2610));
-  EXPECT_EQ(files.content["C:\\Corvane\\Daily\\20261116\\DailyCallActivity_16-11-2026.csv"],
+  EXPECT_EQ(FileText("C:\\Corvane\\Daily\\20261116\\DailyCallActivity_16-11-2026.csv"),
             "00:00:01;9001;4;D-Setup Transmission Granted\r\n");
 }
 
 TEST_F(DailyCallsTest, ADayWithoutCallsHasNoSummary) {
   LogModeOn();
-  clock.now = {2026, 11, 16, 0, 0, 1};
+  clock.Set({2026, 11, 16, 0, 0, 1});
   PollNothing();
-  EXPECT_THAT(files.content, IsEmpty());
+  EXPECT_THAT(files.List("C:\\Corvane"), IsEmpty());
 }
 
 TEST_F(DailyCallsTest, ASummaryThatCannotBeWrittenIsReported) {
   LogModeOn();
   Poll(Setup(9001, 1, 5010, 2, 2610));
-  files.failing = true;
-  clock.now = {2026, 11, 16, 0, 0, 1};
+  files.FailPath("DailyCallActivity", kDiskFull);
+  clock.Set({2026, 11, 16, 0, 0, 1});
   PollNothing();
   EXPECT_THAT(form.lstStatusLog.items(),
               Contains("Error saving Call Activity CVS. - 16/11/2026 00:00:01"));
@@ -130,7 +130,7 @@ TEST_F(DailyCallsTest, TheHighestCallIdSurvivesMidnightAndSwitching) {
   LogModeOn();
   Poll(Setup(9001, 100, 5010, 2, 2610));
   form.chkCreateCallActivityCvsFile.value = 0;
-  clock.now = {2026, 11, 16, 0, 0, 1};
+  clock.Set({2026, 11, 16, 0, 0, 1});
   PollNothing();
   form.chkCreateCallActivityCvsFile.value = 1;
   Poll(Setup(9001, 100, 5010, 2, 2610) + "again");
@@ -148,19 +148,19 @@ TEST_F(DailyCallsTest, MonthAndYearEndsAndLeapDaysNameTheirFiles) {
       {{2027, 1, 1, 0, 0, 0}, "20270101\\DailyCallActivity_01-01-2027.csv"},
       {{2028, 2, 29, 12, 0, 0}, "20280229\\DailyCallActivity_29-02-2028.csv"}};
   for (const auto& [time, name] : days) {
-    clock.now = time;
+    clock.Set(time);
     PollNothing();
     Poll(Setup(9001, ++call_id, 5010, 2, 2610));
-    EXPECT_TRUE(files.content.contains(std::string("C:\\Corvane\\Daily\\") + name)) << name;
+    EXPECT_TRUE(files.Content(std::string("C:\\Corvane\\Daily\\") + name).has_value()) << name;
   }
 }
 
 TEST_F(DailyCallsTest, NoSetIsEverSentInLogMode) {
   LogModeOn();
-  trace.clear();
+  link.trace.clear();
   for (int id = 1; id < 50; ++id) Poll(Setup(9000 + id, id, 5010, 1 + id % 4, 2610));
   Poll(Event("D_Release", 9001, 1));
-  EXPECT_THAT(trace, IsEmpty());
+  EXPECT_THAT(link.trace, IsEmpty());
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "core/log_mode.h"
+#include "core/call_follower.h"
 
 #include <gmock/gmock.h>
 
@@ -11,45 +11,48 @@ using ::testing::ElementsAre;
 using LogModeTest = CoreTest;
 
 TEST_F(LogModeTest, SwitchingOnLogsAnEmptyLineAndTheMessage) {
-  log_mode.Switched(true);
+  follower.LogModeSwitched(true);
   EXPECT_THAT(CallLog(), ElementsAre("", " - LOG mode active - No calls will be heard"));
 }
 
 TEST_F(LogModeTest, SwitchingOffLogsTheMessage) {
-  log_mode.Switched(false);
+  follower.LogModeSwitched(false);
   EXPECT_THAT(CallLog(), ElementsAre(" - LOG mode de-activated - Calls can now be heard"));
 }
 
 TEST_F(LogModeTest, AFollowedCallIsEndedByAReset) {
   FollowCall();
   form.chkCreateCallActivityCvsFile.value = 1;
-  log_mode.Switched(true);
-  EXPECT_FALSE(flags.FollowingCall);
+  follower.LogModeSwitched(true);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_EQ(form.lstCallLog.Item(2), kNow + " - Manual D-Release occured and UI reset");
   EXPECT_EQ(LastCallLine(), kNow + " - LOG mode active - No calls will be heard");
 }
 
 TEST_F(LogModeTest, BeyondTheVisibleRowsTheMessageIsScrolledIntoView) {
   for (int i = 0; i < 21; ++i) form.lstCallLog.Add("x");
-  log_mode.Switched(false);
+  follower.LogModeSwitched(false);
   EXPECT_EQ(form.lstCallLog.list_index(), -1);
-  log_mode.Switched(false);
+  follower.LogModeSwitched(false);
   EXPECT_EQ(form.lstCallLog.list_index(), 22);
   form.lstCallLog.ReportTopIndex(0);
-  log_mode.Switched(true);
+  follower.LogModeSwitched(true);
   EXPECT_EQ(form.lstCallLog.list_index(), form.lstCallLog.count() - 1)
       << "also when the user has scrolled up";
 }
 
 TEST_F(LogModeTest, OnAndOffWithinASequenceComeInTheirOrderAfterIt) {
-  sequence.Run([&] {
-    log_mode.Switched(true);
-    log_mode.Switched(false);
+  int waits = 0;
+  link.on_wait = [&] {
+    if (++waits > 1) return;
+    follower.LogModeSwitched(true);
+    follower.LogModeSwitched(false);
     EXPECT_EQ(form.lstCallLog.count(), 0);
-  });
-  EXPECT_THAT(CallLog(), ElementsAre("", " - LOG mode active - No calls will be heard",
+  };
+  follower.ResetCallDisplay();
+  EXPECT_THAT(CallLog(), ElementsAre(" - Manual D-Release occured and UI reset", "",
+                                     " - LOG mode active - No calls will be heard",
                                      " - LOG mode de-activated - Calls can now be heard"));
 }
-
 }  // namespace
 }  // namespace corvane

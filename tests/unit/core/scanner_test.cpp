@@ -17,9 +17,9 @@ TEST_F(ScannerTest, TheFirstPollActsOnNothingThatStandsInTheBox) {
   scanner.ScanNetworkInfo();
   EXPECT_TRUE(scanner.ScanPrimed);
   EXPECT_EQ(scanner.LastLineIndex, 3);
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   scanner.ScanNetworkInfo();
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
 }
 
 TEST_F(ScannerTest, AfterForgettingThePositionTheBoxIsHistoryAgain) {
@@ -27,7 +27,7 @@ TEST_F(ScannerTest, AfterForgettingThePositionTheBoxIsHistoryAgain) {
   scanner.ForgetPosition();
   box.lines.push_back(Setup(9001, 1207, 5010, 2, 2610));
   scanner.ScanNetworkInfo();
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
 }
 
 TEST_F(ScannerTest, OneLineIsTakenPerPoll) {
@@ -88,7 +88,7 @@ TEST_F(ScannerTest, ABoxThatDoesNotAnswerTheFirstPollIsStillHistoryLater) {
   PollNothing();
   EXPECT_TRUE(scanner.ScanPrimed);
   PollNothing();
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
 }
 
 TEST_F(ScannerTest, ALineWhoseReadingTimedOutIsTakenLater) {
@@ -108,7 +108,7 @@ TEST_F(ScannerTest, ANewBoxIsHistory) {
   box.lines.assign(200, Setup(9001, 1, 5010, 2, 2610));
   PollNothing();
   PollNothing();
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_EQ(form.lstCallLog.count(), 1);
 }
 
@@ -164,7 +164,7 @@ TEST_F(ScannerTest, ListingCanBeSuppressedButCallsAreStillFollowed) {
   Poll("D_Info a");
   EXPECT_THAT(CallLog(), IsEmpty());
   Poll(Setup(9001, 1207, 5010, 2, 2610));
-  EXPECT_TRUE(flags.FollowingCall);
+  EXPECT_TRUE(follower.FollowingCall());
 }
 
 TEST_F(ScannerTest, AnEncryptedLineIsNeitherListedNorSetUp) {
@@ -172,7 +172,7 @@ TEST_F(ScannerTest, AnEncryptedLineIsNeitherListedNorSetUp) {
   Poll(Setup(9001, 1207, 5010, 2, 2610) + "PDU encrypted ");
   Poll("SSI:9001 D_Info PDU encrypted ");
   EXPECT_THAT(CallLog(), IsEmpty());
-  EXPECT_FALSE(flags.FollowingCall);
+  EXPECT_FALSE(follower.FollowingCall());
   EXPECT_TRUE(groups.empty());
 }
 
@@ -184,7 +184,7 @@ TEST_F(ScannerTest, TheCcLogTakesEachLineTwiceAndEncryptedOnesToo) {
   Poll("SSI:9001 PDU encrypted ");
   const std::string expected = setup_line + "\r\n" + setup_line + "\r\n" +
                                "SSI:9001 PDU encrypted \r\nSSI:9001 PDU encrypted \r\n";
-  EXPECT_EQ(files.content[kDay + "\\TETRA_cc.log"], expected);
+  EXPECT_EQ(FileText(kDay + "\\TETRA_cc.log"), expected);
 }
 
 TEST_F(ScannerTest, TheCcLogTakesALineCountedInLogModeOnce) {
@@ -193,7 +193,7 @@ TEST_F(ScannerTest, TheCcLogTakesALineCountedInLogModeOnce) {
   Prime();
   const std::string setup_line = Setup(9001, 1207, 5010, 2, 2610);
   Poll(setup_line);
-  EXPECT_EQ(files.content[kDay + "\\TETRA_cc.log"], setup_line + "\r\n");
+  EXPECT_EQ(FileText(kDay + "\\TETRA_cc.log"), setup_line + "\r\n");
 }
 
 TEST_F(ScannerTest, ALineWithAMissingFieldStillReachesTheCcLogTwice) {
@@ -201,7 +201,7 @@ TEST_F(ScannerTest, ALineWithAMissingFieldStillReachesTheCcLogTwice) {
   Prime();
   const std::string line = "SSI:9001 D_Setup Transmission Granted Basic_service:Group ";
   Poll(line);
-  EXPECT_EQ(files.content[kDay + "\\TETRA_cc.log"], line + "\r\n" + line + "\r\n");
+  EXPECT_EQ(FileText(kDay + "\\TETRA_cc.log"), line + "\r\n" + line + "\r\n");
   EXPECT_THAT(CallLog(), IsEmpty());
 }
 
@@ -210,7 +210,7 @@ TEST_F(ScannerTest, TheEventLogGetsEveryEntryOnceEmptyOnesToo) {
   Prime();
   FollowCall();
   Poll(Event("D_Release", 9001, 1207));
-  const std::string& log = files.content[kDay + "\\TETRA_event.log"];
+  const std::string log = FileText(kDay + "\\TETRA_event.log");
   std::string expected;
   for (const std::string& line : form.lstCallLog.items()) expected += line + "\r\n";
   EXPECT_EQ(log, expected);
@@ -220,27 +220,27 @@ TEST_F(ScannerTest, TheEventLogGetsEveryEntryOnceEmptyOnesToo) {
 TEST_F(ScannerTest, TheEventLogSwitchedOnLateGetsWhatIsThere) {
   Prime();
   Poll("D_Info a");
-  EXPECT_FALSE(files.content.contains(kDay + "\\TETRA_event.log"));
+  EXPECT_FALSE(files.Content(kDay + "\\TETRA_event.log").has_value());
   form.chkCreateEventLog.value = 1;
   PollNothing();
-  EXPECT_EQ(files.content[kDay + "\\TETRA_event.log"], kNow + " - D_Info a\r\n");
+  EXPECT_EQ(FileText(kDay + "\\TETRA_event.log"), kNow + " - D_Info a\r\n");
   form.chkCreateEventLog.value = 0;
   Poll("D_Info b");
   form.chkCreateEventLog.value = 1;
   PollNothing();
-  EXPECT_EQ(files.content[kDay + "\\TETRA_event.log"],
+  EXPECT_EQ(FileText(kDay + "\\TETRA_event.log"),
             kNow + " - D_Info a\r\n" + kNow + " - D_Info b\r\n");
 }
 
 TEST_F(ScannerTest, AnEventLogThatCannotBeWrittenIsCaughtUpLater) {
   form.chkCreateEventLog.value = 1;
   Prime();
-  files.failing = true;
+  files.FailPath("TETRA_event", kDiskFull);
   Poll("D_Info a");
   EXPECT_EQ(scanner.EventLogNextIndex, 0);
-  files.failing = false;
+  files.FailPath("TETRA_event", kFileOk);
   Poll("D_Info b");
-  EXPECT_EQ(files.content[kDay + "\\TETRA_event.log"],
+  EXPECT_EQ(FileText(kDay + "\\TETRA_event.log"),
             kNow + " - D_Info a\r\n" + kNow + " - D_Info b\r\n");
 }
 
@@ -254,23 +254,25 @@ TEST_F(ScannerTest, TheCallLogIsClearedAt1001Entries) {
   Poll("D_Info last");
   EXPECT_EQ(form.lstCallLog.count(), 0);
   EXPECT_EQ(scanner.EventLogNextIndex, 0);
-  EXPECT_THAT(files.content[kDay + "\\TETRA_event.log"], HasSubstr("D_Info last"));
+  EXPECT_THAT(FileText(kDay + "\\TETRA_event.log"), HasSubstr("D_Info last"));
 }
 
 TEST_F(ScannerTest, TheCountdownIsShownOnEveryPoll) {
   Prime();
   EXPECT_EQ(form.lblTimeoutCountdown.caption.get(), "0");
-  context.call.CallTimeoutTicks = 7;
+  FollowCall();
+  EXPECT_EQ(form.lblTimeoutCountdown.caption.get(), "16");
+  RunCountdownDownTo(7);
   PollNothing();
   EXPECT_EQ(form.lblTimeoutCountdown.caption.get(), "7");
 }
 
 TEST_F(ScannerTest, TheDayFoldersAreCheckedOnEveryPoll) {
   Prime();
-  EXPECT_TRUE(files.folders.contains(kDay + "\\Record"));
-  files.folders.clear();
+  EXPECT_TRUE(files.IsDirectory(kDay + "\\Record"));
+  files.Remove("C:\\Corvane\\Daily");
   PollNothing();
-  EXPECT_TRUE(files.folders.contains(kDay + "\\Record"));
+  EXPECT_TRUE(files.IsDirectory(kDay + "\\Record"));
 }
 
 TEST_F(ScannerTest, InLogModeTheBoxIsClearedAt101000PollsOnAReleaseOrConnect) {
@@ -311,15 +313,15 @@ TEST_F(ScannerTest, WithoutAFollowedCallTheTimeoutIsNotTested) {
 TEST_F(ScannerTest, ASilentCallIsEndedOnAPollWithOrWithoutALine) {
   for (const bool with_line : {false, true}) {
     FollowCall(9001, with_line ? 2 : 1);
-    context.call.CallTimeoutTicks = 0;
-    trace.clear();
+    RunCountdownDownTo(0);
+    link.trace.clear();
     if (with_line) {
       Poll("D_Info other");
     } else {
       PollNothing();
     }
-    EXPECT_FALSE(flags.FollowingCall);
-    EXPECT_EQ(context.call.CallTimeoutTicks, 0);
+    EXPECT_FALSE(follower.FollowingCall());
+    EXPECT_EQ(follower.call().CallTimeoutTicks, 0);
     EXPECT_EQ(form.lblTimeoutCountdown.caption.get(), "0");
     EXPECT_EQ(form.lstCallLog.Item(form.lstCallLog.count() - 2),
               kNow + " - Call timeout occured - Did not see D-Release for Call ID: " +
@@ -331,10 +333,25 @@ TEST_F(ScannerTest, ASilentCallIsEndedOnAPollWithOrWithoutALine) {
 TEST_F(ScannerTest, NothingIsTakenWhileACallSequenceRuns) {
   Prime();
   box.lines.push_back("D_Info a");
-  sequence.Run([&] { scanner.ScanNetworkInfo(); });
-  EXPECT_EQ(form.lstCallLog.count(), 0);
+  const std::int32_t position = scanner.LastLineIndex;
+  link.on_wait = [&] {
+    scanner.ScanNetworkInfo();
+    EXPECT_EQ(scanner.LastLineIndex, position);
+  };
+  follower.ResetCallDisplay();
+  link.on_wait = nullptr;
   scanner.ScanNetworkInfo();
-  EXPECT_EQ(form.lstCallLog.count(), 1);
+  EXPECT_EQ(LastCallLine(), kNow + " - D_Info a");
+}
+
+TEST_F(ScannerTest, ABoxThatShrankAndGrewAgainBetweenTwoPollsIsScannedFromWhereItWas) {
+  Prime();
+  for (int i = 0; i < 3; ++i) Poll("D_Info " + std::to_string(i));
+  box.lines = {"D_Info a", "D_Info b", "D_Info c", "D_Info d"};
+  PollNothing();
+  EXPECT_EQ(LastCallLine(), kNow + " - D_Info d");
+  PollNothing();
+  EXPECT_EQ(form.lstCallLog.count(), 4) << "lines that came and went unseen are lost";
 }
 
 }  // namespace

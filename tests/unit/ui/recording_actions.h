@@ -15,6 +15,7 @@ class RecordingActions : public Actions {
   void StartLink() override { calls.push_back("StartLink"); }
   void ManualRelease() override { calls.push_back("ManualRelease"); }
   void ParkOnControlChannel() override { calls.push_back("ParkOnControlChannel"); }
+  void ToggleGroupHold() override { calls.push_back("ToggleGroupHold"); }
   void LogModeSwitched(bool checked) override {
     calls.push_back(checked ? "LogMode on" : "LogMode off");
   }

@@ -1,5 +1,5 @@
 // Closing of the main window.
-#include "store/shutdown.h"
+#include "app/shutdown.h"
 
 namespace corvane {
 
@@ -10,9 +10,7 @@ constexpr int kWaitStepMs = 10;
 void Shutdown::QueryUnload() {
   if (parts_.flags.mblnShuttingDown) return;
   parts_.flags.mblnShuttingDown = true;
-  if (parts_.call.IsCallFollowed()) parts_.call.ResetCallDisplay();
-  // A call whose end was under way is not followed any more but may still be recorded.
-  parts_.call.StopLeftoverRecording();
+  parts_.follower.EndForClosing();
   parts_.tmrShutdown.SetEnabled(true);
   parts_.tmrSaveTimed.SetEnabled(false);
   while (parts_.tmrSaveTimed.enabled()) {
@@ -22,8 +20,8 @@ void Shutdown::QueryUnload() {
   }
   parts_.tmrShutdown.SetEnabled(false);
   SaveEverything();
-  parts_.windows.CloseEditor();
-  parts_.windows.CloseMainWindow();
+  parts_.shell.CloseEditor();
+  parts_.shell.CloseMainWindow();
 }
 
 void Shutdown::SaveEverything() {

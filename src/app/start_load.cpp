@@ -1,5 +1,5 @@
 // The order of the readers.
-#include "store/start_load.h"
+#include "app/start_load.h"
 
 namespace corvane {
 

@@ -1,13 +1,14 @@
 // Closing the main window: the last save, guarded by tmrShutdown.
 #pragma once
 
+#include "app/shell.h"
 #include "base/loop.h"
 #include "base/prompts.h"
+#include "core/call_follower.h"
 #include "panel/form1.h"
 #include "panel/program_flags.h"
 #include "store/call_activity.h"
 #include "store/group_list.h"
-#include "store/ports.h"
 #include "store/settings_file.h"
 #include "store/subscriber_list.h"
 
@@ -23,8 +24,8 @@ struct ShutdownParts {
   Timer& tmrShutdown;
   ProgramFlags& flags;
   Form1& form;
-  CallControl& call;
-  WindowControl& windows;
+  CallFollower& follower;
+  Shell& shell;
   SubscriberList& subscribers;
   GroupList& groups;
   CallActivity& activity;
