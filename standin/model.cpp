@@ -8,8 +8,8 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "standin/commands.h"
 #include "standin/net_remote_dialogue.h"
-#include "standin/player.h"
 
 namespace corvane::standin {
 
@@ -63,10 +63,14 @@ Model::Model(Options options, Scenario scenario)
   windows_ = std::make_unique<SdrWindows>(tree_, options_, MakeActions());
   traffic_ = std::make_unique<Traffic>(air_, agenda_, now,
                                        options_.seed != 0 ? options_.seed : scenario_.seed);
-  player_ = std::make_unique<Player>(*this);
   air_.SetEvents({[this](const Pdu& pdu) { OnPdu(pdu); }, [this] { OnChange(); }});
-  BeginRunning();
-  player_->Load();
+  Revive();
+  for (const TimedCommand& timed : scenario_.commands) {
+    agenda_.Add(timed.ms, [this, &timed] {
+      const std::string fault = timed.command(*this);
+      if (!fault.empty()) Log("error", "scenario line " + Decimal(timed.line) + ": " + fault);
+    });
+  }
 }
 
 Model::~Model() = default;
@@ -91,17 +95,15 @@ std::string Model::Do(std::string_view text) {
   std::vector<Word> words;
   std::string fault = SplitWords(text, words);
   Command command;
-  if (fault.empty()) fault = ParseCommand(words, command);
-  return fault.empty() ? Do(command) : fault;
-}
-
-std::string Model::Do(const Command& command) {
-  return player_->Do(command);
+  if (fault.empty()) fault = ReadCommand(words, command);
+  return fault.empty() ? command(*this) : fault;
 }
 
 SdrWindows::Actions Model::MakeActions() {
   SdrWindows::Actions actions;
-  actions.network = [this] { OnNetwork(); };
+  actions.network = [this] {
+    Listen(options_.network_plain || tree_.Find(ids().network)->checked);
+  };
   actions.demodulator = [this] {
     const bool on = tree_.Find(ids().demodulator)->checked;
     receiver_->Change([&](ReceiverState& state) { state.demodulator_on = on; });
@@ -116,15 +118,18 @@ SdrWindows::Actions Model::MakeActions() {
   actions.play = [this] {
     receiver_->Change([](ReceiverState& state) { state.playing = !state.playing; });
   };
-  actions.start_call = [this] { player_->StartByHand(); };
-  actions.next_speaker = [this] { player_->NextSpeakerByHand(); };
-  actions.pause = [this] { player_->PauseByHand(); };
-  actions.end_call = [this] { player_->EndByHand(); };
+  actions.start_call = [this] {
+    const std::string fault = hand_calls_.Start();
+    if (!fault.empty()) Log("error", fault);
+  };
+  actions.next_speaker = [this] { hand_calls_.NextSpeaker(); };
+  actions.pause = [this] { hand_calls_.Pause(); };
+  actions.end_call = [this] { hand_calls_.End(); };
   actions.log = [this](std::string_view kind, std::string_view detail) { Log(kind, detail); };
   return actions;
 }
 
-void Model::BeginRunning() {
+void Model::Revive() {
   identity_seen_ = false;
   running_ = true;
   windows_->Open();
@@ -140,7 +145,7 @@ void Model::BeginRunning() {
     state.center_frequency_hz = state.frequency_hz;
   });
   if (options_.info_open) windows_->OpenInfo();
-  if (options_.network_on) SetNetwork(true);
+  if (options_.network_on) Listen(true);
 }
 
 void Model::Die() {
@@ -160,11 +165,7 @@ void Model::Hang(std::int64_t ms) {
   if (listeners_.hung) listeners_.hung(ms);
 }
 
-void Model::OnNetwork() {
-  SetNetwork(options_.network_plain || tree_.Find(ids().network)->checked);
-}
-
-void Model::SetNetwork(bool on) {
+void Model::Listen(bool on) {
   const std::string text(Trim(tree_.Find(ids().port)->text));
   const std::optional<std::uint16_t> port = ParseDecimal<std::uint16_t>(text);
   std::string shown = "Switched off";
@@ -186,6 +187,11 @@ void Model::SetNetwork(bool on) {
   }
   if (!options_.network_plain) tree_.SetChecked(ids().network, on);
   tree_.SetText(ids().server, shown);
+}
+
+void Model::Finish() {
+  finished_ = true;
+  Log("end", "");
 }
 
 void Model::OnPdu(const Pdu& pdu) {

@@ -41,7 +41,17 @@ class Model {
   // Carries out a command as a scenario line has it behind its time: "call id=7 ...", "hang 500".
   // "" or why it was not done.
   std::string Do(std::string_view command);
-  std::string Do(const Command& command);
+
+  // What commands do beyond what the parts below can do by themselves. Between Die and Revive there
+  // are no windows.
+  void Hang(std::int64_t ms);
+  void Die();
+  void Revive();
+  void Listen(bool on);  // as the "Network" box does
+  void WriteInfo(std::string_view text);
+  [[nodiscard]] const std::string& last_line() const { return last_line_; }  // written last
+  void Finish();
+  void Log(std::string_view kind, std::string_view detail);
 
   [[nodiscard]] bool running() const { return running_; }  // false once it has died
   // Its windows answer no message until this time; in the past: they do.
@@ -62,27 +72,20 @@ class Model {
   [[nodiscard]] Air& air() { return air_; }
   [[nodiscard]] Receiver& receiver() { return *receiver_; }
   [[nodiscard]] NetRemoteServer& server() { return *server_; }
+  [[nodiscard]] Traffic& traffic() { return *traffic_; }
+  [[nodiscard]] Agenda& agenda() { return agenda_; }
   [[nodiscard]] EventLog& log() { return log_; }
   [[nodiscard]] const Options& options() const { return options_; }
   [[nodiscard]] const Scenario& scenario() const { return scenario_; }
 
  private:
-  friend class Player;
-
   [[nodiscard]] SdrWindows::Actions MakeActions();
-  void BeginRunning();
-  void Die();
-  void Hang(std::int64_t ms);
-  void OnNetwork();
-  void SetNetwork(bool on);
   void OnPdu(const Pdu& pdu);
   void OnChange();
   void ShowIdentity();
   void ShowState();
   void ShowCalls();
   void PlanLock();
-  void WriteInfo(std::string_view text);
-  void Log(std::string_view kind, std::string_view detail);
 
   const Options options_;
   const Scenario scenario_;
@@ -90,11 +93,11 @@ class Model {
   EventLog log_;
   WindowTree tree_;
   Air air_;
+  HandCalls hand_calls_{air_};
   std::unique_ptr<Receiver> receiver_;
   std::unique_ptr<NetRemoteServer> server_;
   std::unique_ptr<SdrWindows> windows_;
   std::unique_ptr<Traffic> traffic_;
-  std::unique_ptr<class Player> player_;
   Listeners listeners_;
   std::int64_t now_ms_ = 0;
   std::int64_t hung_until_ms_ = 0;

@@ -2,17 +2,16 @@
 #include "standin/scenario.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "standin/air.h"
 #include "standin/word_reader.h"
 
 namespace corvane::standin {
 
 namespace {
 
-constexpr std::int64_t kMaxTimeMs = 1000LL * 3600 * 1000;
 constexpr std::int64_t kMaxHz = 2000000000;
 
 // The settings that stand before everything else; false when the line is none.
@@ -68,7 +67,7 @@ std::string ReadLineInto(std::string_view text, int line, std::int64_t& previous
   const bool has_time = words.front().name.empty() && words.front().value == "at";
   fault = TakeTime(words, previous_ms, timed.ms);
   if (!fault.empty()) return fault;
-  fault = ParseCommand(words, timed.command);
+  fault = ReadCommand(words, timed.command);
   if (!fault.empty()) return fault;
   if (has_time) previous_ms = timed.ms;
   scenario.commands.push_back(std::move(timed));
@@ -76,32 +75,6 @@ std::string ReadLineInto(std::string_view text, int line, std::int64_t& previous
 }
 
 }  // namespace
-
-bool ParseTime(std::string_view text, std::int64_t& ms) {
-  const std::vector<std::string> parts = Split(text, ':');
-  if (parts.size() > 3) return false;
-  std::int64_t seconds = 0;
-  for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
-    const std::optional<std::uint32_t> number = ParseDecimal<std::uint32_t>(parts[i]);
-    if (!number || (i > 0 && *number > 59)) return false;
-    seconds = (seconds + *number) * 60;
-  }
-  const std::size_t dot = parts.back().find('.');
-  const std::string whole = parts.back().substr(0, dot);
-  const std::optional<std::uint32_t> last = ParseDecimal<std::uint32_t>(whole);
-  if (!last || (parts.size() > 1 && *last > 59)) return false;
-  std::int64_t thousandths = 0;
-  if (dot != std::string::npos) {
-    std::string fraction = parts.back().substr(dot + 1);
-    if (fraction.empty() || fraction.size() > 3) return false;
-    fraction.resize(3, '0');
-    const std::optional<std::uint32_t> number = ParseDecimal<std::uint32_t>(fraction);
-    if (!number) return false;
-    thousandths = *number;
-  }
-  ms = (seconds + *last) * 1000 + thousandths;
-  return ms <= kMaxTimeMs;
-}
 
 std::string ParseScenario(std::string_view content, Scenario& scenario) {
   if (content.size() > kMaxScenarioBytes) return "the file is longer than 4 MB";

@@ -31,8 +31,4 @@ inline constexpr std::size_t kMaxScenarioLines = 50000;
 // "" or the first fault, as "line 12: ...".
 [[nodiscard]] std::string ParseScenario(std::string_view content, Scenario& scenario);
 
-// Reads "12.5", "1:02", "1:02:03.250" as milliseconds; false when it is none of these or more than
-// a thousand hours.
-[[nodiscard]] bool ParseTime(std::string_view text, std::int64_t& ms);
-
 }  // namespace corvane::standin

@@ -20,6 +20,13 @@ constexpr std::int64_t kLongestPauseMs = 2000;
 constexpr int kSlots = 4;
 constexpr int kFirstVoiceSlotOfControl = 2;  // slot 1 of the control carrier is the control channel
 
+constexpr int kFirstHandId = 12001;
+constexpr std::int32_t kFirstHandGroup = 9001;
+constexpr int kHandGroups = 5;
+constexpr std::int32_t kFirstHandParty = 5010;
+constexpr int kHandParties = 20;
+constexpr int kHandCarrier = 6;  // above the control channel
+
 }  // namespace
 
 std::int64_t Random::Between(std::int64_t low, std::int64_t high) {
@@ -184,6 +191,41 @@ std::string Traffic::NoiseLine() {
   };
   const auto last = static_cast<std::int64_t>(lines.size()) - 1;
   return lines[static_cast<std::size_t>(random_.Between(0, last))];
+}
+
+std::string HandCalls::Start() {
+  Call call;
+  call.id = kFirstHandId + count_;
+  call.group = kFirstHandGroup + count_ % kHandGroups;
+  call.party = kFirstHandParty + count_ % kHandParties;
+  call.carrier = air_.control_carrier + kHandCarrier;
+  call.slot = 1;
+  while (call.slot < kSlots && !air_.IsFree(call.carrier, call.slot)) ++call.slot;
+  if (!air_.IsFree(call.carrier, call.slot)) {
+    return "all four timeslots of the carrier are taken: end a call first";
+  }
+  ++count_;
+  id_ = call.id;
+  return air_.Start(call);
+}
+
+void HandCalls::NextSpeaker() {
+  const Call* call = air_.Find(id_);
+  if (call == nullptr) return;
+  const std::int32_t next = (call->party - kFirstHandParty + 1) % kHandParties;
+  (void)air_.Speak(id_, kFirstHandParty + next);
+}
+
+void HandCalls::Pause() {
+  (void)air_.Pause(id_);
+}
+
+void HandCalls::End() {
+  (void)air_.Release(id_, "User_requested", false);
+  id_ = 0;
+  for (const auto& [id, call] : air_.calls()) {
+    if (id >= kFirstHandId && id < kFirstHandId + count_) id_ = id;
+  }
 }
 
 }  // namespace corvane::standin

@@ -1,14 +1,15 @@
-// Calls and other lines at random, exactly repeatable from a seed.
+// Where calls come from besides the scenario: at random, exactly repeatable from a seed, and from
+// the practice buttons.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "standin/agenda.h"
 #include "standin/air.h"
-#include "standin/commands.h"
 
 namespace corvane::standin {
 
@@ -23,6 +24,24 @@ class Random {
  private:
   std::uint64_t Next();
   std::uint64_t state_;
+};
+
+// Percentages are of all calls.
+struct TrafficSettings {
+  int calls_per_hour = 0;  // 0: no traffic
+  std::vector<std::int32_t> groups = {9001, 9002, 9003};
+  std::int32_t first_party = 5010;
+  std::int32_t last_party = 5040;
+  std::vector<int> carriers = {2610, 2611};
+  int shortest_ms = 5000;
+  int longest_ms = 40000;
+  int individual = 0;
+  int encrypted = 0;
+  int queued = 0;
+  int not_granted = 0;
+  int missed = 0;        // their release is not sent
+  int disconnected = 0;  // end with D_Disconnect
+  int first_id = 1;
 };
 
 class Traffic {
@@ -56,6 +75,24 @@ class Traffic {
   int noise_per_hour_ = 0;
   Agenda::Ticket next_call_ = 0;
   Agenda::Ticket next_noise_ = 0;
+};
+
+// What the practice buttons do; each acts on the call that was started last by the first of them.
+class HandCalls {
+ public:
+  explicit HandCalls(Air& air) : air_(air) {}
+
+  // On the sixth carrier above the control channel. "" or why there is no call.
+  std::string Start();
+  void NextSpeaker();
+  void Pause();
+  // Afterwards the buttons act on the call started before, if it goes on.
+  void End();
+
+ private:
+  Air& air_;
+  int id_ = 0;
+  int count_ = 0;
 };
 
 }  // namespace corvane::standin

@@ -3,14 +3,13 @@
 // system.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "standin/edit_text.h"
 
 namespace corvane::standin {
 
@@ -49,6 +48,36 @@ enum class Paint {
   kNormal,
   kOther,   // a drawn check box in another theme's colours
   kHeader,  // a label on a coloured ground
+};
+
+// The text of a multi-line edit box without word wrap, and its answers about lines. Lines are
+// separated by CR LF; a text always has at least one line, the last one being what follows the last
+// CR LF.
+class EditText {
+ public:
+  EditText() : starts_(1, 0) {}
+
+  void Set(std::string_view text);
+  void Append(std::string_view text);
+  // Drops whole lines from the front until at most `bytes` are left.
+  void KeepLast(std::size_t bytes);
+
+  [[nodiscard]] const std::string& text() const { return text_; }
+  [[nodiscard]] std::int32_t LineCount() const;
+  // Position of a line's first character; -1 beyond the last line. -1 asks for the caret's line.
+  [[nodiscard]] std::int32_t LineIndex(std::int32_t line) const;
+  // Length of the line that holds the character at `position`; 0 beyond the end.
+  [[nodiscard]] std::int32_t LineLength(std::int32_t position) const;
+  // The line without its line end; nothing when there is no such line.
+  [[nodiscard]] std::string Line(std::int32_t line) const;
+
+ private:
+  void Index(std::size_t from);
+  [[nodiscard]] std::size_t LengthOf(std::size_t line) const;
+
+  std::string text_;
+  std::vector<std::size_t> starts_;
+  std::size_t caret_line_ = 0;
 };
 
 struct WindowSpec {

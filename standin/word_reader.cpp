@@ -1,4 +1,4 @@
-// Also here: how a line is split into words.
+// Every fault names the word as the user wrote it.
 #include "standin/word_reader.h"
 
 #include <algorithm>
@@ -6,7 +6,6 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
-#include "standin/scenario.h"
 
 namespace corvane::standin {
 
@@ -86,6 +85,32 @@ std::string SplitWords(std::string_view line, std::vector<Word>& words) {
   }
 }
 
+bool ParseTime(std::string_view text, std::int64_t& ms) {
+  const std::vector<std::string> parts = Split(text, ':');
+  if (parts.size() > 3) return false;
+  std::int64_t seconds = 0;
+  for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
+    const std::optional<std::uint32_t> number = ParseDecimal<std::uint32_t>(parts[i]);
+    if (!number || (i > 0 && *number > 59)) return false;
+    seconds = (seconds + *number) * 60;
+  }
+  const std::size_t dot = parts.back().find('.');
+  const std::string whole = parts.back().substr(0, dot);
+  const std::optional<std::uint32_t> last = ParseDecimal<std::uint32_t>(whole);
+  if (!last || (parts.size() > 1 && *last > 59)) return false;
+  std::int64_t thousandths = 0;
+  if (dot != std::string::npos) {
+    std::string fraction = parts.back().substr(dot + 1);
+    if (fraction.empty() || fraction.size() > 3) return false;
+    fraction.resize(3, '0');
+    const std::optional<std::uint32_t> number = ParseDecimal<std::uint32_t>(fraction);
+    if (!number) return false;
+    thousandths = *number;
+  }
+  ms = (seconds + *last) * 1000 + thousandths;
+  return ms <= kMaxTimeMs;
+}
+
 std::string WordReader::Next(std::string_view what) {
   for (std::size_t i = 0; i < words_.size(); ++i) {
     if (taken_[i] || !words_[i].name.empty()) continue;
@@ -113,13 +138,6 @@ std::size_t WordReader::NextChoice(std::string_view what,
   }
   Fail(std::string(what) + " is one of " + all + ", not \"" + text + "\"");
   return 0;
-}
-
-bool WordReader::HasNext() const {
-  for (std::size_t i = 0; i < words_.size(); ++i) {
-    if (!taken_[i] && words_[i].name.empty()) return true;
-  }
-  return false;
 }
 
 bool WordReader::Has(std::string_view name) const {

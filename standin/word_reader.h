@@ -1,17 +1,33 @@
-// Takes a command's words apart: by place, by name, with ranges. The first fault is kept; after it
-// every answer is the default.
+// The language of scenario lines: a line as words, and a command's words taken apart by place, by
+// name, with ranges.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "standin/commands.h"
-
 namespace corvane::standin {
 
+// One word of a line: `value`, or `name=value`; a value may stand in double quotes.
+struct Word {
+  std::string name;
+  std::string value;
+  bool quoted = false;
+};
+inline constexpr std::size_t kMaxLineBytes = 4096;
+
+// "" or what is wrong.
+[[nodiscard]] std::string SplitWords(std::string_view line, std::vector<Word>& words);
+
+inline constexpr std::int64_t kMaxTimeMs = 1000LL * 3600 * 1000;  // a thousand hours
+// Reads "12.5", "1:02", "1:02:03.250" as milliseconds; false when it is none of these or more than
+// kMaxTimeMs.
+[[nodiscard]] bool ParseTime(std::string_view text, std::int64_t& ms);
+
+// The first fault is kept; after it every answer is the default.
 class WordReader {
  public:
   explicit WordReader(const std::vector<Word>& words) : words_(words), taken_(words.size()) {}
@@ -21,7 +37,6 @@ class WordReader {
   std::int64_t NextNumber(std::string_view what, std::int64_t low, std::int64_t high);
   // One of `choices`, as its index.
   std::size_t NextChoice(std::string_view what, std::initializer_list<std::string_view> choices);
-  [[nodiscard]] bool HasNext() const;
 
   // "name=value".
   [[nodiscard]] bool Has(std::string_view name) const;

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace corvane::standin {
 namespace {
 
@@ -133,6 +135,51 @@ TEST_F(NetRemoteDialogueTest, SetsByHandWithTheSameChecks) {
   EXPECT_EQ(SetByHand(receiver_, "SquelchEnabled", "true"), "");
   EXPECT_EQ(SetByHand(receiver_, "AudioGain", "99"), "Greater than 60");
   EXPECT_NE(SetByHand(receiver_, "IsPlaying", "true"), "");
+}
+
+TEST_F(NetRemoteDialogueTest, ReadsTextsWithEscapesAndBlanksAnywhere) {
+  EXPECT_EQ(Answer(" {\"\\u0043ommand\" : \"S\\u0065t\",\"Method\":\"DetectorType\", "
+                   "\"other\": null,\"Value\"\t:\"\\u0057FM\" } \r\n"),
+            kOk);
+  EXPECT_EQ(receiver_.state().detector, "WFM");
+  EXPECT_EQ(Set("DetectorType", "\"W\\/FM\""),
+            Error("Value error", "Expected one of NFM, AM, LSB, USB, WFM, DSB, CW, RAW"));
+}
+
+class NoCommandTest : public NetRemoteDialogueTest,
+                      public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(NoCommandTest, IsASyntaxError) {
+  EXPECT_EQ(Answer(GetParam()), Error("Syntax error", "Expected one command"));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, NoCommandTest,
+                         ::testing::Values("", " ", "{", "}", "{}{}", "{\"a\"}", "{\"a\":}",
+                                           "{\"a\":1,}", "{\"a\":1", "{\"a\":WFM}", "{a:1}",
+                                           "{\"a\":{\"b\":1}}", "{\"a\":[1]}", "{\"a\":1}x",
+                                           "{\"a\":\"x}", "{\"a\":\"\\q\"}", "{\"a\":\"\\u12\"}",
+                                           "{\"a\":-}", "{\"a\":1.}", "{\"a\":\"\n\"}",
+                                           "{\"a\":1}{\"b\":2}", "[]", "1", "\"a\""));
+
+TEST_F(NetRemoteDialogueTest, SurvivesAnyBytes) {
+  constexpr unsigned kSeed = 20261115;
+  std::mt19937 random(kSeed);
+  constexpr std::string_view kAlphabet = "{}\":,\\u0aAtruefalsn -1.e\r\n\x01\xff";
+  int objects = 0;
+  for (int i = 0; i < 50000; ++i) {
+    std::string text = i % 2 == 0 ? "{" : "";
+    for (auto left = random() % 24; left > 0; --left) {
+      text += kAlphabet[random() % kAlphabet.size()];
+    }
+    const std::string reply = Answer(text);
+    if (reply == Error("Command error", "Expected a command")) {
+      ++objects;
+    } else {
+      ASSERT_EQ(reply, Error("Syntax error", "Expected one command"))
+          << text << " seed " << kSeed << " round " << i;
+    }
+  }
+  EXPECT_GT(objects, 0);
 }
 
 }  // namespace
