@@ -1,11 +1,9 @@
 // The system's own controls under names of our own.
 #include "standin/mirror_controls_win.h"
 
-#include <windows.h>
-
 #include <algorithm>
 
-#include "standin/mirror_paint_win.h"
+#include "standin/wine_win.h"
 
 namespace corvane::standin {
 
@@ -15,6 +13,11 @@ constexpr DWORD kFrameStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIM
 constexpr WPARAM kListExtent = 1400;
 constexpr LPARAM kEndOfText = 0x7FFFFFFE;
 constexpr LPARAM kMaxEditBytes = 0x7FFFFFFE;
+
+constexpr int kFontHeight = -12;
+constexpr RECT kGlyph{2, 2, 14, 14};
+constexpr COLORREF kHeaderColour = RGB(214, 222, 235);
+constexpr COLORREF kSelectedColour = 10580318;
 
 struct Look {
   const char* base;  // the system's class; nullptr: none
@@ -48,9 +51,36 @@ Look LookOf(Kind kind) {
   return {nullptr, WS_CHILD};
 }
 
+void Fill(HDC device, const RECT& rect, COLORREF colour) {
+  const HBRUSH brush = CreateSolidBrush(colour);
+  FillRect(device, &rect, brush);
+  DeleteObject(brush);
+}
+
+void DrawCheckBox(HDC device, const Window& window) {
+  RECT all{0, 0, window.box.width, window.box.height};
+  Fill(device, all, GetSysColor(COLOR_BTNFACE));
+  std::int32_t colour = window.checked ? kCheckedColour : kUncheckedColour;
+  if (window.paint == Paint::kOther) colour = kOtherColour;
+  Fill(device, kGlyph, static_cast<COLORREF>(colour));
+  FrameRect(device, &kGlyph, static_cast<HBRUSH>(GetStockObject(GRAY_BRUSH)));
+  all.left = kGlyph.right + 6;
+  SetTextColor(device, GetSysColor(COLOR_BTNTEXT));
+  DrawTextA(device, window.text.c_str(), -1, &all, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+}
+
+void DrawSelector(HDC device, const Window& window) {
+  RECT all{0, 0, window.box.width, window.box.height};
+  Fill(device, all, window.checked ? kSelectedColour : GetSysColor(COLOR_BTNFACE));
+  DrawEdge(device, &all, window.checked ? EDGE_SUNKEN : EDGE_RAISED, BF_RECT);
+  SetTextColor(device, window.checked ? RGB(255, 255, 255) : GetSysColor(COLOR_BTNTEXT));
+  DrawTextA(device, window.text.c_str(), -1, &all,
+            DT_SINGLELINE | DT_VCENTER | DT_CENTER | DT_NOPREFIX);
+}
+
 }  // namespace
 
-void* ControlFactory::Register(const Window& window) {
+WNDPROC ControlFactory::Register(const Window& window) {
   if (IsEdit(window.kind)) return RegisterEdit(window.class_name);
   const char* base = LookOf(window.kind).base;
   WNDCLASSEXA info{};
@@ -64,43 +94,42 @@ void* ControlFactory::Register(const Window& window) {
   }
   const WNDPROC original = info.lpfnWndProc;
   if (registered_.insert(window.class_name).second) {
-    info.lpfnWndProc = reinterpret_cast<WNDPROC>(procedure_);
+    info.lpfnWndProc = procedure_;
     info.hInstance = GetModuleHandleA(nullptr);
     info.lpszClassName = window.class_name.c_str();
     info.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
     RegisterClassExA(&info);
   }
-  return reinterpret_cast<void*>(original);
+  return original;
 }
 
 // Unicode through and through: EM_GETLINE from another process is to be repaired as it arrives,
 // before a conversion copies by the unfilled length word.
-void* ControlFactory::RegisterEdit(const std::string& name) {
+WNDPROC ControlFactory::RegisterEdit(const std::string& name) {
   WNDCLASSEXW info{};
   info.cbSize = sizeof info;
   GetClassInfoExW(nullptr, L"EDIT", &info);
   const WNDPROC original = info.lpfnWndProc;
   if (registered_.insert(name).second) {
     const std::wstring wide(name.begin(), name.end());  // letters, digits, "_" and "." alone
-    info.lpfnWndProc = reinterpret_cast<WNDPROC>(procedure_);
+    info.lpfnWndProc = procedure_;
     info.hInstance = GetModuleHandleA(nullptr);
     info.lpszClassName = wide.c_str();
     info.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
     RegisterClassExW(&info);
   }
-  return reinterpret_cast<void*>(original);
+  return original;
 }
 
-void ControlFactory::Create(const Window& window, void* parent, void* data) const {
+void ControlFactory::Create(const Window& window, HWND parent, void* data) const {
   const Box& box = window.box;
-  const HWND holder = static_cast<HWND>(parent);
   const HINSTANCE program = GetModuleHandleA(nullptr);
   const bool shown = window.visible && window.kind != Kind::kFrame;
   const DWORD style = LookOf(window.kind).style | (shown ? WS_VISIBLE : 0);
   if (!IsEdit(window.kind)) {
     const HWND made =
         CreateWindowExA(0, window.class_name.c_str(), window.text.c_str(), style, box.left, box.top,
-                        box.width, box.height, holder, nullptr, program, data);
+                        box.width, box.height, parent, nullptr, program, data);
     if (window.kind == Kind::kListBox) {
       SendMessageA(made, LB_SETHORIZONTALEXTENT, kListExtent, 0);
       FillList(made, window.items);
@@ -110,26 +139,51 @@ void ControlFactory::Create(const Window& window, void* parent, void* data) cons
   }
   const std::wstring wide(window.class_name.begin(), window.class_name.end());
   const HWND made = CreateWindowExW(0, wide.c_str(), L"", style, box.left, box.top, box.width,
-                                    box.height, holder, nullptr, program, data);
+                                    box.height, parent, nullptr, program, data);
   if (window.kind == Kind::kMultiLine) SendMessageA(made, EM_SETLIMITTEXT, kMaxEditBytes, 0);
   const bool many = window.kind == Kind::kMultiLine;
   SetWindowTextA(made, (many ? window.lines.text() : window.text).c_str());
+}
+
+ControlPainter::ControlPainter()
+    : font_(CreateFontA(kFontHeight, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                        OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                        DEFAULT_PITCH | FF_SWISS, "Tahoma")),
+      header_brush_(CreateSolidBrush(kHeaderColour)) {}
+
+ControlPainter::~ControlPainter() {
+  DeleteObject(font_);
+  DeleteObject(header_brush_);
+}
+
+HBRUSH ControlPainter::PrepareHeader(HDC device) const {
+  SetBkColor(device, kHeaderColour);
+  return header_brush_;
+}
+
+void ControlPainter::Draw(HDC device, const Window& window) const {
+  const HGDIOBJ before = SelectObject(device, font_);
+  SetBkMode(device, TRANSPARENT);
+  if (window.kind == Kind::kSelector) {
+    DrawSelector(device, window);
+  } else {
+    DrawCheckBox(device, window);
+  }
+  SelectObject(device, before);
 }
 
 bool IsEdit(Kind kind) {
   return kind == Kind::kTextBox || kind == Kind::kMultiLine;
 }
 
-std::string WindowText(void* handle) {
-  const HWND window = static_cast<HWND>(handle);
+std::string WindowText(HWND window) {
   std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
   text.resize(
       static_cast<std::size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
   return text;
 }
 
-void FillList(void* handle, const std::vector<std::string>& items) {
-  const HWND list = static_cast<HWND>(handle);
+void FillList(HWND list, const std::vector<std::string>& items) {
   SendMessageA(list, WM_SETREDRAW, FALSE, 0);
   SendMessageA(list, LB_RESETCONTENT, 0, 0);
   for (const std::string& item : items) {
@@ -139,9 +193,8 @@ void FillList(void* handle, const std::vector<std::string>& items) {
   InvalidateRect(list, nullptr, TRUE);
 }
 
-void AddToList(void* handle, const std::vector<std::string>& items, std::size_t added) {
+void AddToList(HWND list, const std::vector<std::string>& items, std::size_t added) {
   if (items.empty()) return;
-  const HWND list = static_cast<HWND>(handle);
   SendMessageA(list, WM_SETREDRAW, FALSE, 0);
   for (std::size_t i = items.size() - std::min(added, items.size()); i < items.size(); ++i) {
     SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(items[i].c_str()));
@@ -154,8 +207,7 @@ void AddToList(void* handle, const std::vector<std::string>& items, std::size_t 
   InvalidateRect(list, nullptr, TRUE);
 }
 
-void AppendToEdit(void* handle, const std::string& text) {
-  const HWND edit = static_cast<HWND>(handle);
+void AppendToEdit(HWND edit, const std::string& text) {
   SendMessageA(edit, EM_SETSEL, kEndOfText, kEndOfText);
   SendMessageA(edit, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
 }
@@ -164,7 +216,7 @@ void AppendToEdit(void* handle, const std::string& text) {
 // a block that begins one word inside an allocation, and fills neither the block's first word, by
 // which the control decides how many characters it copies, nor the word before it, by which the
 // system decides how many it sends back. The heap knows how many there is room for.
-void RepairGetLine(std::intptr_t block) {
+void RepairGetLine(LPARAM block) {
   if (!IsWine() || block == 0 || (InSendMessageEx(nullptr) & ISMEX_SEND) == 0) return;
   WORD* words = reinterpret_cast<WORD*>(block) - 1;
   const SIZE_T bytes = HeapSize(GetProcessHeap(), 0, words);

@@ -123,7 +123,7 @@ class Program {
   }
 
   void Dispatch(MSG& message) {
-    const HWND main = static_cast<HWND>(mirror_->Handle(model_.ids().main));
+    const HWND main = mirror_->Handle(model_.ids().main);
     if (main != nullptr && IsDialogMessageA(main, &message)) return;
     TranslateMessage(&message);
     DispatchMessageA(&message);

@@ -2,7 +2,7 @@
 import os
 import re
 
-from .tree import Finding, is_windows_source, under
+from .tree import Finding, is_windows_file, under
 
 # What each folder of src/ may use besides itself.
 LAYERS = {
@@ -70,20 +70,29 @@ def check(tree):
                 continue
             graph[path].append(target)
             yield from check_direction(path, line, target)
+            yield from check_portable(path, line, target)
     yield from circles(graph)
 
 
 def check_system(path, line, name):
     test_library = name.startswith(TEST_LIBRARIES)
-    if is_windows_source(path) or (path, name) in OTHER_HEADERS:
+    if is_windows_file(path) or (path, name) in OTHER_HEADERS:
         return
     if test_library and not under(path, ("tests", "bench")):
         yield Finding(path, line, "include", f"<{name}> outside tests and benchmarks")
     elif not test_library and name not in STANDARD:
         yield Finding(path, line, "system-header",
-                      f"<{name}> is no standard header; only *_win.cpp may include others")
+                      f"<{name}> is no standard header; only *_win.* may include others")
     elif name in BESIDE_THE_SEAMS and under(path, ("src", "standin")):
         yield Finding(path, line, "seam", f"<{name}> goes past the seams")
+
+
+def check_portable(path, line, target):
+    """A header of the system's own carries the system's headers with it. What lies in tests/desktop
+    is built for Windows alone."""
+    if target.endswith("_win.h") and not is_windows_file(path) and \
+            not path.startswith("tests/desktop/"):
+        yield Finding(path, line, "system-header", f"only *_win.* may include {target}")
 
 
 def check_direction(path, line, target):

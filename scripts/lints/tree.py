@@ -71,8 +71,9 @@ def under(path, folders):
     return path.split("/", 1)[0] in folders
 
 
-def is_windows_source(path):
-    return path.endswith("_win.cpp")
+def is_windows_file(path):
+    """A file that may know the system; only its like include its header."""
+    return path.endswith(("_win.cpp", "_win.h"))
 
 
 TOKEN = re.compile(

@@ -5,7 +5,7 @@ A pattern is written in pieces where it would otherwise find itself.
 import re
 import subprocess
 
-from .tree import Finding, at, bare_code, is_windows_source, under
+from .tree import Finding, at, bare_code, is_windows_file, under
 
 # Working papers, machines and unfinished business: in text files, file names and commit messages.
 WORDS = [
@@ -43,7 +43,7 @@ def everywhere(_):
 
 
 def portable(path):
-    return not is_windows_source(path)
+    return not is_windows_file(path)
 
 
 def portable_program(path):
