@@ -41,8 +41,8 @@ cp samples/*.txt "$FOLDER"
 
 step "Corvane follows calls"
 CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") wine_here \
-  "$BUILD/mingw/tests/desktop/demo_driver.exe" --folder "$(windows_path "$FOLDER")" \
-  --scenario "$(windows_path "$ROOT/tests/desktop/demo.scenario")" \
+  "$BUILD/mingw/demo/demo_driver.exe" --folder "$(windows_path "$FOLDER")" \
+  --scenario "$(windows_path "$ROOT/demo/demo.scenario")" \
   --pictures "$(windows_path "$ROOT/demo-output")" "$@" 2>"$LOGS/demo.log" </dev/null |
   sed -u 's/\r$//'
 

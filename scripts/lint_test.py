@@ -16,7 +16,7 @@ GOOD = {
     "CMakeLists.txt": "add_subdirectory(src/base)\nadd_subdirectory(src/core)\n"
                       "add_subdirectory(src/ui)\nadd_subdirectory(src/store)\n"
                       "add_subdirectory(src/record)\nadd_subdirectory(tests)\n"
-                      "add_subdirectory(standin)\n",
+                      "add_subdirectory(standin)\nadd_subdirectory(demo)\n",
     "src/base/CMakeLists.txt": "corvane_library(base\n  thing.cpp\n  thing_win.cpp)\n",
     "src/base/thing.h": "// A thing.\n#pragma once\n\n#include <string>\n",
     "src/base/thing.cpp": '// How things are.\n#include "base/thing.h"\n',
@@ -35,6 +35,8 @@ GOOD = {
                             "  // The first.\n  lblOne = 1001,\n  lblTwo = 1002,\n};\n",
     "standin/CMakeLists.txt": "add_library(standin model.cpp)\n",
     "standin/model.cpp": '// A model.\n#include "base/thing.h"\n',
+    "demo/CMakeLists.txt": "add_executable(demo show.cpp)\n",
+    "demo/show.cpp": "// Shows.\n#include <chrono>\n",
     "tests/CMakeLists.txt": "foreach(folder base)\n  add_subdirectory(unit/${folder})\n"
                             "endforeach()\n",
     "tests/unit/base/CMakeLists.txt": "corvane_test(unit_base SOURCES thing_test.cpp)\n",
@@ -145,6 +147,10 @@ BROKEN = [
     ("source in no list", {"src/base/lost.cpp": "// Lost.\n"}, "list", "src/base/lost.cpp"),
     ("test in no list", {"tests/unit/base/lost_test.cpp": "// Lost.\n"},
      "list", "tests/unit/base/lost_test.cpp"),
+    ("source of the demonstration in no list", {"demo/lost.cpp": "// Lost.\n"},
+     "list", "demo/lost.cpp"),
+    ("system header in the demonstration",
+     {"demo/show.cpp": "// Shows.\n#include <windows.h>\n"}, "system-header", "demo/show.cpp"),
     ("list of a missing source", {"src/record/CMakeLists.txt":
                                   "corvane_library(record sound.cpp noise.cpp)\n"},
      "list", "src/record/CMakeLists.txt"),

@@ -4,14 +4,18 @@
 // demo_driver --folder PROGRAM_FOLDER --scenario FILE --pictures FOLDER [--calls N] [--keep-open]
 // PROGRAM_FOLDER holds Corvane.exe with its label files. Ends with 0 when N calls were followed to
 // their end and a recording was left.
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "base/number_text.h"
-#include "desktop/demo_account.h"
+#include "demo/demo_account.h"
+#include "desktop/harness/corvane_program.h"
+#include "desktop/harness/standin_program.h"
 #include "desktop/harness/wait.h"
 
 namespace corvane::desktop {
@@ -62,13 +66,21 @@ Arguments Read(const std::vector<std::string>& words) {
   return arguments;
 }
 
+// One line with the time since the beginning in front.
+void Tell(const std::string& text) {
+  static const auto begin = std::chrono::steady_clock::now();
+  const std::chrono::duration<double> since = std::chrono::steady_clock::now() - begin;
+  std::printf("%6.1f s  %s\n", since.count(), text.c_str());
+  std::fflush(stdout);
+}
+
 class Demo {
  public:
   explicit Demo(Arguments arguments)
       : arguments_(std::move(arguments)),
         corvane_(arguments_.folder),
         sdr_(arguments_.folder),
-        account_(corvane_, sdr_) {}
+        account_(Tell) {}
 
   bool Run() {
     StartPrograms();
@@ -80,11 +92,13 @@ class Demo {
   }
 
  private:
+  void Look() { account_.Look(corvane_.CallLog(), sdr_.Log()); }
+
   void Await(const std::string& what, const std::function<bool()>& state,
              int limit_ms = kGenerousLimit_ms) {
     const bool came = WaitFor(
         [&] {
-          account_.Look();
+          Look();
           return state();
         },
         limit_ms);
@@ -95,16 +109,16 @@ class Demo {
     if (!sdr_.Start({"--scenario", arguments_.scenario.string()})) {
       throw std::runtime_error("the stand-in for SDR# did not start");
     }
-    account_.Tell("a stand-in for SDR# is running: " + TextOf(sdr_.Window()));
+    Tell("a stand-in for SDR# is running: " + TextOf(sdr_.Window()));
     if (!corvane_.Start()) throw std::runtime_error("Corvane did not start");
     MoveWindowTo(corvane_.Window(), kCorvaneLeft, kCorvaneTop);
-    account_.Tell("Corvane is running; it says: " + Last(corvane_.StatusLog()));
-    account_.Tell("base frequency 300 MHz, recording of all calls switched on");
+    Tell("Corvane is running; it says: " + Last(corvane_.StatusLog()));
+    Tell("base frequency 300 MHz, recording of all calls switched on");
     ChooseInCombo(corvane_.Control(ControlId::cboBaseFrequency), 2);
     Click(corvane_.Control(ControlId::optRecordMode_1));
     Await("the record mode",
           [this] { return Checked(corvane_.Control(ControlId::optRecordMode_1)); });
-    account_.Tell("\"Start\" is pressed");
+    Tell("\"Start\" is pressed");
     Click(corvane_.Control(ControlId::cmdStartAll));
     Await("the network", [this] { return !corvane_.Caption(ControlId::lblNetworkInfo).empty(); });
   }
@@ -131,7 +145,7 @@ class Demo {
   void TakePictures(const std::string& when) {
     TakePicture(sdr_.Window(), "sdr-" + when);
     TakePicture(corvane_.Window(), "corvane-" + when);
-    account_.Tell("pictures taken " + when + " a call");
+    Tell("pictures taken " + when + " a call");
   }
 
   void TakePicture(WindowHandle window, const std::string& name) {
@@ -145,10 +159,10 @@ class Demo {
   }
 
   void WaitForTheUser() {
-    account_.Tell("both windows stay open; close Corvane's to end");
+    Tell("both windows stay open; close Corvane's to end");
     while (corvane_.Running()) {
       (void)WaitFor([this] { return !corvane_.Running(); }, kGenerousLimit_ms);
-      account_.Look();
+      Look();
     }
   }
 
@@ -156,7 +170,7 @@ class Demo {
     if (corvane_.Running()) Close(corvane_.Window());
     const auto code = corvane_.TheProcess().WaitForExit(kGenerousLimit_ms);
     if (code != 0u) throw std::runtime_error("Corvane did not end well");
-    account_.Tell("Corvane is closed; lists and settings are saved");
+    Tell("Corvane is closed; lists and settings are saved");
     int recordings = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(arguments_.folder)) {
       if (entry.path().extension() != ".wav") continue;
@@ -164,8 +178,7 @@ class Demo {
       const auto bytes = entry.file_size();
       const auto seconds =
           bytes > kWavHeaderBytes ? (bytes - kWavHeaderBytes) / kRecordedBytesPerSecond : 0;
-      account_.Tell("recorded: " + entry.path().filename().string() + ", " + Decimal(seconds) +
-                    " s");
+      Tell("recorded: " + entry.path().filename().string() + ", " + Decimal(seconds) + " s");
     }
     return recordings > 0;
   }

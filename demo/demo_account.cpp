@@ -1,9 +1,7 @@
 // How each kind of line is told.
-#include "desktop/demo_account.h"
+#include "demo/demo_account.h"
 
-#include <chrono>
-#include <cstdio>
-#include <utility>
+#include <string_view>
 
 #include "base/number_text.h"
 #include "base/text.h"
@@ -39,16 +37,7 @@ std::optional<std::int64_t> SetupBefore(const std::vector<LogLine>& log, std::si
 
 }  // namespace
 
-void DemoAccount::Tell(const std::string& text) const {
-  static const auto begin = std::chrono::steady_clock::now();
-  const std::chrono::duration<double> since = std::chrono::steady_clock::now() - begin;
-  std::printf("%6.1f s  %s\n", since.count(), text.c_str());
-  std::fflush(stdout);
-}
-
-void DemoAccount::Look() {
-  const std::vector<LogLine> log = sdr_.Log();
-  const std::vector<std::string> calls = corvane_.CallLog();
+void DemoAccount::Look(const std::vector<std::string>& calls, const std::vector<LogLine>& log) {
   // The call log is emptied when it is full; what is left of it then is new.
   if (calls.size() < call_lines_) call_lines_ = 0;
   for (; call_lines_ < calls.size(); ++call_lines_) TellCallLine(calls[call_lines_]);
@@ -57,28 +46,28 @@ void DemoAccount::Look() {
 
 void DemoAccount::TellCallLine(const std::string& line) {
   if (line.starts_with("MCC:")) {
-    Tell("network seen: " + line);
+    tell_("network seen: " + line);
   } else if (Contains(line, " - On carrier: ")) {
     ++calls_begun_;
     speaker_changes_ = 0;
     voice_told_ = false;
-    Tell("call " + After(line, "Call ID: ", " - ") + " set up on group " + After(line, "Group: ") +
-         ", carrier " + After(line, "On carrier: ", " - "));
+    tell_("call " + After(line, "Call ID: ", " - ") + " set up on group " + After(line, "Group: ") +
+          ", carrier " + After(line, "On carrier: ", " - "));
   } else if (Contains(line, " - Calling SSI: ")) {
-    Tell("    " + After(line, "Calling SSI: ") + " speaks");
+    tell_("    " + After(line, "Calling SSI: ") + " speaks");
   } else if (Contains(line, "VC D-TX-Granted SSI: ")) {
     ++speaker_changes_;
-    Tell("    now " + After(line, "SSI: ") + " speaks");
+    tell_("    now " + After(line, "SSI: ") + " speaks");
   } else if (Contains(line, "VC D-TX-Ceased SSI: ")) {
-    Tell("    " + After(line, "SSI: ") + " stops speaking");
+    tell_("    " + After(line, "SSI: ") + " stops speaking");
   } else if (Contains(line, "VC D-Released") || Contains(line, "VC D-Disconnect")) {
     ++calls_ended_;
-    Tell("    call " + After(line, "Call ID: ", " - ") + " released by the network");
+    tell_("    call " + After(line, "Call ID: ", " - ") + " released by the network");
   } else if (Contains(line, "Call timeout occured")) {
     ++calls_ended_;
-    Tell("    call " + After(line, "Call ID: ") + " has fallen silent and is given up");
+    tell_("    call " + After(line, "Call ID: ") + " has fallen silent and is given up");
   } else if (Contains(line, "Skipping Call, lockout found")) {
-    Tell("call on group " + After(line, "GSSI: ") + " skipped: the group is locked out");
+    tell_("call on group " + After(line, "GSSI: ") + " skipped: the group is locked out");
   }
 }
 
@@ -88,7 +77,7 @@ void DemoAccount::TellStandinLine(const std::vector<LogLine>& log, std::size_t i
     TellTuning(After(line.detail, "\"Value\": ", "}"), line.ms, SetupBefore(log, index));
   } else if (line.kind == "tone" && line.detail.starts_with("group=") && !voice_told_) {
     voice_told_ = true;
-    Tell("    voice of group " + After(line.detail, "group=", " ") + " is heard");
+    tell_("    voice of group " + After(line.detail, "group=", " ") + " is heard");
   }
 }
 
@@ -97,12 +86,12 @@ void DemoAccount::TellTuning(const std::string& hertz, std::int64_t ms,
                              std::optional<std::int64_t> setup_ms) {
   if (control_channel_.empty()) {
     control_channel_ = hertz;
-    Tell("parked on the control channel, " + Megahertz(hertz));
+    tell_("parked on the control channel, " + Megahertz(hertz));
   } else if (hertz == control_channel_) {
-    Tell("    back on the control channel, " + Megahertz(hertz));
+    tell_("    back on the control channel, " + Megahertz(hertz));
   } else if (setup_ms) {
-    Tell("    tuned to " + Megahertz(hertz) + ", " + Decimal(ms - *setup_ms) +
-         " ms after the setup was decoded");
+    tell_("    tuned to " + Megahertz(hertz) + ", " + Decimal(ms - *setup_ms) +
+          " ms after the setup was decoded");
   }
 }
 
