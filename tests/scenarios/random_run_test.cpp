@@ -27,7 +27,10 @@ class RandomRun {
   void Go() {
     world_.BringUp();
     if (::testing::Test::HasFatalFailure()) return;
-    world_.loop.SetAfterEvent([this] { CheckInvariants(); });
+    world_.loop.SetAfterEvent([this] {
+      CheckInvariants();
+      UseTheWindowInAWait();
+    });
     world_.Do(
         "traffic calls-per-hour=900 groups=9001,9002,9003,9004 carriers=2610,2611 "
         "parties=5010-5030 length=1-15 individual=5 encrypted=5 queued=10 not-granted=10 "
@@ -135,6 +138,19 @@ class RandomRun {
     }
   }
 
+  // An event that ends deeper than the outermost one runs inside somebody's wait, and so does what
+  // the user does right after it.
+  void UseTheWindowInAWait() {
+    if (healing_ || world_.loop.depth() == 0 || in_a_wait_ || Pick(0, 7) != 0) return;
+    in_a_wait_ = true;
+    world_.loop.Post(EventSource::kUser, [this] {
+      if (world_.loop.depth() > 1) ++actions_in_waits_;
+      Note("inside a wait");
+      UseTheWindow();
+      in_a_wait_ = false;
+    });
+  }
+
   void Note(const std::string& what) { world_.trace.push_back("          * " + what); }
 
   void CheckInvariants() {
@@ -161,6 +177,9 @@ class RandomRun {
 
   void Heal() {
     if (::testing::Test::HasFailure()) return;
+    healing_ = true;
+    EXPECT_GT(actions_in_waits_, 0);
+    world_.Run(100);  // what the user has begun
     Form1& form = world_.form();
     static_cast<void>(world_.desktop->model().Do("revive"));
     for (const char* command :
@@ -199,6 +218,9 @@ class RandomRun {
 
   std::mt19937 random_;
   World world_;
+  bool in_a_wait_ = false;
+  bool healing_ = false;
+  int actions_in_waits_ = 0;
 };
 
 int FromEnvironment(const char* name, int otherwise) {
