@@ -1,16 +1,26 @@
-# What each job needs of a bare Debian 12, installed when it is not there yet.
+# What each job needs of a bare Debian 12 or 13, installed when it is not there yet. Every name
+# stands in both releases or is provided there by a package of another name.
 
 # Cross-building the Windows programs; the stand-in and the tests use nothing else.
 BUILD_PACKAGES="ca-certificates cmake ninja-build g++-mingw-w64-x86-64-posix googletest"
 # Running Windows programs: wine's screen driver loads the X libraries only at run time.
 RUN_PACKAGES="wine wine64 xvfb xauth x11-utils pulseaudio pulseaudio-utils fonts-wine
-  libgnutls30 libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1
-  libxxf86vm1"
+  libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1"
 BENCH_PACKAGES="cmake ninja-build g++ libc6-dev googletest libbenchmark-dev"
-TEST_PACKAGES="$BENCH_PACKAGES make python3 clang libclang-rt-14-dev clang-format git"
+TEST_PACKAGES="$BENCH_PACKAGES make python3 clang libclang-rt-dev clang-format git"
 
-package_installed() {
-  [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+# missing_packages NAME...: those that are neither installed nor provided by one that is, a line
+# each. What is there for another architecture only is missing.
+missing_packages() {
+  local name architecture
+  local -A there=()
+  architecture=$(dpkg --print-architecture)
+  while read -r name; do there[$name]=yes; done < <(
+    dpkg-query -W -f '${db:Status-Status} ${Architecture} ${Package}, ${Provides}\n' |
+      sed -n "s/^installed \(all\|$architecture\) //p" | sed 's/([^)]*)//g' | tr -s ', ' '\n')
+  for name in "$@"; do
+    [ -n "${there[$name]:-}" ] || echo "$name"
+  done
 }
 
 as_root() {
@@ -28,17 +38,14 @@ in a terminal"
 
 # need_packages NAME...: a second run finds everything there and takes no time.
 need_packages() {
-  local name missing=()
-  for name in "$@"; do
-    package_installed "$name" || missing+=("$name")
-  done
+  local missing=()
+  command -v apt-get >/dev/null || die "this needs Debian's packages: $*"
+  mapfile -t missing < <(missing_packages "$@")
   [ ${#missing[@]} -gt 0 ] || return 0
-  command -v apt-get >/dev/null || die "this needs Debian's packages: ${missing[*]}"
   step "Installing ${#missing[@]} packages: ${missing[*]}"
   as_root env DEBIAN_FRONTEND=noninteractive apt-get -q update
   as_root env DEBIAN_FRONTEND=noninteractive apt-get -q install -y --no-install-recommends \
     -o Dpkg::Use-Pty=0 "${missing[@]}"
-  for name in "${missing[@]}"; do
-    package_installed "$name" || die "package $name could not be installed"
-  done
+  mapfile -t missing < <(missing_packages "${missing[@]}")
+  [ ${#missing[@]} -eq 0 ] || die "these packages could not be installed: ${missing[*]}"
 }
