@@ -18,6 +18,7 @@ for level in $LEVELS; do
   [[ " $ALL_LEVELS " == *" $level "* ]] || die "no level '$level'; there are: $ALL_LEVELS"
 done
 
+WERROR=ON
 need_packages $BUILD_PACKAGES $RUN_PACKAGES $TEST_PACKAGES
 for level in $LEVELS; do
   step "$level"

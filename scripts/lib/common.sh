@@ -50,11 +50,15 @@ trap run_cleanups EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-# configure_and_build PRESET LOG TARGET...: without targets, everything.
+# ON where warnings are to be errors.
+WERROR=OFF
+
+# configure_and_build PRESET TARGET...: without targets, everything.
 configure_and_build() {
   local preset=$1
   shift
-  run_logged "configure-$preset" cmake -S "$ROOT" --preset "$preset" || return 1
+  run_logged "configure-$preset" cmake -S "$ROOT" --preset "$preset" \
+    -DCORVANE_WERROR="$WERROR" || return 1
   run_logged "build-$preset" cmake --build "$BUILD/$preset" -j "$JOBS" \
     ${1:+--target "$@"} || return 1
 }
