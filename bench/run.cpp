@@ -15,6 +15,16 @@ namespace corvane::bench {
 
 namespace {
 
+// Google Benchmark 1.8 gave the member that tells it another name.
+template <typename Run>
+bool Failed(const Run& run) {
+  if constexpr (requires { run.error_occurred; }) {
+    return run.error_occurred;
+  } else {
+    return run.skipped != 0;
+  }
+}
+
 class Fastest : public benchmark::ConsoleReporter {
  public:
   Fastest() : ConsoleReporter(OO_None) {}
@@ -22,12 +32,12 @@ class Fastest : public benchmark::ConsoleReporter {
   void ReportRuns(const std::vector<Run>& runs) override {
     std::vector<Run> shown;
     const auto is_shown = [](const Run& run) {
-      return run.repetitions <= 1 || run.aggregate_name == "median" || run.error_occurred;
+      return run.repetitions <= 1 || run.aggregate_name == "median" || Failed(run);
     };
     std::copy_if(runs.begin(), runs.end(), std::back_inserter(shown), is_shown);
     if (!shown.empty()) ConsoleReporter::ReportRuns(shown);
     for (const Run& run : runs) {
-      if (run.error_occurred) {
+      if (Failed(run)) {
         failed = true;
       } else if (run.run_type == Run::RT_Iteration) {
         Note(run);
