@@ -1,28 +1,11 @@
-"""Words and calls that must not stand in the project.
+"""Calls, signs of unfinished work and addresses that must not stand in the project.
 
 A pattern is written in pieces where it would otherwise find itself.
 """
 import re
-import subprocess
 
 from .tree import Finding, at, bare_code, is_windows_file, under
 
-# Working papers, machines and unfinished business: in text files, file names and commit messages.
-WORDS = [
-    (r"\bR[0-9]+\.[0-9]+-[0-9]+", "number of a working paper"),
-    (r"\bR[0-9]+-[0-9]{2}\b", "number of a working paper"),
-    (r"\bA-[0-9]{3}\b", "number of a working paper"),
-    (r"\bPart [0-9]", "chapter of a working paper"),
-    (r"(?i)\bthis part of the (" + "contract|sp" + r"ec)", "chapter of a working paper"),
-    (r"(?i)\brul" + r"ings?\b", "working paper"),
-    (r"(?i)\bsp" + r"ec(s|ifications?|\.md)\b|\bthe sp" + r"ec\b", "working paper"),
-    (r"(?i)\brequire" + r"ments?\.md\b", "working paper"),
-    (r"(?i)\bde" + r"sign\.md\b", "working paper"),
-    (r"/wor" + r"k/", "path of one machine"),
-    (r"/ho" + r"me/[a-z]", "path of one machine"),
-    (r"(?<![\w.])/ro" + r"ot/", "path of one machine"),
-    (r"(?i)\blanguage mod" + r"el\b|\bco-auth" + r"ored-by\b", "tool that wrote it"),
-]
 UNFINISHED = [
     (r"\bTO" + r"DO\b|\bFIX" + r"ME\b|\bHA" + r"CK\b", "unfinished"),
     (r"\bTEMPO" + r"RARY\b", "unfinished"),
@@ -81,11 +64,8 @@ CALLS = [
 
 
 def check(tree):
-    for path in tree.paths:
-        yield from find_words(path, 1, "file name", path)
     for path in tree.written():
         for line, text in tree.lines(path):
-            yield from find_words(path, line, "word", text)
             for match in ADDRESS.finditer(text):
                 if match.group(1) not in HOSTS:
                     yield Finding(path, line, "word", f"address of a server: {match.group(1)}")
@@ -100,23 +80,3 @@ def check(tree):
                 for match in re.finditer(pattern, code):
                     yield Finding(path, at(code, match.start()), "call",
                                   f"{match.group(0).strip()}: {why}")
-    yield from check_messages(tree)
-
-
-def find_words(path, line, lint, text):
-    for pattern, why in WORDS:
-        match = re.search(pattern, text)
-        if match:
-            yield Finding(path, line, lint, f"{why}: {match.group(0)}")
-
-
-def check_messages(tree):
-    """Commit messages say why in the project's own words too."""
-    logged = subprocess.run(
-        ["git", "-c", "safe.directory=*", "log", "--format=%h%x01%B%x02"], cwd=tree.root,
-        capture_output=True)
-    if logged.returncode != 0:
-        return  # not a checkout, or one without a commit
-    for entry in logged.stdout.decode("utf-8", "replace").split("\x02"):
-        name, _, message = entry.strip().partition("\x01")
-        yield from find_words(f"commit {name}", 1, "message", message)
