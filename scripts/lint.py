@@ -2,7 +2,8 @@
 """Checks what a program can check of the project's rules.
 
 `scripts/lint.py` first tries every lint on broken examples, then checks the whole project. Prints
-one line per finding, "path:line: [lint] message", and ends with 1 when there is any.
+one line per finding, "path:line: [lint] message", and ends with 1 when there is any. What cannot
+be checked on this machine is told in a line that begins with "note: ".
 `scripts/lint.py FOLDER` checks a project in another folder, without the examples.
 """
 import os
@@ -35,6 +36,8 @@ def main(arguments):
     found = findings_of(root)
     for finding in found:
         print(finding)
+    for note in form.notes():
+        print(f"note: {note}")
     print(f"{len(found)} findings")
     return 1 if found else 0
 

@@ -4,7 +4,10 @@
 FUZZ_SECONDS=${FUZZ_SECONDS:-8}
 PROGRAM_LIMIT=900
 
-level_lint() { run_one lint python3 scripts/lint.py; }
+level_lint() {
+  run_one lint python3 scripts/lint.py
+  sed -n 's/^note: /        /p' "$LOGS/lint.log"
+}
 
 level_native() {
   if ! configure_and_build sanitize; then

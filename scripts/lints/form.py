@@ -13,7 +13,9 @@ LONGEST_OPENING_OF_A_TEST = 10
 # Files of the program that may be longer, each with the reason.
 LONGER_FILES = {}
 
-FORMATTER = "clang-format"
+# Another version lays the same code out otherwise.
+FORMATTER_VERSION = 14
+FORMATTERS = (f"clang-format-{FORMATTER_VERSION}", "clang-format")
 
 
 def check(tree):
@@ -74,19 +76,43 @@ def check_lengths(tree, path):
             start = None
 
 
+def formatter():
+    """The command to check the format with, or None; and which versions there are instead."""
+    others = []
+    for command in FORMATTERS:
+        if shutil.which(command) is not None:
+            told = subprocess.run([command, "--version"], capture_output=True, text=True).stdout
+            match = re.search(r"version (\d+)", told)
+            version = int(match.group(1)) if match else 0
+            if version == FORMATTER_VERSION:
+                return command, []
+            others.append(version)
+    return None, others
+
+
+def notes():
+    """What this machine leaves unchecked, told beside the findings."""
+    command, others = formatter()
+    if command is None and others:
+        yield (f"the format is not checked: that takes clang-format {FORMATTER_VERSION}, "
+               f"here is {others[0]}")
+
+
 def check_format(tree):
     code = tree.code()
     if not code:
         return
-    if shutil.which(FORMATTER) is None:
-        yield Finding(code[0], 1, "format", f"{FORMATTER} is not installed")
+    command, others = formatter()
+    if command is None:
+        if not others:
+            yield Finding(code[0], 1, "format", f"{FORMATTERS[-1]} is not installed")
         return
-    run = subprocess.run([FORMATTER, "--dry-run", "-Werror", "--style=file", *code], cwd=tree.root,
+    run = subprocess.run([command, "--dry-run", "-Werror", "--style=file", *code], cwd=tree.root,
                          capture_output=True, text=True, errors="replace")
     places = {}
     for match in re.finditer(r"^(.+?):(\d+):\d+: error: ", run.stderr, re.MULTILINE):
         places.setdefault(match.group(1), []).append(int(match.group(2)))
     for path, lines in places.items():
-        yield Finding(path, lines[0], "format", f"{FORMATTER} changes it in {len(lines)} places")
+        yield Finding(path, lines[0], "format", f"{command} changes it in {len(lines)} places")
     if run.returncode != 0 and not places:
-        yield Finding(code[0], 1, "format", f"{FORMATTER}: {run.stderr.strip()[:200]}")
+        yield Finding(code[0], 1, "format", f"{command}: {run.stderr.strip()[:200]}")
