@@ -85,7 +85,12 @@ void NetRemoteServer::Received(ClientId client, std::string_view bytes) {
 }
 
 void NetRemoteServer::Gone(ClientId client) {
-  if (clients_.erase(client) > 0) Log("close", client, "by the client");
+  const auto found = clients_.find(client);
+  if (found == clients_.end()) return;
+  found->second.gone = true;
+  if (found->second.busy) return;
+  clients_.erase(found);
+  Log("close", client, "by the client");
 }
 
 void NetRemoteServer::Open() {
@@ -113,7 +118,11 @@ void NetRemoteServer::Finish(ClientId id, const std::string& command) {
   const auto found = clients_.find(id);
   if (found == clients_.end()) return;
   found->second.busy = !found->second.inbox.empty();
-  if (found->second.busy) agenda_.Add(hooks_.now_ms(), [this, id] { Read(id); });
+  if (found->second.busy) {
+    agenda_.Add(hooks_.now_ms(), [this, id] { Read(id); });
+  } else if (found->second.gone) {
+    Gone(id);
+  }
 }
 
 void NetRemoteServer::Emit(ClientId id, std::string reply, Fault& fault) {
@@ -162,7 +171,8 @@ void NetRemoteServer::Later(ClientId id, int ms, std::string bytes) {
 }
 
 void NetRemoteServer::SendNow(ClientId id, std::string_view bytes) {
-  if (!clients_.contains(id) || bytes.empty()) return;
+  const auto found = clients_.find(id);
+  if (found == clients_.end() || found->second.gone || bytes.empty()) return;
   Log("reply", id, bytes);
   if (wire_ != nullptr) wire_->Send(id, bytes);
 }

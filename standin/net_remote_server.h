@@ -75,7 +75,8 @@ class NetRemoteServer {
   // As when the program ends: everything closed, nothing left to be handled.
   void Die();
 
-  // What the wire tells. Accepted gives 0 when there are four clients already: close it then.
+  // What the wire tells. Accepted gives 0 when there are four clients already: close it then. What
+  // a client sent before it went is still carried out.
   ClientId Accepted();
   void Received(ClientId client, std::string_view bytes);
   void Gone(ClientId client);
@@ -90,6 +91,7 @@ class NetRemoteServer {
     std::string inbox;
     std::string held_back;
     bool busy = false;
+    bool gone = false;              // nothing can be sent to it any more
     std::int64_t last_send_ms = 0;  // when the last part of what was answered goes out
   };
 

@@ -15,7 +15,10 @@ class NetRemoteServerTest : public ::testing::Test, public NetRemoteServer::Wire
  protected:
   NetRemoteServerTest()
       : server_(agenda_, {[this] { return now_ms_; },
-                          [](std::string_view text) { return "<" + std::string(text) + ">"; },
+                          [this](std::string_view text) {
+                            answered_.emplace_back(text);
+                            return "<" + std::string(text) + ">";
+                          },
                           [](std::string_view, std::string_view) {}}) {
     server_.SetWire(this);
   }
@@ -50,6 +53,7 @@ class NetRemoteServerTest : public ::testing::Test, public NetRemoteServer::Wire
   std::int64_t now_ms_ = 0;
   Agenda agenda_;
   NetRemoteServer server_;
+  Strings answered_;
   Strings sent_;
   Strings closed_;
   std::vector<int> ports_;
@@ -119,6 +123,21 @@ TEST_F(NetRemoteServerTest, TakesWhatCameMeanwhileAsOneCommand) {
   server_.Received(client, "c");
   Advance(300);
   EXPECT_EQ(sent_, (Strings{"100:1:<a>", "200:1:<bc>"}));
+}
+
+TEST_F(NetRemoteServerTest, CarriesOutWhatAClientSentBeforeItWent) {
+  const ClientId client = Connect();
+  server_.SetHandlingMs(100);
+  server_.Received(client, "a");
+  Advance(10);
+  server_.Received(client, "b");
+  server_.Gone(client);
+  Advance(150);
+  EXPECT_EQ(server_.client_count(), 1u);
+  Advance(300);
+  EXPECT_EQ(answered_, (Strings{"a", "b"}));
+  EXPECT_EQ(sent_, Strings{});
+  EXPECT_EQ(server_.client_count(), 0u);
 }
 
 TEST_F(NetRemoteServerTest, TakesWhatComesAtTheSameMomentAsOneCommand) {
