@@ -15,6 +15,8 @@ inline constexpr char kChildTitle[] = "Contract child v1.0";
 inline constexpr int kChildCheckBoxId = 11;
 inline constexpr int kChildEditId = 12;
 inline constexpr unsigned kChildHangMessage = 0x8001;  // wParam: milliseconds
+// A property of the top-level window from when it hangs to when it does not any more.
+inline constexpr char kChildHangs[] = "CorvaneContract.Hangs";
 inline constexpr std::int32_t kChildRed = 0x000000FF;
 inline constexpr std::int32_t kChildGreen = 0x0000FF00;
 // In its client area: the upper part is red, the lower green from this line on.

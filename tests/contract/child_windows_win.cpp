@@ -58,7 +58,9 @@ void Paint(HWND window) {
 LRESULT CALLBACK TopProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
   switch (message) {
     case kChildHangMessage:
+      SetPropA(window, kChildHangs, GetModuleHandleA(nullptr));
       Sleep(static_cast<DWORD>(w));
+      RemovePropA(window, kChildHangs);
       return 0;
     case WM_PAINT:
       Paint(window);

@@ -1,4 +1,5 @@
-// The laws of Loop, each as one case. Times are chosen so that a slow machine changes nothing.
+// The laws of Loop, each as one case. Times are chosen so that a slow machine changes nothing;
+// where a time must not have passed, the clock says whether it has.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -75,7 +76,8 @@ TEST_F(LoopContract, AnIdleLoopDispatchesTimersAndPostedEvents) {
   const auto timer = Started(50, Say("tick"));
   loop_.Post(EventSource::kUser, Say("posted"));
   ASSERT_TRUE(world_->IdleUntil([this] { return trace_.size() >= 4; }));
-  EXPECT_EQ(trace_, (Trace{"posted", "tick", "tick", "tick"}));
+  // Between two looks more than one tick may come.
+  EXPECT_EQ(Trace(trace_.begin(), trace_.begin() + 4), (Trace{"posted", "tick", "tick", "tick"}));
 }
 
 TEST_F(LoopContract, TicksComeNoFasterThanTheirPeriod) {
@@ -94,10 +96,14 @@ TEST_F(LoopContract, AtMostOneTickIsPending) {
 }
 
 TEST_F(LoopContract, MissedTicksAreDroppedAndNotMadeUpFor) {
-  const auto timer = Started(2000, Say("tick"));
+  const auto timer = Started(200, Say("tick"));
   loop_.Sleep(5000);
-  for (int i = 0; i < 5; ++i) loop_.DoEvents();
-  EXPECT_EQ(trace_, Trace{"tick"});
+  const std::int64_t begin = loop_.TickMs();
+  for (int i = 0; i < 20; ++i) loop_.DoEvents();
+  const std::int64_t took = loop_.TickMs() - begin;
+  EXPECT_GE(trace_.size(), 1U);
+  // One for all that were missed, and those that became due since.
+  EXPECT_LE(static_cast<std::int64_t>(trace_.size()), 2 + took / 200);
 }
 
 TEST_F(LoopContract, EnablingAnEnabledTimerDoesNotRestartIt) {
@@ -112,11 +118,12 @@ TEST_F(LoopContract, EnablingAnEnabledTimerDoesNotRestartIt) {
 TEST_F(LoopContract, DisablingAndEnablingRestartsATimer) {
   const auto timer = Started(3000, Say("tick"));
   loop_.Sleep(1700);
+  const std::int64_t restarted = loop_.TickMs();
   timer->SetEnabled(false);
   timer->SetEnabled(true);
   loop_.Sleep(1500);
   loop_.DoEvents();
-  EXPECT_EQ(trace_, Trace());
+  EXPECT_TRUE(trace_.empty() || loop_.TickMs() - restarted >= 3000);
 }
 
 TEST_F(LoopContract, TheDueTickOfADisabledTimerDoesNotCome) {
@@ -132,10 +139,11 @@ TEST_F(LoopContract, TheDueTickOfADisabledTimerDoesNotCome) {
 TEST_F(LoopContract, ATickThatWasDueBeforeARestartDoesNotCome) {
   const auto timer = Started(2000, Say("tick"));
   loop_.Sleep(2100);
+  const std::int64_t restarted = loop_.TickMs();
   timer->SetEnabled(false);
   timer->SetEnabled(true);
   loop_.DoEvents();
-  EXPECT_EQ(trace_, Trace());
+  EXPECT_TRUE(trace_.empty() || loop_.TickMs() - restarted >= 2000);
 }
 
 TEST_F(LoopContract, AHandlerMayDisableAnotherDueTimer) {
@@ -162,15 +170,17 @@ TEST_F(LoopContract, AHandlerMayDisableItself) {
 
 TEST_F(LoopContract, AHandlerMayReEnableItselfAndThenWaitsAWholePeriod) {
   std::unique_ptr<Timer> timer;
+  std::int64_t enabled = 0;
   timer = Started(1500, [&] {
     Say("tick")();
     timer->SetEnabled(false);
     loop_.Sleep(1600);
+    enabled = loop_.TickMs();
     timer->SetEnabled(true);
   });
   ASSERT_TRUE(world_->IdleUntil([this] { return !trace_.empty(); }));
   loop_.DoEvents();
-  EXPECT_EQ(trace_, Trace{"tick"});
+  EXPECT_TRUE(trace_.size() == 1 || loop_.TickMs() - enabled >= 1500);
   ASSERT_TRUE(world_->IdleUntil([this] { return trace_.size() > 1; }));
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "base/number_text.h"
 #include "contract/factories.h"
 
 namespace corvane::contract {
@@ -37,10 +38,19 @@ class MciContract : public ::testing::Test {
     Do("set recsound bitspersample 16");
     Do("set recsound alignment 2");
   }
+  // A device may be late with its first piece of sound.
+  void AwaitSound() {
+    for (int waited = 0; waited < kPatienceMs; waited += 10) {
+      if (ParseShown<int>(Status("position")).value_or(0) > 0) return;
+      world_->Pass(10);
+    }
+    ADD_FAILURE() << "nothing is recorded";
+  }
   void RecordTo(const std::string& path, int ms) {
     Open();
     Do("record recsound");
     world_->Pass(ms);
+    AwaitSound();
     Do("stop recsound");
     Do("save recsound \"" + path + "\"");
     EXPECT_EQ(Status("channels"), "1");

@@ -63,9 +63,10 @@ class RealWindowsUnderTest : public WindowsUnderTest {
   bool IsInFront() override { return GetForegroundWindow() == top_; }
   void Hang(int ms) override {
     PostMessageA(top_, kChildHangMessage, static_cast<WPARAM>(ms), 0);
-    // It hangs as soon as it has taken the message.
-    DWORD_PTR answer = 0;
-    while (SendMessageTimeoutA(top_, WM_NULL, 0, 0, SMTO_NORMAL, 50, &answer) != 0) Sleep(1);
+    // It hangs as soon as it has taken the message. That it is slow to answer would not say so.
+    if (!loop_.IdleUntil([this] { return GetPropA(top_, kChildHangs) != nullptr; })) {
+      throw std::runtime_error("the child does not hang");
+    }
   }
   void End() override { child_.End(); }
 

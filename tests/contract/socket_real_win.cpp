@@ -48,7 +48,9 @@ TEST_F(SocketWinTest, AFloodThatIsNotReadIsHeldBackAndThenArrivesWhole) {
   ASSERT_TRUE(Until([this] { return received_.ends_with("\r\n"); }));
   received_.clear();
   reading_ = false;
+  const int before = arrivals_;
   std::thread sender([&] { peer_.Send(sent); });
+  EXPECT_TRUE(Until([&] { return arrivals_ > before; }));
   const std::int64_t end = loop_.TickMs() + 1500;
   while (loop_.TickMs() < end) loop_.WaitForSocketEvents(50);
   received_ = socket_.GetData();

@@ -159,7 +159,10 @@ unsigned SimMci::Save(std::string_view rest) {
 
 unsigned SimMci::Status(std::string_view rest, std::string& reply) {
   const std::string item = Lower(rest);
+  const std::int64_t running_ms =
+      device_->recording_since ? loop_.TickMs() - *device_->recording_since : 0;
   const std::map<std::string, std::string> truth = {
+      {"position", Decimal(device_->recorded_ms + running_ms)},
       {"channels", Decimal(device_->channels)},
       {"bitspersample", Decimal(device_->bits)},
       {"samplespersec", Decimal(device_->rate)},

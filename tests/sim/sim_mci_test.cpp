@@ -106,5 +106,16 @@ TEST_F(SimMciTest, StatusRepliesCanBeGivenAndAreCutAtTheBuffer) {
   EXPECT_EQ(mci_.Send("status recsound channels", 255).text, "2");
 }
 
+TEST_F(SimMciTest, ThePositionGoesOnWhileItRecords) {
+  Open();
+  EXPECT_EQ(mci_.Send("status recsound position", 255).text, "0");
+  Send("record recsound");
+  loop_.Sleep(50);
+  EXPECT_EQ(mci_.Send("status recsound position", 255).text, "50");
+  Send("stop recsound");
+  loop_.Sleep(50);
+  EXPECT_EQ(mci_.Send("status recsound position", 255).text, "50");
+}
+
 }  // namespace
 }  // namespace corvane::sim
