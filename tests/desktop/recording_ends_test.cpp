@@ -47,15 +47,16 @@ TEST_F(RecordingEnds, SelectRecordsTheListedGroupsOnly) {
 TEST_F(RecordingEnds, TheModeCountsWhenACallBegins) {
   Begin();
   RecordedCall unrecorded = BeginRecordedCall(5, 9001);
+  AwaitFollowing(5);  // it was decided whether it is recorded
   Click(Corvane().Control(optRecordMode_1));
-  AwaitTicks(1);
+  AwaitClicksHandled();
   Do("release id=5");
   AwaitStopped(unrecorded);
   EXPECT_TRUE(Recordings().empty());
 
   RecordedCall recorded = Heard(6);
   Click(Corvane().Control(optRecordMode_0));
-  AwaitTicks(1);
+  AwaitClicksHandled();
   Do("release id=6");
   AwaitStopped(recorded);
   ExpectHeard(recorded);

@@ -101,9 +101,11 @@ TEST_F(RecordingFaults, AFolderThatCannotBeMadeIsReported) {
   AwaitTicks(2);
   const std::filesystem::path folder = RecordFolder();
   // A file takes its place; the program may make the folder anew in between.
+  int moved = 0;
   Await("a file in the folder's place", [&] {
     std::error_code error;
-    std::filesystem::rename(folder, folder.parent_path() / "Moved", error);
+    const std::string away = "Moved " + std::to_string(++moved);
+    std::filesystem::rename(folder, folder.parent_path() / away, error);
     std::ofstream(folder, std::ios::binary) << "in the way";
     return std::filesystem::is_regular_file(folder);
   });
@@ -117,7 +119,6 @@ TEST_F(RecordingFaults, AFolderThatCannotBeMadeIsReported) {
   EXPECT_TRUE(Recordings(EndingOf(lost)).empty());
 
   std::filesystem::remove(folder);
-  AwaitTicks(0);
   Await("the folder", [&] { return std::filesystem::is_directory(folder); });
   ExpectNextIsGood(37);
 }
@@ -148,9 +149,10 @@ TEST_F(RecordingFaults, ADeviceThatOthersKeepBusyIsReportedAndCallsAreFollowedOn
   BeginRecording();
   ExpectHeard(RecordCall(61, 9001, 2));
   {
-    const BusySource others;
+    BusySource others;
     ASSERT_TRUE(others.Works()) << "the sound source takes any number of recordings here";
     ExpectTwoCallsUnrecorded(62);
+    ASSERT_TRUE(others.Release());
   }
   ExpectNextIsGood(64);
 }
@@ -172,7 +174,7 @@ TEST_F(RecordingFaults, ADeviceThatIsTakenAwayInMidRecordingHoldsNothingUp) {
   ASSERT_TRUE(source.Take()) << "the sound source cannot be taken away here";
   Do("release id=44");
   AwaitStopped(call);
-  AwaitInStatusLog("rror");
+  AwaitInStatusLog(" Error (stop)");
   EXPECT_EQ(CountContaining(Corvane().StatusLog(), " Error (stop)"), 1);
   ExpectTwoCallsUnrecorded(45);
   ASSERT_TRUE(source.Bring());

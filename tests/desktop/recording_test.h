@@ -19,6 +19,12 @@ struct RecordedCall {
   int group = 0;
   std::int64_t start_ms = 0;  // its voice gain was set: the recording starts right after it
   std::int64_t stop_ms = 0;   // the parked gain was set: the recording stops right after it
+  // What was seen from outside: Corvane showed the call, so the recording was under way (-1: that
+  // was not looked for); the network was about to end it; Corvane showed it no more, so the
+  // recording was over.
+  std::int64_t followed_ms = -1;
+  std::int64_t released_ms = 0;
+  std::int64_t ended_ms = 0;
 
   [[nodiscard]] double Seconds() const { return static_cast<double>(stop_ms - start_ms) / 1000; }
 };
@@ -26,10 +32,16 @@ struct RecordedCall {
 // A recording starts this much later than it is asked for at the most: sound systems take their
 // time. What each run measured is printed.
 inline constexpr double kLongestStartDelay_s = 2.0;
-// How far a recording may be off what the calls and the start delay make of it.
+// How far the sound system may be off, beside the start delay.
 inline constexpr double kTolerance_s = 0.5;
 
 class RecordingTest : public CallTest {
+ public:
+  struct Recorded {
+    double seconds = 0;
+    HeardTones heard;
+  };
+
  protected:
   explicit RecordingTest(const std::filesystem::path& folder_name = {},
                          const std::filesystem::path& standin_folder = {})
@@ -40,6 +52,8 @@ class RecordingTest : public CallTest {
 
   // Announces a call and waits until its voice gain is set. The call goes on.
   RecordedCall BeginRecordedCall(int call_id, int group);
+  // The time of the stand-in's log.
+  [[nodiscard]] std::int64_t SdrNow_ms();
   // So many ticks of the watchdog, 300 ms each.
   void AwaitTicks(int ticks);
   // Waits until Corvane has parked after the call, and notes when.
@@ -56,10 +70,6 @@ class RecordingTest : public CallTest {
   // "_207_9001.wav"
   [[nodiscard]] static std::string EndingOf(const RecordedCall& call,
                                             const std::string& suffix = {});
-  struct Recorded {
-    double seconds = 0;
-    HeardTones heard;
-  };
   // The recording's header is true, its name begins with a time, and no tone but its group's is in
   // it.
   Recorded ExpectGoodRecording(const RecordedCall& call, const std::string& suffix = {});

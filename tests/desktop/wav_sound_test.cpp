@@ -57,6 +57,24 @@ TEST(WavSound, HearsTheNeighbouringToneAsAnother) {
   EXPECT_NEAR(heard.first_other_hz, 450, 10);
 }
 
+TEST(WavSound, HearsABrokenToneAsItselfAndTellsItFromThoseFarEnoughAway) {
+  std::vector<ToneSpan> broken;
+  for (int piece = 0; piece < 20; ++piece) {
+    broken.insert(broken.end(), {{925, 0.031 + 0.002 * (piece % 5)}, {0, 0.007}});
+  }
+  const auto wav = ReadWav(MakeWav(broken));
+  const HeardTones heard = SortTones(Listen(*wav), 925, 45);
+  EXPECT_EQ(heard.other_s, 0) << heard.first_other_hz;
+  EXPECT_GT(heard.wanted_s, 0.6);
+  EXPECT_NEAR(SortTones(Listen(*wav), 1025, 45).other_s, heard.wanted_s, 0.2);
+}
+
+TEST(WavSound, TellsFromWhenToWhenTheToneIsHeard) {
+  const auto wav = ReadWav(MakeWav({{0, 0.4}, {425, 0.4}, {0, 0.4}, {425, 0.4}, {0, 0.4}}));
+  EXPECT_NEAR(SortTones(Listen(*wav), 425).wanted_span_s, 1.2, 0.1);
+  EXPECT_EQ(SortTones(Listen(*wav), 700).wanted_span_s, 0);
+}
+
 TEST(WavSound, HearsShortRestsOfAnotherTone) {
   const auto wav = ReadWav(MakeWav({{700, 0.25}, {0, 0.2}, {425, 1.0}, {900, 0.25}}));
   EXPECT_GT(SortTones(Listen(*wav), 425).other_s, 0.3);

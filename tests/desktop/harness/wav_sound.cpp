@@ -19,8 +19,6 @@ constexpr double kLoudLevel = 500;
 constexpr int kLowest_hz = 350;
 constexpr int kHighest_hz = 2100;
 constexpr int kStep_hz = 5;
-// Groups' tones lie 25 Hz apart at the least.
-constexpr double kSameTone_hz = 10;
 
 std::uint32_t Number(std::string_view bytes, std::size_t at, std::size_t size) {
   std::uint32_t value = 0;
@@ -42,16 +40,24 @@ double Level(std::span<const std::int16_t> samples) {
   return samples.empty() ? 0 : std::sqrt(sum / static_cast<double>(samples.size()));
 }
 
-double Power(std::span<const std::int16_t> samples, double hz, double rate) {
-  const double turn = 2 * std::cos(2 * std::numbers::pi * hz / rate);
+// A soft window keeps a strong tone out of its neighbours' places.
+std::vector<double> Weighted(std::span<const std::int16_t> samples) {
   const auto count = static_cast<double>(samples.size());
+  std::vector<double> weighted;
+  weighted.reserve(samples.size());
+  for (const std::int16_t sample : samples) {
+    const auto index = static_cast<double>(weighted.size());
+    weighted.push_back(sample * (0.5 - 0.5 * std::cos(2 * std::numbers::pi * index / count)));
+  }
+  return weighted;
+}
+
+double Power(const std::vector<double>& weighted, double hz, double rate) {
+  const double turn = 2 * std::cos(2 * std::numbers::pi * hz / rate);
   double before = 0;
   double last = 0;
-  for (std::size_t index = 0; index < samples.size(); ++index) {
-    // A soft window keeps a strong tone out of its neighbours' places.
-    const double weight =
-        0.5 - 0.5 * std::cos(2 * std::numbers::pi * static_cast<double>(index) / count);
-    const double next = samples[index] * weight + turn * last - before;
+  for (const double sample : weighted) {
+    const double next = sample + turn * last - before;
     before = last;
     last = next;
   }
@@ -59,10 +65,11 @@ double Power(std::span<const std::int16_t> samples, double hz, double rate) {
 }
 
 double StrongestTone(std::span<const std::int16_t> samples, double rate) {
+  const std::vector<double> weighted = Weighted(samples);
   double best = 0;
   double best_hz = 0;
   for (int hz = kLowest_hz; hz <= kHighest_hz; hz += kStep_hz) {
-    const double power = Power(samples, hz, rate);
+    const double power = Power(weighted, hz, rate);
     if (power > best) {
       best = power;
       best_hz = hz;
@@ -139,14 +146,17 @@ std::vector<SoundWindow> Listen(const Wav& wav) {
   return windows;
 }
 
-HeardTones SortTones(const std::vector<SoundWindow>& windows, int wanted_hz) {
+HeardTones SortTones(const std::vector<SoundWindow>& windows, int wanted_hz, double same_hz) {
   HeardTones heard;
+  double begin_s = -1;
   for (std::size_t index = 0; index < windows.size(); ++index) {
     const SoundWindow& window = windows[index];
     if (!window.loud) {
       heard.silent_s += kWindow_s;
-    } else if (std::abs(window.hz - wanted_hz) <= kSameTone_hz) {
+    } else if (std::abs(window.hz - wanted_hz) <= same_hz) {
       heard.wanted_s += kWindow_s;
+      if (begin_s < 0) begin_s = window.at_s;
+      heard.wanted_span_s = window.at_s + kWindow_s - begin_s;
     } else if (GoesOn(windows, index)) {
       heard.other_s += kWindow_s;
       if (heard.first_other_hz == 0) heard.first_other_hz = window.hz;

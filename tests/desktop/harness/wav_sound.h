@@ -48,12 +48,18 @@ struct SoundWindow {
 struct HeardTones {
   double silent_s = 0;
   double wanted_s = 0;
+  double wanted_span_s = 0;  // from the beginning of its first window to the end of its last
   double other_s = 0;
   double first_other_hz = 0;
 };
-// Sorts the windows by whether they hold the wanted tone. Another tone counts where two windows or
-// more in a row hold it.
-[[nodiscard]] HeardTones SortTones(const std::vector<SoundWindow>& windows, int wanted_hz);
+// Tones this near to each other are the same: groups' tones lie 25 Hz apart at the least.
+inline constexpr double kSameTone_hz = 10;
+// Sorts the windows by whether they hold the wanted tone, up to `same_hz` off. Another tone counts
+// where two windows or more in a row hold it. A tone that is broken off and goes on, as a machine
+// that is busy plays it, is measured up to 25 Hz off: to tell it from others they lie farther
+// apart.
+[[nodiscard]] HeardTones SortTones(const std::vector<SoundWindow>& windows, int wanted_hz,
+                                   double same_hz = kSameTone_hz);
 
 // A WAV file of one tone after another; 0 Hz is silence. For trying the above.
 struct ToneSpan {
