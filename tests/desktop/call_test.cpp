@@ -15,6 +15,8 @@ constexpr int kControlCarrier = 2604;
 constexpr std::size_t kReportedLines = 60;
 constexpr int kFirstParty = 5100;
 constexpr int kNextSetup_ms = 700;
+// A line takes a poll: those that only say that Corvane reads must not pile up before the others.
+constexpr int kNextSign_ms = 250;
 
 // "client=1 {...}" without the client.
 std::string WithoutClient(const std::string& detail) {
@@ -142,9 +144,10 @@ void CallTest::AwaitScanning() {
         [this] { return !corvane_.Caption(ControlId::lblNetworkInfo).empty(); });
   static int number = 0;
   const std::string sign = "D_Status sign " + std::to_string(++number) + " ";
+  int line = 0;
   Await("the box to be read", [&] {
-    Line(sign + std::to_string(sdr_.Log().size()));
-    return corvane_.InCallLog(sign);
+    Line(sign + std::to_string(++line));
+    return WaitFor([&] { return corvane_.InCallLog(sign); }, kNextSign_ms);
   });
 }
 
@@ -182,8 +185,32 @@ void CallTest::AwaitParked() {
   });
 }
 
-void CallTest::AwaitInCallLog(std::string_view part) {
-  Await("\"" + std::string(part) + "\" in the call log", [&] { return corvane_.InCallLog(part); });
+void CallTest::AwaitClicksHandled() {
+  const bool options = Visible(corvane_.Control(ControlId::fraOptions));
+  Click(corvane_.Control(options ? ControlId::cmdSettingTab_0 : ControlId::cmdSettingTab_2));
+  Await("the other page",
+        [&] { return Visible(corvane_.Control(ControlId::fraOptions)) != options; });
+}
+
+// A cycle shows another location area right before it looks at the box. When the second one is
+// shown, the look of the cycle that showed the first is over.
+void CallTest::AwaitBoxLookedAt() {
+  for (const std::string area : {"102", "101"}) {
+    Do("network 262 42 " + area);
+    Await("location area " + area,
+          [&] { return corvane_.Caption(ControlId::lblNetworkInfo) == "MNC:42  LA:" + area; });
+  }
+}
+
+void CallTest::AwaitConnectionEnded() {
+  Await("the end of the connection",
+        [this] { return sdr_.Count("close") == sdr_.Count("accept"); });
+}
+
+void CallTest::AwaitInCallLog(std::string_view part, int limit_ms) {
+  Await(
+      "\"" + std::string(part) + "\" in the call log", [&] { return corvane_.InCallLog(part); },
+      limit_ms);
 }
 
 void CallTest::AwaitInStatusLog(std::string_view part) {
@@ -218,10 +245,16 @@ void CallTest::ExpectCommands(std::size_t since, const std::vector<std::string>&
 }
 
 void CallTest::ExpectNothingFollowed(std::size_t since) {
-  Line("D_Status the lines before this one were read");
-  AwaitInCallLog("D_Status the lines before this one were read");
+  AwaitLinesRead();
   EXPECT_EQ(Commands(since), std::vector<std::string>{});
   EXPECT_EQ(corvane_.Caption(ControlId::lblCallID), "");
+}
+
+void CallTest::AwaitLinesRead() {
+  static int number = 0;
+  const std::string line = "D_Status read up to here " + std::to_string(++number) + " ";
+  Line(line);
+  AwaitInCallLog(line);
 }
 
 }  // namespace corvane::desktop

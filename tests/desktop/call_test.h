@@ -64,7 +64,13 @@ class CallTest : public ::testing::Test {
   void SetUpUntilFollowed(int call_id, int group, int carrier, int slot,
                           int limit_ms = kGenerousLimit_ms);
   void AwaitParked();
-  void AwaitInCallLog(std::string_view part);
+  // All that was clicked before was handled: a click that came behind it was.
+  void AwaitClicksHandled();
+  // Corvane has looked at the Network Info box with all that is in it now.
+  void AwaitBoxLookedAt();
+  // The server has seen the end of Corvane's connection, and so all that came before it.
+  void AwaitConnectionEnded();
+  void AwaitInCallLog(std::string_view part, int limit_ms = kGenerousLimit_ms);
   void AwaitInStatusLog(std::string_view part);
   // A call is set up until it is followed, then released: the program is well.
   void ExpectFollowsACall(int call_id = 3000);
@@ -74,9 +80,11 @@ class CallTest : public ::testing::Test {
   [[nodiscard]] std::vector<std::string> Commands(std::size_t since = 0) const;
   // Waits until as many as `expected` have arrived since the mark, and compares.
   void ExpectCommands(std::size_t since, const std::vector<std::string>& expected);
-  // Nothing is followed and nothing was sent since the mark. A further call proves that the lines
+  // Nothing is followed and nothing was sent since the mark. A further line proves that those
   // before it were read.
   void ExpectNothingFollowed(std::size_t since);
+  // The lines that were written before were read and acted on.
+  void AwaitLinesRead();
 
  private:
   [[nodiscard]] bool Follows(int call_id) const;

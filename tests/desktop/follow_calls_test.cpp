@@ -1,5 +1,6 @@
 // The whole life of calls as the user sees it and as it goes over the wire.
 #include <algorithm>
+#include <set>
 
 #include "desktop/call_test.h"
 
@@ -8,6 +9,13 @@ namespace {
 
 using enum ControlId;
 using Lines = std::vector<std::string>;
+
+// Two hundred lines are two hundred polls.
+constexpr int kBurstLimit_ms = 180'000;
+// Sixteen ticks of a one-second timer that runs on its own: the first may come at once. A machine
+// that has much else to do may hold up the command that the time is taken from, or a tick.
+constexpr int kShortestLockout_ms = 15'000;
+constexpr int kHeldUp_ms = 2'000;
 
 // The stamped lines about one call, without their stamps.
 Lines About(const Lines& log, int call_id) {
@@ -131,8 +139,7 @@ TEST_F(CallTest, IgnoresASecondSetupWhileItFollows) {
   Line(
       "SSI:9002 D_Setup Transmission Granted Call ID:15 Basic_service:Point_to_multipoint "
       "Party_SSI:5020 TimeSlot:2 Carrier:2611 ");
-  Line("D_Status read");
-  AwaitInCallLog("D_Status read");
+  AwaitLinesRead();
   EXPECT_EQ(Corvane().Caption(lblCallID), "14");
   EXPECT_EQ(Commands(mark), Lines{});
 }
@@ -201,8 +208,7 @@ TEST_F(CallTest, ActsOnceOnDuplicateLines) {
   Do("call id=21 group=9001 party=5010 carrier=2610 slot=1");
   AwaitFollowing(21);
   for (int repeat = 0; repeat < 3; ++repeat) Line("SSI:9001 D_Status Call ID:21 once ");
-  Line("D_Status read");
-  AwaitInCallLog("D_Status read");
+  AwaitLinesRead();
   EXPECT_EQ(CountContaining(Corvane().CallLog(), "Call ID:21 once"), 1);
 }
 
@@ -211,7 +217,7 @@ TEST_F(CallTest, WorksOffABurstOf200Lines) {
   for (int number = 1; number <= 200; ++number) {
     Line("SSI:9001 D_Info Call ID:1 number " + std::to_string(number) + " of 200 ");
   }
-  AwaitInCallLog("number 200 of 200");
+  AwaitInCallLog("number 200 of 200", kBurstLimit_ms);
   const Lines log = Corvane().CallLog();
   for (int number = 1; number <= 200; ++number) {
     EXPECT_EQ(CountContaining(log, "number " + std::to_string(number) + " of"), 1) << number;
@@ -220,13 +226,13 @@ TEST_F(CallTest, WorksOffABurstOf200Lines) {
 }
 
 TEST_F(CallTest, IgnoresTheRestOfABurstOf200Setups) {
-  Settings settings;
-  settings.timeout_s = 30;
-  Begin(settings);
+  Begin();
   const std::size_t mark = Mark();
   Do("burst count=200 id=1000 group=9001 party=5010 carrier=2610 slot=2");
+  // The first one's voice, so that it does not time out however long the others take.
+  Do("call id=1000 group=9001 party=5010 carrier=2610 slot=2");
   Line("SSI:9001 D_Release Call ID:1000 Disconnect_cause:User_requested ");
-  AwaitInCallLog("Call ID: 1000 - VC D-Released");
+  AwaitInCallLog("Call ID: 1000 - VC D-Released", kBurstLimit_ms);
   Lines expected = TuneTo(2610, "47");
   for (const std::string& command : TuneTo(2604, "25")) expected.push_back(command);
   ExpectCommands(mark, expected);
@@ -247,6 +253,8 @@ TEST_F(CallTest, TakesTheLineThatIsBeingWrittenOnlyWhenItIsWhole) {
   const std::size_t mark = Mark();
   Do("partial \"SSI:9001 D_Setup Transmission Granted Call ID:24 \"");
   Do("partial \"Basic_service:Point_to_multipoint Party_SSI:5010 TimeSlot:2 \"");
+  AwaitBoxLookedAt();
+  EXPECT_EQ(Corvane().Caption(lblGroupNumber), "");
   EXPECT_EQ(Commands(mark), Lines{});
   Do("line \"Carrier:2610 \"");
   AwaitFollowing(24);
@@ -281,14 +289,26 @@ TEST_F(CallTest, FollowsOnAsLongAsThereIsVoice) {
   Begin(settings);
   Do("call id=27 group=9001 party=5010 carrier=2610 slot=1");
   AwaitFollowing(27);
-  const auto questions = [this] {
-    return CountContaining(Sdr().Details("command"), "AudioIsMuted");
+  const auto answers = [this](std::string_view muted) {
+    return CountContaining(Sdr().Details("reply"),
+                           R"("Method":"AudioIsMuted","Value":)" + std::string(muted));
   };
-  // Far more ticks of the countdown than the three that a second has.
-  const int before = questions();
-  Await("the watchdog's questions", [&] { return questions() >= before + 12; });
+  const auto countdown = [this] { return Corvane().Caption(lblTimeoutCountdown); };
+  // When the second one is given the first one was handled: the countdown is under way.
+  Await("two answers", [&] { return answers("false") >= 2; });
+  Await("the whole countdown", [&] { return countdown() == "3"; });
+  // Far more ticks than the three that a second has. A tick takes one away before it asks, and
+  // starts the countdown again with the answer: what is seen in between is one less.
+  std::set<std::string> seen;
+  const int before = answers("false");
+  Await("the watchdog's answers", [&] {
+    seen.insert(countdown());
+    return answers("false") >= before + 12;
+  });
+  for (const std::string& one : seen) EXPECT_TRUE(one == "3" || one == "2") << one;
+  Await("the whole countdown", [&] { return countdown() == "3"; });
   EXPECT_EQ(Corvane().Caption(lblCallID), "27");
-  EXPECT_EQ(Corvane().Caption(lblTimeoutCountdown), "3");
+  EXPECT_EQ(answers("true"), 0) << "the countdown had reason to run";
 }
 
 TEST_F(CallTest, KeepsAGroupAwayFor16SecondsAfterAManualRelease) {
@@ -307,8 +327,7 @@ TEST_F(CallTest, KeepsAGroupAwayFor16SecondsAfterAManualRelease) {
     if (line.detail.find(FrequencyOf(2604)) != std::string::npos) parked_ms = line.ms;
     if (line.detail.find(FrequencyOf(2610)) != std::string::npos) again_ms = line.ms;
   }
-  // The sixteenth tick of a one-second timer that runs on its own.
-  EXPECT_GE(again_ms - parked_ms, 14'500);
+  EXPECT_GE(again_ms - parked_ms, kShortestLockout_ms - kHeldUp_ms);
 }
 
 TEST_F(CallTest, FollowsOtherGroupsRightAfterAManualRelease) {
@@ -336,6 +355,7 @@ TEST_F(CallTest, HoldsAGroup) {
   Do("call id=32 group=9001 party=5010 carrier=2610 slot=1");
   AwaitFollowing(32);
   MouseClick(Corvane().Control(lblGroupHold));
+  AwaitClicksHandled();
   Do("release id=32");
   AwaitParked();
   const std::size_t mark = Mark();
@@ -354,6 +374,7 @@ TEST_F(CallTest, CountsAndFollowsNoCallInLogMode) {
   const std::size_t mark = Mark();
   Do("call id=35 group=9001 party=5010 carrier=2610 slot=1 for=1");
   AwaitInCallLog("Call ID: 35 - On carrier: 2610 - Group: 9001");
+  AwaitLinesRead();
   EXPECT_EQ(Commands(mark), Lines{});
   Close(Corvane().Window());
   ASSERT_EQ(Corvane().TheProcess().WaitForExit(kGenerousLimit_ms), 0u);
@@ -418,6 +439,7 @@ TEST_F(CallTest, ClosesInTheMiddleOfACall) {
   const std::size_t mark = Mark();
   Close(Corvane().Window());
   EXPECT_EQ(Corvane().TheProcess().WaitForExit(kGenerousLimit_ms), 0u);
+  AwaitConnectionEnded();
   // While it closes no command waits for the answer to the one before, so both may be read at once.
   const Lines parking = TuneTo(2604, "25");
   std::string sent;

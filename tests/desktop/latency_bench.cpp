@@ -26,7 +26,6 @@ constexpr int kFirstCallId = 1'000;
 constexpr int kTick_ms = 60;
 constexpr int kExpectedMedian_ms = 40;
 constexpr int kExpected95_ms = 70;
-constexpr int kFollowLimit_ms = 5'000;
 // Looking at a window costs its program time: not more often than this.
 constexpr int kLookAgain_ms = 120;
 
@@ -60,9 +59,9 @@ bool MakeCall(StandinProgram& sdr, CorvaneProgram& corvane, int call_id) {
   const auto shows = [&](const std::string& text) {
     return [&corvane, text] { return corvane.Caption(ControlId::lblCallID) == text; };
   };
-  const bool followed = WaitFor(shows(id), kFollowLimit_ms, kLookAgain_ms);
+  const bool followed = WaitFor(shows(id), kGenerousLimit_ms, kLookAgain_ms);
   const bool released = sdr.Do("release id=" + id);
-  return WaitFor(shows(""), kFollowLimit_ms, kLookAgain_ms) && followed && released;
+  return WaitFor(shows(""), kGenerousLimit_ms, kLookAgain_ms) && followed && released;
 }
 
 bool Begin(StandinProgram& sdr, CorvaneProgram& corvane, const ProgramFolder& folder) {

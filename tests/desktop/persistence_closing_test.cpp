@@ -122,6 +122,7 @@ TEST_F(ClosingTest, SettingsThatCannotBeSavedWhileRunningAreALineInTheStatusLog)
   TypeInto(txtTimeout, "9");
   LeaveTheBox();
   Await("the line", [this] { return Program().InStatusLog("Error saving settings [70] - "); });
+  AwaitHandled();
   EXPECT_EQ(Program().Box(), 0U);
 }
 
@@ -136,12 +137,14 @@ TEST_F(ClosingTest, RecordOnlyListThatCannotBeSavedIsALineInTheStatusLogAndKeeps
     ShowPage(cmdSettingTab_1);
     TypeAndEnter(Control(txtRecOnlyGSSI), "8");
     Await("the line", [this] { return Program().InStatusLog("Error saving REC GSSI list. - "); });
+    AwaitHandled();
     EXPECT_EQ(ItemsOf(Control(lstRecOnlyGSSI)), (std::vector<std::string>{"7", "8"}));
     EXPECT_EQ(TextOf(Control(txtRecOnlyGSSI)), "");
     EXPECT_EQ(Folder().Read("TETRA_rec_gssi.txt"), "7\r\n");
   }
   TypeAndEnter(Control(txtRecOnlyGSSI), "9");
-  Await("the file", [this] { return Folder().Read("TETRA_rec_gssi.txt") == "7\r\n8\r\n9\r\n"; });
+  AwaitHandled();
+  EXPECT_EQ(Folder().Read("TETRA_rec_gssi.txt"), "7\r\n8\r\n9\r\n");
 }
 
 TEST_F(ClosingTest, NothingHappensAnyMoreWhileABoxOfTheClosingIsOpen) {
@@ -156,7 +159,8 @@ TEST_F(ClosingTest, NothingHappensAnyMoreWhileABoxOfTheClosingIsOpen) {
   Click(option);
   Click(Control(cmdStartAll));
   EXPECT_TRUE(EndSession(window));
-  Await("the messages to be taken", [&] { return Responds(window, kAnswerLimit_ms); });
+  SelectByPost(Control(lstStatusLog), 0);
+  Await("the messages to be taken", [&] { return SelectedIn(Control(lstStatusLog)) == 0; });
   EXPECT_EQ(Program().Box(), box) << "another box";
   EXPECT_EQ(Folder().Read("TETRA_GSSI.txt"), kUnsorted) << "saved by the second closing";
   ExpectBox(SavingErrorBox("Error saving SSI list."));

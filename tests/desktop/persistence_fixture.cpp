@@ -2,14 +2,17 @@
 #include "desktop/persistence_fixture.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <stdexcept>
 
 #include "base/files_win.h"
-#include "base/prompts.h"
 #include "base/wall_clock_win.h"
 #include "panel/form1.h"
 #include "panel/presets.h"
+#include "sim/no_sink.h"
+#include "sim/sim_loop.h"
+#include "sim/sim_prompts.h"
 #include "store/group_list.h"
 #include "store/label_files.h"
 #include "store/rec_only_list.h"
@@ -24,24 +27,10 @@ namespace {
 
 constexpr unsigned kEndedByItself = 0;
 
-class NoSink : public ControlSink {
- public:
-  void Changed(const corvane::Control&, Field) override {}
-  void ListChanged(ListBox&, ListChange, std::size_t) override {}
-  void FocusWanted(const corvane::Control&) override {}
-};
-
-class NotedPrompts : public Prompts {
- public:
-  explicit NotedPrompts(std::vector<std::string>& boxes) : boxes_(boxes) {}
-  void ShowBox(const std::string& text, const std::string&, BoxIcon) override {
-    boxes_.push_back(text);
-  }
-  void EndProgram() override {}
-
- private:
-  std::vector<std::string>& boxes_;
-};
+// In the order of their tabs.
+constexpr std::array kPages = {ControlId::fraPresets, ControlId::fraRecordingOptions,
+                               ControlId::fraOptions, ControlId::fraLoggingOptions,
+                               ControlId::fraCheckboxDetection};
 
 std::filesystem::path PictureFile() {
   const char* folder = std::getenv("CORVANE_PICTURES");
@@ -108,8 +97,9 @@ ReadFiles ReadAsAStartDoes(const std::filesystem::path& folder) {
   const std::string path = folder.string();
   FilesWin files;
   WallClockWin clock;
-  NotedPrompts prompts(read.boxes);
-  NoSink sink;
+  sim::SimLoop loop;
+  sim::SimPrompts prompts(loop);
+  sim::NoSink sink;
   Form1 form(sink);
   Presets presets;
   FileNumbers numbers;
@@ -122,8 +112,11 @@ ReadFiles ReadAsAStartDoes(const std::filesystem::path& folder) {
   LabelFiles labels(files, prompts, form, names, path);
   GroupList group_list(files, form, groups, path);
   SubscriberList subscriber_list(files, clock, form, subscribers, path);
-  if (settings.ReadSettings() == Load::kEnded) return read;
-  (void)LoadAllLists(rec_only, labels, group_list, subscriber_list, errors);
+  if (settings.ReadSettings() != Load::kEnded) {
+    (void)LoadAllLists(rec_only, labels, group_list, subscriber_list, errors);
+  }
+  for (const auto& box : prompts.boxes()) read.boxes.push_back(box.text);
+  if (!read.boxes.empty()) return read;
   read.settings = DecodeSettings(ReadWholeFile(folder / "corvane_simple.dat"), {});
   read.groups.assign(groups.begin(), groups.end());
   read.subscribers.assign(subscribers.begin(), subscribers.end());
@@ -238,10 +231,17 @@ void PersistenceTest::ExpectStartEnds(const std::vector<ShownBox>& boxes) {
 
 void PersistenceTest::ShowPage(ControlId tab) {
   Click(Control(tab));
-  const auto pages = {ControlId::fraPresets, ControlId::fraRecordingOptions, ControlId::fraOptions,
-                      ControlId::fraLoggingOptions, ControlId::fraCheckboxDetection};
-  const ControlId page = *(pages.begin() + (Number(tab) - Number(ControlId::cmdSettingTab_0)));
+  const ControlId page =
+      kPages.at(static_cast<std::size_t>(Number(tab) - Number(ControlId::cmdSettingTab_0)));
   Await("the page", [&] { return Visible(Control(page)); });
+}
+
+void PersistenceTest::AwaitHandled() {
+  std::size_t shown = 0;
+  while (shown + 1 < kPages.size() && !Visible(Control(kPages[shown]))) ++shown;
+  for (const std::size_t page : {(shown + 1) % kPages.size(), shown}) {
+    ShowPage(static_cast<ControlId>(Number(ControlId::cmdSettingTab_0) + static_cast<int>(page)));
+  }
 }
 
 void PersistenceTest::TypeInto(ControlId box, std::string_view text) {

@@ -105,6 +105,10 @@ class PersistenceTest : public ::testing::Test {
   void ShowPage(ControlId tab);
   void TypeInto(ControlId box, std::string_view text);  // without leaving the box
   void LeaveTheBox();                                   // the focus goes to the call log
+  // All that was clicked, typed and chosen before was handled: clicks that came behind it were. The
+  // keyboard leaves the box it was in. A file that is replaced is looked at after this, never while
+  // it may be: as long as anybody has the old one open it is not replaced.
+  void AwaitHandled();
 
  private:
   ProgramCopy program_;

@@ -85,6 +85,7 @@ TEST_F(GoldenFilesTest, WrittenFilesAreReadByTheSameReadersOutsideTheProgram) {
 
 TEST_F(GoldenFilesTest, FirstStartWritesTheDefaultsWhenItEndsAndNothingElse) {
   Start();
+  AwaitHandled();
   EXPECT_EQ(ContentOf(Folder()), FolderContent{}) << "written before the first save";
   CloseAndWait();
   const FolderContent content = ContentOf(Folder());

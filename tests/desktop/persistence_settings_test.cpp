@@ -107,13 +107,15 @@ TEST_F(SettingsTest, CompactModeSurvivesARestart) {
   Start();
   const WindowPlace normal = PlaceOf(Program().Window());
   ChooseMenuItem(Program().Window(), Number(mnuCompactMode));
-  Await("the small window", [&] { return PlaceOf(Program().Window()).height < normal.height; });
+  AwaitHandled();  // the size changes in more than one step
   const WindowPlace compact = PlaceOf(Program().Window());
+  EXPECT_LT(compact.height, normal.height);
   Restart();
   EXPECT_EQ(PlaceOf(Program().Window()), compact);
   EXPECT_FALSE(Visible(Control(fraWinsock)));
   ChooseMenuItem(Program().Window(), Number(mnuCompactMode));
-  Await("the large window", [&] { return PlaceOf(Program().Window()).height == normal.height; });
+  AwaitHandled();
+  EXPECT_EQ(PlaceOf(Program().Window()).height, normal.height);
   Restart();
   EXPECT_EQ(PlaceOf(Program().Window()).height, normal.height);
 }
@@ -197,18 +199,18 @@ TEST_F(SettingsTest, LeavingTimeoutOrVolumeSavesAtOnceAndLeavingTheParkCarrierDo
   ShowPage(cmdSettingTab_0);
   TypeInto(txtParkCarrier, "1234");
   LeaveTheBox();
-  // A handler that came behind the lost focus proves that the latter was handled.
-  ShowPage(cmdSettingTab_1);
-  ShowPage(cmdSettingTab_0);
+  AwaitHandled();
   EXPECT_EQ(Stored().ParkCarrier, 2604);
   TypeInto(txtTimeout, "9");
   EXPECT_EQ(Stored().Timeout, 5) << "saved before the box was left";
   LeaveTheBox();
-  Await("the time-out in the file", [&] { return Stored().Timeout == 9; });
+  AwaitHandled();
+  EXPECT_EQ(Stored().Timeout, 9);
   EXPECT_EQ(Stored().ParkCarrier, 1234) << "a save holds every option";
   TypeInto(txtVcVolume, "60");
   LeaveTheBox();
-  Await("the volume in the file", [&] { return Stored().VcVolume == 60; });
+  AwaitHandled();
+  EXPECT_EQ(Stored().VcVolume, 60);
   Program().Kill();
   Start();
   EXPECT_EQ(TextOf(Control(txtTimeout)), "9");
@@ -223,7 +225,8 @@ TEST_F(SettingsTest, RefusedEntryIsNeitherSavedNorKept) {
   for (const char* entry : {"0", "31", "99999"}) {
     TypeInto(txtTimeout, entry);
     LeaveTheBox();
-    Await("the old value", [&] { return TextOf(Control(txtTimeout)) == "5"; });
+    AwaitHandled();
+    EXPECT_EQ(TextOf(Control(txtTimeout)), "5");
   }
   EXPECT_EQ(Folder().Read("corvane_simple.dat"), before);
 }
@@ -247,27 +250,28 @@ TEST_F(SettingsTest, RecordOnlyListIsSavedAtEachChange) {
   ShowPage(cmdSettingTab_1);
   const auto enter = [&](std::string_view text) {
     TypeAndEnter(Control(txtRecOnlyGSSI), text);
-    Await("the box to be taken", [&] {
-      return SelectedIn(Control(lstRecOnlyGSSI)) >= 0 && TextOf(Control(txtRecOnlyGSSI)).empty();
-    });
+    AwaitHandled();
+    EXPECT_GE(SelectedIn(Control(lstRecOnlyGSSI)), 0);
+    EXPECT_EQ(TextOf(Control(txtRecOnlyGSSI)), "");
   };
   enter("9001");
-  Await("the file", [&] { return Folder().Read("TETRA_rec_gssi.txt") == "9001\r\n"; });
+  EXPECT_EQ(Folder().Read("TETRA_rec_gssi.txt"), "9001\r\n");
   enter("16777215");
-  Await("the file", [&] { return Folder().Read("TETRA_rec_gssi.txt") == "9001\r\n16777215\r\n"; });
+  EXPECT_EQ(Folder().Read("TETRA_rec_gssi.txt"), "9001\r\n16777215\r\n");
   enter("9001");      // there already
   enter("16777216");  // too high
   EXPECT_EQ(ItemsOf(Control(lstRecOnlyGSSI)), (std::vector<std::string>{"9001", "16777215"}));
   DoubleClickItem(Control(lstRecOnlyGSSI), 0);
-  Await("the file", [&] { return Folder().Read("TETRA_rec_gssi.txt") == "16777215\r\n"; });
+  AwaitHandled();
+  EXPECT_EQ(Folder().Read("TETRA_rec_gssi.txt"), "16777215\r\n");
   Program().Kill();
   Start();
   EXPECT_EQ(ItemsOf(Control(lstRecOnlyGSSI)), (std::vector<std::string>{"16777215"}));
   ShowPage(cmdSettingTab_1);
   DoubleClickItem(Control(lstRecOnlyGSSI), 0);
-  Await("the empty file", [&] {
-    return Folder().Has("TETRA_rec_gssi.txt") && Folder().Read("TETRA_rec_gssi.txt").empty();
-  });
+  AwaitHandled();
+  EXPECT_TRUE(Folder().Has("TETRA_rec_gssi.txt"));
+  EXPECT_EQ(Folder().Read("TETRA_rec_gssi.txt"), "");
 }
 
 }  // namespace

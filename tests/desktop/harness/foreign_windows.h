@@ -16,7 +16,7 @@ namespace corvane::desktop {
 using WindowHandle = std::uintptr_t;  // 0: none
 
 // How long a program may take to answer one message before it counts as not answering.
-inline constexpr int kAnswerLimit_ms = 5'000;
+inline constexpr int kAnswerLimit_ms = 15'000;
 
 // Finding. Top-level windows are those of one process, hidden ones included, topmost first.
 [[nodiscard]] std::vector<WindowHandle> TopLevelWindows(unsigned process_id);
@@ -78,6 +78,9 @@ void TypeAndEnter(WindowHandle edit, std::string_view text);
 void PressKey(WindowHandle control, int virtual_key);
 void ChooseInCombo(WindowHandle combo, int index);
 void ChooseMenuItem(WindowHandle window, int command);
+// Selects an entry of a list by a posted message, of which the program is not told: once it is
+// seen, all that was posted before has been taken.
+void SelectByPost(WindowHandle list, int index);
 // What the cross in the corner does.
 void Close(WindowHandle window);
 // What the system asks and tells a window when the user logs off. False: the window objected, or

@@ -273,6 +273,10 @@ void ChooseMenuItem(WindowHandle window, int command) {
   Post(window, WM_COMMAND, MAKEWPARAM(command, 0));
 }
 
+void SelectByPost(WindowHandle list, int index) {
+  Post(list, LB_SETCURSEL, static_cast<WPARAM>(index));
+}
+
 void Close(WindowHandle window) {
   Post(window, WM_CLOSE);
 }
