@@ -64,7 +64,7 @@ int RunProgram() {
   if (!window.Create(app.form(), app.main_form())) return 1;
   windows.SetOwnMainWindow(reinterpret_cast<WindowHandle>(window.handle()));
   if (!app.Load()) return 1;
-  prompts.SetOwner(window.handle());
+  prompts.SetOwner(static_cast<HWND>(window.handle()));
   window.Show();
   instance.PublishWindow(window.handle());
   return loop.Run();

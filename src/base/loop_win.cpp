@@ -2,16 +2,11 @@
 // messages, so that WaitForSocketEvents can serve those alone.
 #include "base/loop_win.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
-#include <optional>
 #include <stdexcept>
 #include <utility>
-
-#include "base/timer_table.h"
 
 namespace corvane {
 
@@ -43,74 +38,57 @@ HWND MakeMessageWindow(const char* class_name, WNDPROC procedure, void* owner) {
 
 }  // namespace
 
-class LoopWin::Impl {
+class LoopWin::TimerWin : public Timer {
  public:
-  Impl() {
-    window_ = MakeMessageWindow(kWakeClass, &Impl::WakeProcedure, this);
-    socket_window_ = MakeMessageWindow(kSocketClass, &Impl::SocketProcedure, this);
-    if (window_ != nullptr && socket_window_ != nullptr) return;
-    DestroyWindows();
-    throw std::runtime_error("no message window");
+  TimerWin(LoopWin& loop, TimerTable::Id id) : loop_(loop), id_(id) {}
+  ~TimerWin() override { loop_.timers_.Remove(id_); }
+  void SetEnabled(bool enabled) override {
+    loop_.timers_.SetEnabled(id_, enabled, loop_.TickMs());
+    loop_.Arm();
   }
-  ~Impl() { DestroyWindows(); }
-  Impl(const Impl&) = delete;
-  Impl& operator=(const Impl&) = delete;
-
-  [[nodiscard]] static std::int64_t Now() { return static_cast<std::int64_t>(GetTickCount64()); }
-
-  TimerTable& timers() { return timers_; }
-  void SetTimerEnabled(TimerTable::Id id, bool enabled) {
-    timers_.SetEnabled(id, enabled, Now());
-    Arm();
-  }
-
-  void Post(EventSource source, std::function<void()> event) {
-    queue_.Add(source, std::move(event));
-    Wake();
-  }
-  void Guard(const std::function<void()>& work) noexcept;
-  void DoEvents();
-  void WaitForSocketEvents(int ms);
-  int Run();
-
-  std::function<bool(void*)> filter;
-  std::function<void(bool)> idle_handler;
-  std::function<void(const std::string&)> reporter;
-  SocketMessage socket_handler;
-  [[nodiscard]] HWND socket_window() const { return socket_window_; }
-  [[nodiscard]] bool taking_messages() const { return taking_messages_; }
+  [[nodiscard]] bool enabled() const override { return loop_.timers_.enabled(id_); }
+  [[nodiscard]] int interval_ms() const override { return loop_.timers_.interval_ms(id_); }
 
  private:
-  void DestroyWindows() {
-    if (window_ != nullptr) DestroyWindow(window_);
-    if (socket_window_ != nullptr) DestroyWindow(socket_window_);
-  }
-  static LRESULT CALLBACK WakeProcedure(HWND window, UINT message, WPARAM w, LPARAM l);
-  static LRESULT CALLBACK SocketProcedure(HWND window, UINT message, WPARAM w, LPARAM l);
-
-  void Wake();
-  void Arm();
-  bool RunPosted();
-  bool RunDue(TimerTable::Pass& pass);
-  void RunTimers();
-  template <typename Call>
-  auto Taking(Call take);
-  void Dispatch(MSG& message);
-  bool DispatchSocketMessages();
-  void Idle(bool at_rest);
-
-  HWND window_ = nullptr;
-  HWND socket_window_ = nullptr;
-  TimerTable timers_;
-  EventQueue queue_;
-  bool wake_posted_ = false;
-  std::optional<std::int64_t> armed_for_;
-  std::int64_t socket_messages_ = 0;
-  int depth_ = 0;
-  bool taking_messages_ = false;
+  LoopWin& loop_;
+  TimerTable::Id id_;
 };
 
-void LoopWin::Impl::Guard(const std::function<void()>& work) noexcept {
+LoopWin::LoopWin() {
+  window_ = MakeMessageWindow(kWakeClass, &LoopWin::WakeProcedure, this);
+  socket_window_ = MakeMessageWindow(kSocketClass, &LoopWin::SocketProcedure, this);
+  if (window_ != nullptr && socket_window_ != nullptr) return;
+  DestroyWindows();
+  throw std::runtime_error("no message window");
+}
+
+LoopWin::~LoopWin() {
+  DestroyWindows();
+}
+
+void LoopWin::DestroyWindows() {
+  if (window_ != nullptr) DestroyWindow(window_);
+  if (socket_window_ != nullptr) DestroyWindow(socket_window_);
+}
+
+std::int64_t LoopWin::TickMs() const {
+  return static_cast<std::int64_t>(GetTickCount64());
+}
+
+std::unique_ptr<Timer> LoopWin::MakeTimer(int interval_ms, std::function<void()> handler) {
+  return std::make_unique<TimerWin>(*this, timers_.Add(interval_ms, std::move(handler)));
+}
+
+void LoopWin::Post(EventSource source, std::function<void()> event) {
+  queue_.Add(source, std::move(event));
+  Wake();
+}
+
+void LoopWin::Sleep(int ms) {
+  ::Sleep(static_cast<DWORD>(std::max(ms, 0)));
+}
+
+void LoopWin::Guard(const std::function<void()>& work) noexcept {
   const bool taking_before = std::exchange(taking_messages_, false);
   std::optional<std::string> what;
   try {
@@ -122,17 +100,17 @@ void LoopWin::Impl::Guard(const std::function<void()>& work) noexcept {
   }
   taking_messages_ = taking_before;
   if (!what) return;
-  if (!reporter) std::abort();
-  reporter(*what);
+  if (!error_reporter_) std::abort();
+  error_reporter_(*what);
 }
 
-void LoopWin::Impl::Wake() {
+void LoopWin::Wake() {
   if (wake_posted_ || queue_.empty()) return;
   // When the system's queue is full, the next timer or DoEvents finds the event.
   wake_posted_ = PostMessageA(window_, kWakeMessage, 0, 0) != 0;
 }
 
-void LoopWin::Impl::Arm() {
+void LoopWin::Arm() {
   const std::optional<std::int64_t> next = timers_.NextDueMs();
   if (next == armed_for_) return;
   armed_for_.reset();
@@ -140,12 +118,12 @@ void LoopWin::Impl::Arm() {
     KillTimer(window_, kWakeTimer);
     return;
   }
-  const auto wait =
-      static_cast<UINT>(std::clamp<std::int64_t>(*next - Now(), kShortestWakeMs, kLongestWakeMs));
+  const auto wait = static_cast<UINT>(
+      std::clamp<std::int64_t>(*next - TickMs(), kShortestWakeMs, kLongestWakeMs));
   if (SetTimer(window_, kWakeTimer, wait, nullptr) != 0) armed_for_ = next;
 }
 
-bool LoopWin::Impl::RunPosted() {
+bool LoopWin::RunPosted() {
   const std::function<void()> event = queue_.Take();
   if (!event) return false;
   Wake();  // a wait inside this event serves those behind it
@@ -153,15 +131,15 @@ bool LoopWin::Impl::RunPosted() {
   return true;
 }
 
-bool LoopWin::Impl::RunDue(TimerTable::Pass& pass) {
-  const TimerTable::Handler handler = timers_.TakeDue(Now(), pass);
+bool LoopWin::RunDue(TimerTable::Pass& pass) {
+  const TimerTable::Handler handler = timers_.TakeDue(TickMs(), pass);
   if (!handler) return false;
   Arm();  // the timers go on while this handler waits or shows a box
   Guard(*handler);
   return true;
 }
 
-void LoopWin::Impl::RunTimers() {
+void LoopWin::RunTimers() {
   armed_for_.reset();  // the system's timer may have been early
   TimerTable::Pass pass;
   for (int budget = kEventsPerYield; budget > 0; --budget) {
@@ -170,8 +148,8 @@ void LoopWin::Impl::RunTimers() {
   Arm();
 }
 
-LRESULT CALLBACK LoopWin::Impl::WakeProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
-  auto* self = reinterpret_cast<Impl*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+LRESULT CALLBACK LoopWin::WakeProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
+  auto* self = reinterpret_cast<LoopWin*>(GetWindowLongPtrA(window, GWLP_USERDATA));
   if (self != nullptr && message == kWakeMessage) {
     self->wake_posted_ = false;
     self->RunPosted();
@@ -186,12 +164,12 @@ LRESULT CALLBACK LoopWin::Impl::WakeProcedure(HWND window, UINT message, WPARAM 
   return DefWindowProcA(window, message, w, l);
 }
 
-LRESULT CALLBACK LoopWin::Impl::SocketProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
-  auto* self = reinterpret_cast<Impl*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+LRESULT CALLBACK LoopWin::SocketProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
+  auto* self = reinterpret_cast<LoopWin*>(GetWindowLongPtrA(window, GWLP_USERDATA));
   if (self != nullptr && message >= kFirstSocketMessage && message <= kLastSocketMessage) {
     ++self->socket_messages_;
-    if (self->socket_handler) {
-      self->Guard([&] { self->socket_handler(message, w, l); });
+    if (self->socket_handler_) {
+      self->Guard([&] { self->socket_handler_(message, w, l); });
     }
     return 0;
   }
@@ -199,30 +177,30 @@ LRESULT CALLBACK LoopWin::Impl::SocketProcedure(HWND window, UINT message, WPARA
 }
 
 template <typename Call>
-auto LoopWin::Impl::Taking(Call take) {
+auto LoopWin::Taking(Call take) {
   taking_messages_ = true;
   const auto taken = take();
   taking_messages_ = false;
   return taken;
 }
 
-void LoopWin::Impl::Dispatch(MSG& message) {
+void LoopWin::Dispatch(MSG& message) {
   bool taken = false;
-  if (filter) {
-    Guard([&] { taken = filter(&message); });
+  if (message_filter_) {
+    Guard([&] { taken = message_filter_(&message); });
   }
   if (taken) return;
   TranslateMessage(&message);
   DispatchMessageA(&message);
 }
 
-void LoopWin::Impl::DoEvents() {
+void LoopWin::DoEvents() {
   if (depth_ >= kDeepestYield) return;
   ++depth_;
-  const std::int64_t end = Now() + kLongestYieldMs;
+  const std::int64_t end = TickMs() + kLongestYieldMs;
   TimerTable::Pass pass;
   bool quitting = false;
-  for (int budget = kEventsPerYield; budget > 0 && Now() <= end; --budget) {
+  for (int budget = kEventsPerYield; budget > 0 && TickMs() <= end; --budget) {
     MSG message;
     if (Taking([&] { return PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE); }) == 0) {
       if (!RunPosted() && !RunDue(pass)) break;
@@ -244,12 +222,12 @@ void LoopWin::Impl::DoEvents() {
   --depth_;
 }
 
-void LoopWin::Impl::Idle(bool at_rest) {
-  if (!idle_handler) return;
-  Guard([&] { idle_handler(at_rest); });
+void LoopWin::Idle(bool at_rest) {
+  if (!idle_handler_) return;
+  Guard([&] { idle_handler_(at_rest); });
 }
 
-bool LoopWin::Impl::DispatchSocketMessages() {
+bool LoopWin::DispatchSocketMessages() {
   const std::int64_t before = socket_messages_;
   MSG message;
   for (int budget = kEventsPerYield; budget > 0; --budget) {
@@ -274,21 +252,21 @@ bool LoopWin::Impl::DispatchSocketMessages() {
   return any;
 }
 
-void LoopWin::Impl::WaitForSocketEvents(int ms) {
-  const std::int64_t end = Now() + std::max(ms, 0);
+void LoopWin::WaitForSocketEvents(int ms) {
+  const std::int64_t end = TickMs() + std::max(ms, 0);
   while (!DispatchSocketMessages()) {
-    const std::int64_t left = end - Now();
+    const std::int64_t left = end - TickMs();
     if (left <= 0) return;
     // The wait ends with every new posted message; those for other windows stay in the queue.
     MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(left), QS_POSTMESSAGE, 0);
-    if (Now() < end) ::Sleep(1);
+    if (TickMs() < end) ::Sleep(1);
   }
 }
 
-int LoopWin::Impl::Run() {
+int LoopWin::Run() {
   MSG message;
   for (;;) {
-    if (idle_handler &&
+    if (idle_handler_ &&
         Taking([&] { return PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE); }) == 0) {
       Idle(true);
     }
@@ -300,90 +278,8 @@ int LoopWin::Impl::Run() {
   }
 }
 
-namespace {
-
-class TimerWin : public Timer {
- public:
-  using Switch = std::function<void(TimerTable::Id, bool)>;
-  TimerWin(TimerTable& table, TimerTable::Id id, Switch set_enabled)
-      : table_(table), id_(id), set_enabled_(std::move(set_enabled)) {}
-  ~TimerWin() override { table_.Remove(id_); }
-  void SetEnabled(bool enabled) override { set_enabled_(id_, enabled); }
-  [[nodiscard]] bool enabled() const override { return table_.enabled(id_); }
-  [[nodiscard]] int interval_ms() const override { return table_.interval_ms(id_); }
-
- private:
-  TimerTable& table_;
-  TimerTable::Id id_;
-  Switch set_enabled_;
-};
-
-}  // namespace
-
-LoopWin::LoopWin() : impl_(std::make_unique<Impl>()) {}
-
-LoopWin::~LoopWin() = default;
-
-std::int64_t LoopWin::TickMs() const {
-  return Impl::Now();
-}
-
-std::unique_ptr<Timer> LoopWin::MakeTimer(int interval_ms, std::function<void()> handler) {
-  return std::make_unique<TimerWin>(
-      impl_->timers(), impl_->timers().Add(interval_ms, std::move(handler)),
-      [this](TimerTable::Id id, bool enabled) { impl_->SetTimerEnabled(id, enabled); });
-}
-
-void LoopWin::Post(EventSource source, std::function<void()> event) {
-  impl_->Post(source, std::move(event));
-}
-
-void LoopWin::Sleep(int ms) {
-  ::Sleep(static_cast<DWORD>(std::max(ms, 0)));
-}
-
-void LoopWin::DoEvents() {
-  impl_->DoEvents();
-}
-
-void LoopWin::WaitForSocketEvents(int ms) {
-  impl_->WaitForSocketEvents(ms);
-}
-
-int LoopWin::Run() {
-  return impl_->Run();
-}
-
 void LoopWin::Quit(int exit_code) {
   PostQuitMessage(exit_code);
-}
-
-void LoopWin::SetMessageFilter(std::function<bool(void* message)> filter) {
-  impl_->filter = std::move(filter);
-}
-
-void LoopWin::SetIdleHandler(std::function<void(bool at_rest)> handler) {
-  impl_->idle_handler = std::move(handler);
-}
-
-bool LoopWin::TakingMessages() const {
-  return impl_->taking_messages();
-}
-
-void LoopWin::SetErrorReporter(std::function<void(const std::string& what)> reporter) {
-  impl_->reporter = std::move(reporter);
-}
-
-void LoopWin::Guard(const std::function<void()>& work) {
-  impl_->Guard(work);
-}
-
-void LoopWin::SetSocketHandler(SocketMessage handler) {
-  impl_->socket_handler = std::move(handler);
-}
-
-void* LoopWin::socket_window() const {
-  return impl_->socket_window();
 }
 
 }  // namespace corvane

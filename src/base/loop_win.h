@@ -4,12 +4,17 @@
 // a message box), because both are driven by messages to a hidden window.
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "base/loop.h"
+#include "base/timer_table.h"
 
 namespace corvane {
 
@@ -19,6 +24,8 @@ class LoopWin : public Loop {
   // window.
   LoopWin();
   ~LoopWin() override;
+  LoopWin(const LoopWin&) = delete;
+  LoopWin& operator=(const LoopWin&) = delete;
 
   [[nodiscard]] std::int64_t TickMs() const override;
   [[nodiscard]] std::unique_ptr<Timer> MakeTimer(int interval_ms,
@@ -33,39 +40,70 @@ class LoopWin : public Loop {
   // Makes Run return after the event under way. A DoEvents in between dispatches nothing more.
   void Quit(int exit_code = 0);
 
-  // Is shown each message (MSG*) of the thread's queue before it is dispatched; true means that it
-  // was dealt with (keyboard navigation).
-  void SetMessageFilter(std::function<bool(void* message)> filter);
+  // Is shown each message of the thread's queue before it is dispatched; true means that it was
+  // dealt with (keyboard navigation).
+  using MessageFilter = std::function<bool(MSG* message)>;
+  void SetMessageFilter(MessageFilter filter) { message_filter_ = std::move(filter); }
 
   // Runs when no message and no event is left, before the loop waits for the next: for what need
   // not be done at once, like painting. `at_rest` is false where an event, or a loop of the
   // system's own (a menu, a box), is still under way and may have more to do.
-  void SetIdleHandler(std::function<void(bool at_rest)> handler);
+  using IdleHandler = std::function<void(bool at_rest)>;
+  void SetIdleHandler(IdleHandler handler) { idle_handler_ = std::move(handler); }
 
   // True while the loop itself takes messages: a message that another program sends directly comes
   // like an event then. False while a handler runs: a call to another program's window can let such
   // a message in where no event is expected.
-  [[nodiscard]] bool TakingMessages() const;
+  [[nodiscard]] bool TakingMessages() const { return taking_messages_; }
 
   // Is told of an exception that a timer's handler or a posted event let escape. Without one the
   // program ends there.
-  void SetErrorReporter(std::function<void(const std::string& what)> reporter);
+  using ErrorReporter = std::function<void(const std::string& what)>;
+  void SetErrorReporter(ErrorReporter reporter) { error_reporter_ = std::move(reporter); }
 
   // Runs `work` like an event: what it throws goes to the reporter. For window procedures, which
   // nothing may be thrown through.
-  void Guard(const std::function<void()>& work);
+  void Guard(const std::function<void()>& work) noexcept;
 
   // For sockets: messages from kFirstSocketMessage to kLastSocketMessage sent to socket_window()
   // are handed to `handler` as socket events.
-  using SocketMessage = std::function<void(unsigned message, std::uintptr_t w, std::intptr_t l)>;
-  static constexpr unsigned kFirstSocketMessage = 0x8100;
-  static constexpr unsigned kLastSocketMessage = 0xBFFF;
-  void SetSocketHandler(SocketMessage handler);
-  [[nodiscard]] void* socket_window() const;
+  using SocketMessage = std::function<void(UINT message, WPARAM w, LPARAM l)>;
+  static constexpr UINT kFirstSocketMessage = 0x8100;
+  static constexpr UINT kLastSocketMessage = 0xBFFF;
+  void SetSocketHandler(SocketMessage handler) { socket_handler_ = std::move(handler); }
+  [[nodiscard]] HWND socket_window() const { return socket_window_; }
 
  private:
-  class Impl;
-  std::unique_ptr<Impl> impl_;
+  class TimerWin;
+
+  static LRESULT CALLBACK WakeProcedure(HWND window, UINT message, WPARAM w, LPARAM l);
+  static LRESULT CALLBACK SocketProcedure(HWND window, UINT message, WPARAM w, LPARAM l);
+
+  void DestroyWindows();
+  void Wake();
+  void Arm();
+  bool RunPosted();
+  bool RunDue(TimerTable::Pass& pass);
+  void RunTimers();
+  template <typename Call>
+  auto Taking(Call take);
+  void Dispatch(MSG& message);
+  bool DispatchSocketMessages();
+  void Idle(bool at_rest);
+
+  HWND window_ = nullptr;
+  HWND socket_window_ = nullptr;
+  TimerTable timers_;
+  EventQueue queue_;
+  bool wake_posted_ = false;
+  std::optional<std::int64_t> armed_for_;
+  std::int64_t socket_messages_ = 0;
+  int depth_ = 0;
+  bool taking_messages_ = false;
+  MessageFilter message_filter_;
+  IdleHandler idle_handler_;
+  ErrorReporter error_reporter_;
+  SocketMessage socket_handler_;
 };
 
 }  // namespace corvane

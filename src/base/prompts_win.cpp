@@ -1,13 +1,10 @@
 // Message boxes of the system.
 #include "base/prompts_win.h"
 
-#include <windows.h>
-
 namespace corvane {
 
 void PromptsWin::ShowBox(const std::string& text, const std::string& title, BoxIcon icon) {
-  HWND owner = static_cast<HWND>(owner_);
-  if (owner != nullptr && IsWindow(owner) == 0) owner = nullptr;
+  HWND owner = owner_ != nullptr && IsWindow(owner_) ? owner_ : nullptr;
   UINT style = MB_OK;
   if (icon == BoxIcon::kCritical) style |= MB_ICONERROR;
   // Without an owner the box could open behind the windows of others, unseen.
