@@ -16,9 +16,8 @@
 #include "bench/run.h"
 #include "sim/sim_clock.h"
 #include "sim/sim_loop.h"
-#include "store/group_list.h"
-#include "store/sort_keyed_lines.h"
-#include "store/subscriber_list.h"
+#include "store/list_text.h"
+#include "store/saved_lists.h"
 
 namespace {
 

@@ -2,11 +2,10 @@
 // without an error is written in a form that reads as the same again.
 #include "bench/following_rig.h"
 #include "fuzz/fuzzing.h"
-#include "store/group_list.h"
-#include "store/label_files.h"
-#include "store/label_text.h"
+#include "store/labels.h"
+#include "store/list_text.h"
 #include "store/rec_only_list.h"
-#include "store/subscriber_list.h"
+#include "store/saved_lists.h"
 
 namespace corvane {
 namespace {

@@ -1,5 +1,5 @@
 // The bytes of the settings file: cut short, grown, spoilt.
-#include "store/settings_record.h"
+#include "store/settings.h"
 
 #include "fuzz/fuzzing.h"
 

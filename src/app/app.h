@@ -21,13 +21,12 @@
 #include "link/patient_windows.h"
 #include "link/poll_cycle.h"
 #include "link/sdr_setup.h"
-#include "store/group_list.h"
-#include "store/label_files.h"
+#include "store/labels.h"
 #include "store/log_files.h"
 #include "store/periodic_save.h"
 #include "store/rec_only_list.h"
-#include "store/settings_file.h"
-#include "store/subscriber_list.h"
+#include "store/saved_lists.h"
+#include "store/settings.h"
 #include "ui/actions.h"
 #include "ui/main_form.h"
 
@@ -102,7 +101,6 @@ class App : private Actions {
   NetworkIdentity network_;
 
   // Store.
-  FileNumbers file_numbers_;
   StartErrors start_errors_;
   GssiTable groups_;
   SsiTable subscribers_;

@@ -8,9 +8,8 @@
 #include "panel/form1.h"
 #include "panel/program_flags.h"
 #include "store/call_activity.h"
-#include "store/group_list.h"
-#include "store/settings_file.h"
-#include "store/subscriber_list.h"
+#include "store/saved_lists.h"
+#include "store/settings.h"
 
 namespace corvane {
 

@@ -1,11 +1,10 @@
 // Loading of all label and list files at start, after the settings.
 #pragma once
 
-#include "store/group_list.h"
-#include "store/label_files.h"
+#include "store/labels.h"
 #include "store/rec_only_list.h"
+#include "store/saved_lists.h"
 #include "store/start_error.h"
-#include "store/subscriber_list.h"
 
 namespace corvane {
 

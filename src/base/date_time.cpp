@@ -89,6 +89,10 @@ std::optional<DateTime> ParseFixedGeneralDate(std::string_view text) {
   return time;
 }
 
+std::string IsoDate(const DateTime& time) {
+  return Format("%04d-%02d-%02d ", time.year, time.month, time.day) + ClockText(time);
+}
+
 std::optional<DateTime> ParseIsoDate(std::string_view text) {
   if (text.size() != kDateTimeSize || text[4] != '-' || text[7] != '-' || text[10] != ' ') {
     return std::nullopt;

@@ -37,6 +37,9 @@ struct DateTime {
 [[nodiscard]] std::string FixedGeneralDate(const DateTime& time);
 // Reads "15/11/2026 14:23:05"; nullopt for anything else.
 [[nodiscard]] std::optional<DateTime> ParseFixedGeneralDate(std::string_view text);
+
+// "2026-11-15 14:23:05", which every WallClock reads.
+[[nodiscard]] std::string IsoDate(const DateTime& time);
 // Reads "2026-11-15 14:23:05"; nullopt for anything else.
 [[nodiscard]] std::optional<DateTime> ParseIsoDate(std::string_view text);
 

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/text.h"
+
 namespace corvane {
 
 // Reads a plain decimal integer: optional "-" for signed types, digits, nothing else (no blanks, no
@@ -28,9 +30,7 @@ template <std::integral Int>
 // Reads the number that a caption, tag or list entry shows: blanks around it are dropped first.
 template <std::integral Int>
 [[nodiscard]] std::optional<Int> ParseShown(std::string_view text) {
-  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-  return ParseDecimal<Int>(text);
+  return ParseDecimal<Int>(Trim(text));
 }
 
 // Plain decimal, no leading zeros, "-" in front of negative values.

@@ -1,7 +1,18 @@
 // Byte string helpers.
 #include "base/text.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace corvane {
+
+namespace {
+
+char Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
 
 std::string_view TrimRight(std::string_view text) {
   while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
@@ -48,19 +59,37 @@ std::string Bracketed(std::string_view label) {
   return label.empty() ? std::string() : "[" + std::string(label) + "]";
 }
 
+std::string Lowered(std::string_view text) {
+  std::string lowered(text);
+  std::ranges::transform(lowered, lowered.begin(), Lower);
+  return lowered;
+}
+
+bool SameWord(std::string_view a, std::string_view b) {
+  return std::ranges::equal(a, b, {}, Lower, Lower);
+}
+
+bool LineReader::Next(std::string_view& line) {
+  if (rest_.empty()) return false;
+  // Two runs of memchr over the short way to the next LF beat a search for either character.
+  const auto* lf = static_cast<const char*>(std::memchr(rest_.data(), '\n', rest_.size()));
+  std::size_t size = lf ? static_cast<std::size_t>(lf - rest_.data()) : rest_.size();
+  std::size_t step = lf ? size + 1 : size;
+  const auto* cr = static_cast<const char*>(std::memchr(rest_.data(), '\r', size));
+  if (cr) {
+    size = static_cast<std::size_t>(cr - rest_.data());
+    const bool cr_lf = size + 1 < rest_.size() && rest_[size + 1] == '\n';
+    step = size + (cr_lf ? 2 : 1);
+  }
+  line = rest_.substr(0, size);
+  rest_.remove_prefix(step);
+  return true;
+}
+
 std::vector<std::string> FileLines(std::string_view content) {
   std::vector<std::string> lines;
-  std::size_t start = 0;
-  while (start < content.size()) {
-    const std::size_t end = content.find_first_of("\r\n", start);
-    if (end == std::string_view::npos) {
-      lines.emplace_back(content.substr(start));
-      break;
-    }
-    lines.emplace_back(content.substr(start, end - start));
-    const bool cr_lf = content[end] == '\r' && end + 1 < content.size() && content[end + 1] == '\n';
-    start = end + (cr_lf ? 2 : 1);
-  }
+  LineReader reader(content);
+  for (std::string_view line; reader.Next(line);) lines.emplace_back(line);
   return lines;
 }
 

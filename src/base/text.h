@@ -1,4 +1,5 @@
-// Byte strings in the ANSI code page: blanks, splitting, replacing. No conversion anywhere.
+// Byte strings in the ANSI code page: blanks, letters, lines, splitting, replacing. No conversion
+// anywhere.
 #pragma once
 
 #include <string>
@@ -26,7 +27,24 @@ namespace corvane {
 // "[" + label + "]", or nothing when the label is empty.
 [[nodiscard]] std::string Bracketed(std::string_view label);
 
-// The lines of a text file: CR LF, LF and CR all end a line; a last line without an end counts.
+// Small letters for A to Z; other letters of the code page stay as they are.
+[[nodiscard]] std::string Lowered(std::string_view text);
+// Equal but for the case of A to Z.
+[[nodiscard]] bool SameWord(std::string_view a, std::string_view b);
+
+// Walks through the lines of a text file: CR LF, LF and CR all end a line, a last line without an
+// end counts. The lines are views into the content.
+class LineReader {
+ public:
+  explicit LineReader(std::string_view content) : rest_(content) {}
+  // False when no line is left.
+  [[nodiscard]] bool Next(std::string_view& line);
+
+ private:
+  std::string_view rest_;
+};
+
+// The same lines all at once, as copies.
 [[nodiscard]] std::vector<std::string> FileLines(std::string_view content);
 
 }  // namespace corvane

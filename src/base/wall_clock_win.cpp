@@ -2,17 +2,12 @@
 // knows all of them.
 #include "base/wall_clock_win.h"
 
-#include <windows.h>
-
 #include <oleauto.h>
 
 #include <array>
 #include <cmath>
-#include <cstdio>
 
 namespace corvane {
-
-static_assert(WallClockWin::kUserLocale == LOCALE_USER_DEFAULT);
 
 namespace {
 
@@ -22,12 +17,6 @@ constexpr wchar_t kNarrowNoBreakSpace = 0x202F;
 constexpr wchar_t kNoBreakSpace = 0x00A0;
 constexpr wchar_t kLeftToRightMark = 0x200E;
 constexpr wchar_t kRightToLeftMark = 0x200F;
-
-std::string Iso(const DateTime& time) {
-  std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), "%04d-%02d-%02d ", time.year, time.month, time.day);
-  return text.data() + ClockText(time);
-}
 
 SYSTEMTIME ToSystemTime(const DateTime& time) {
   SYSTEMTIME parts{};
@@ -110,9 +99,9 @@ std::string WallClockWin::GeneralDate(const DateTime& time) const {
   const SYSTEMTIME parts = ToSystemTime(time);
   const std::string date = DatePart(parts, locale_);
   const std::string clock = TimePart(parts, locale_);
-  if (date.empty() || clock.empty()) return Iso(time);
+  if (date.empty() || clock.empty()) return IsoDate(time);
   std::string text = date + " " + clock;
-  return ReadBySettings(text, locale_) == time ? text : Iso(time);
+  return ReadBySettings(text, locale_) == time ? text : IsoDate(time);
 }
 
 std::optional<DateTime> WallClockWin::ParseGeneralDate(std::string_view text) const {

@@ -1,15 +1,16 @@
 // The wall clock of the system, its dates written by the user's regional settings.
 #pragma once
 
+#include <windows.h>
+
 #include "base/wall_clock.h"
 
 namespace corvane {
 
 class WallClockWin : public WallClock {
  public:
-  // `locale` is a locale identifier (LCID); the default is the user's own settings.
-  static constexpr unsigned long kUserLocale = 0x0400;
-  explicit WallClockWin(unsigned long locale = kUserLocale) : locale_(locale) {}
+  // By default the user's own settings.
+  explicit WallClockWin(LCID locale = LOCALE_USER_DEFAULT) : locale_(locale) {}
 
   [[nodiscard]] DateTime Now() const override;
 
@@ -22,7 +23,7 @@ class WallClockWin : public WallClock {
   [[nodiscard]] std::optional<DateTime> ParseGeneralDate(std::string_view text) const override;
 
  private:
-  unsigned long locale_;
+  LCID locale_;
 };
 
 }  // namespace corvane

@@ -7,8 +7,7 @@
 
 #include "base/number_text.h"
 #include "panel/logs.h"
-#include "store/list_lines.h"
-#include "store/sort_keyed_lines.h"
+#include "store/list_text.h"
 
 namespace corvane {
 

@@ -1,4 +1,4 @@
-// The record-only list.
+// The record-only list between its file and its controls.
 #include "store/rec_only_list.h"
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 
 #include "base/number_text.h"
 #include "panel/logs.h"
-#include "store/list_lines.h"
+#include "store/list_text.h"
 
 namespace corvane {
 
@@ -16,16 +16,15 @@ constexpr std::int32_t kHighestGssi = 16777215;
 constexpr std::size_t kSelectedGroupsMode = 2;
 }  // namespace
 
-RecOnlyList::RecOnlyList(Files& files, const WallClock& clock, Form1& form, FileNumbers& numbers,
+RecOnlyList::RecOnlyList(Files& files, const WallClock& clock, Form1& form,
                          std::string program_folder)
     : files_(files),
       clock_(clock),
       form_(form),
-      numbers_(numbers),
       path_(std::move(program_folder) + "\\TETRA_rec_gssi.txt") {}
 
 ErrorNumber RecOnlyList::Load() {
-  if (!FileExists(files_, path_)) return kNoError;
+  if (!files_.Exists(path_)) return kNoError;
   std::string content;
   if (const FileError error = files_.ReadAll(path_, content)) return error;
   ListBox& list = form_.lstRecOnlyGSSI;
@@ -61,18 +60,10 @@ void RecOnlyList::RemoveSelected() {
 }
 
 void RecOnlyList::SaveRecOnlyGssiList() {
-  if (Write() == kFileOk) return;
-  AddStatusLineInView(form_, "Error saving REC GSSI list. - " + NowText(clock_));
-}
-
-FileError RecOnlyList::Write() {
   std::string lines;
   for (const std::string& item : form_.lstRecOnlyGSSI.items()) lines += item + "\r\n";
-  const int number = numbers_.FreeFile();
-  if (number == 1) return ReplaceContent(files_, path_, lines);
-  // Opening the list for output has emptied it by the time the lines go to the other file.
-  const FileError error = ReplaceContent(files_, path_, {});
-  return error != kFileOk ? error : files_.Append(numbers_.PathOf(1), lines);
+  if (ReplaceContent(files_, path_, lines) == kFileOk) return;
+  AddStatusLineInView(form_, "Error saving REC GSSI list. - " + NowText(clock_));
 }
 
 bool IsGssiText(std::string_view text) {
@@ -83,8 +74,7 @@ bool IsGssiText(std::string_view text) {
 std::vector<std::string> ParseRecOnlyList(std::string_view content) {
   std::vector<std::string> accepted;
   LineReader lines(content);
-  std::string_view line;
-  while (lines.Next(line)) {
+  for (std::string_view line; lines.Next(line);) {
     if (!IsEmptyOrComment(line) && IsGssiText(line)) accepted.emplace_back(line);
   }
   return accepted;

@@ -9,7 +9,6 @@
 #include "base/files.h"
 #include "base/wall_clock.h"
 #include "panel/form1.h"
-#include "store/file_numbers.h"
 #include "store/start_error.h"
 
 namespace corvane {
@@ -17,8 +16,7 @@ namespace corvane {
 class RecOnlyList {
  public:
   // `program_folder` without a "\" at its end.
-  RecOnlyList(Files& files, const WallClock& clock, Form1& form, FileNumbers& numbers,
-              std::string program_folder);
+  RecOnlyList(Files& files, const WallClock& clock, Form1& form, std::string program_folder);
 
   // Adds the file's accepted lines as items. A missing file is no error.
   [[nodiscard]] ErrorNumber Load();
@@ -30,17 +28,14 @@ class RecOnlyList {
   // Removes the selected item, if any, and saves.
   void RemoveSelected();
 
-  // Writes the items to the file that is open as number 1, which is the list's own unless somebody
-  // else holds that number. A failure adds one status line; the old file is then whole.
+  // Replaces the file by the items, one a line. A failure adds one status line; the old file is
+  // then whole.
   void SaveRecOnlyGssiList();
 
  private:
-  [[nodiscard]] FileError Write();
-
   Files& files_;
   const WallClock& clock_;
   Form1& form_;
-  FileNumbers& numbers_;
   std::string path_;
 };
 

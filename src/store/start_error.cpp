@@ -7,20 +7,11 @@
 
 namespace corvane {
 
-bool FileExists(Files& files, const std::string& path) {
-  return files.Exists(path);
-}
-
-StartErrors::StartErrors(Files& files, Prompts& prompts, FileNumbers& numbers,
-                         std::string program_folder)
-    : files_(files),
-      prompts_(prompts),
-      numbers_(numbers),
-      program_folder_(std::move(program_folder)) {}
+StartErrors::StartErrors(Files& files, Prompts& prompts, std::string program_folder)
+    : files_(files), prompts_(prompts), program_folder_(std::move(program_folder)) {}
 
 Load StartErrors::Handle(ErrorNumber error) {
   if (error == kNoError) return Load::kOk;
-  numbers_.Close(1);
   std::string text;
   if (error == kInvalidPropertyValue) {
     error = files_.Delete(program_folder_ + kSettingsFileName);

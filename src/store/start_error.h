@@ -6,7 +6,6 @@
 
 #include "base/files.h"
 #include "base/prompts.h"
-#include "store/file_numbers.h"
 
 namespace corvane {
 
@@ -24,22 +23,18 @@ enum class Load { kOk, kEnded };
 class StartErrors {
  public:
   // `program_folder` without a "\" at its end.
-  StartErrors(Files& files, Prompts& prompts, FileNumbers& numbers, std::string program_folder);
+  StartErrors(Files& files, Prompts& prompts, std::string program_folder);
 
-  // kOk when `error` is 0. Otherwise closes file number 1, shows the one box that belongs to the
-  // number, ends the program and gives kEnded. kInvalidPropertyValue also deletes the settings
-  // file; when that fails the file-access box with its number is shown. Lets events run.
+  // kOk when `error` is 0. Otherwise shows the one box that belongs to the number, ends the program
+  // and gives kEnded. kInvalidPropertyValue also deletes the settings file; when that fails the
+  // file-access box with its number is shown. Lets events run.
   [[nodiscard]] Load Handle(ErrorNumber error);
 
  private:
   Files& files_;
   Prompts& prompts_;
-  FileNumbers& numbers_;
   std::string program_folder_;
 };
-
-// True when the attributes of `path` can be read, whatever it is.
-[[nodiscard]] bool FileExists(Files& files, const std::string& path);
 
 inline constexpr const char* kSettingsFileName = "\\corvane_simple.dat";
 

@@ -13,12 +13,11 @@
 #include "sim/no_sink.h"
 #include "sim/sim_loop.h"
 #include "sim/sim_prompts.h"
-#include "store/group_list.h"
-#include "store/label_files.h"
+#include "store/labels.h"
 #include "store/rec_only_list.h"
-#include "store/settings_file.h"
-#include "store/start_load.h"
-#include "store/subscriber_list.h"
+#include "store/saved_lists.h"
+#include "store/settings.h"
+#include "app/start_load.h"
 #include "ui/main_window_win.h"
 
 namespace corvane::desktop {
@@ -102,13 +101,13 @@ ReadFiles ReadAsAStartDoes(const std::filesystem::path& folder) {
   sim::NoSink sink;
   Form1 form(sink);
   Presets presets;
-  FileNumbers numbers;
+  ProgramFlags flags;
   GssiTable groups;
   SsiTable subscribers;
   NetworkNames names;
-  StartErrors errors(files, prompts, numbers, path);
-  corvane::SettingsFile settings(files, prompts, clock, form, presets, errors, path);
-  RecOnlyList rec_only(files, clock, form, numbers, path);
+  StartErrors errors(files, prompts, path);
+  corvane::SettingsFile settings(files, prompts, clock, flags, form, presets, errors, path);
+  RecOnlyList rec_only(files, clock, form, path);
   LabelFiles labels(files, prompts, form, names, path);
   GroupList group_list(files, form, groups, path);
   SubscriberList subscriber_list(files, clock, form, subscribers, path);

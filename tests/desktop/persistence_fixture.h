@@ -17,8 +17,8 @@
 #include "desktop/harness/process.h"
 #include "desktop/harness/program_folder.h"
 #include "desktop/harness/wait.h"
-#include "store/records.h"
-#include "store/settings_record.h"
+#include "store/settings.h"
+#include "store/tables.h"
 #include "ui/control_ids.h"
 
 namespace corvane::desktop {

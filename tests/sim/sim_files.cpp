@@ -2,7 +2,6 @@
 #include "sim/sim_files.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -20,16 +19,6 @@ namespace {
 
 constexpr std::string_view kForbidden = "<>\"/|?*:";
 
-char Lower(char c) {
-  return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-}
-
-std::string LowerText(std::string_view text) {
-  std::string lower(text);
-  std::ranges::transform(lower, lower.begin(), Lower);
-  return lower;
-}
-
 bool NameAllowed(const std::string& name) {
   return name != "." && name != ".." && std::ranges::none_of(name, [](char c) {
            return static_cast<unsigned char>(c) < 32 ||
@@ -41,9 +30,9 @@ bool NameAllowed(const std::string& name) {
 fs::path Entry(const fs::path& folder, const std::string& name) {
   std::error_code error;
   if (fs::exists(folder / name, error)) return folder / name;
-  const std::string wanted = LowerText(name);
+  const std::string wanted = Lowered(name);
   for (const auto& entry : fs::directory_iterator(folder, error)) {
-    if (LowerText(entry.path().filename().string()) == wanted) return entry.path();
+    if (Lowered(entry.path().filename().string()) == wanted) return entry.path();
   }
   return folder / name;
 }
@@ -81,7 +70,7 @@ fs::path SimFiles::HostPath(const std::string& path) const {
   for (const std::string& part : Split(path, '\\')) {
     if (part.empty()) continue;
     const bool drive = host == root_ && part.size() == 2 && part[1] == ':';
-    const std::string name = drive ? LowerText(part.substr(0, 1)) : part;
+    const std::string name = drive ? Lowered(part.substr(0, 1)) : part;
     // A name that the system would refuse leads nowhere.
     if (!NameAllowed(name)) return root_ / "no such folder" / "name";
     host = Entry(host, name);
@@ -90,11 +79,16 @@ fs::path SimFiles::HostPath(const std::string& path) const {
 }
 
 std::string SimFiles::Key(std::string_view path) {
-  return LowerText(path);
+  return Lowered(path);
 }
 
 void SimFiles::CountStep() {
   ++steps_;
+}
+
+void SimFiles::LoseUnflushed() {
+  for (const auto& [host, left] : unflushed_) WriteHost(host, left);
+  unflushed_.clear();
 }
 
 void SimFiles::NoteOperation() {
@@ -104,6 +98,11 @@ void SimFiles::NoteOperation() {
 FileError SimFiles::Step(const std::string& path, Use use) {
   CountStep();
   if (steps_ == kill_at_) throw ProgramKilled();
+  if (steps_ == cut_at_) {
+    LoseUnflushed();
+    throw PowerCut();
+  }
+  if (on_step_) on_step_();
   if (steps_ == fail_at_) return fail_with_;
   const std::string key = Key(path);
   for (const auto& [part, error] : failing_parts_) {
@@ -118,12 +117,14 @@ FileError SimFiles::Step(const std::string& path, Use use) {
 
 bool SimFiles::Exists(const std::string& path) {
   NoteOperation();
+  ++questions_;
   std::error_code error;
   return fs::exists(HostPath(path), error);
 }
 
 bool SimFiles::IsDirectory(const std::string& path) {
   NoteOperation();
+  ++questions_;
   std::error_code error;
   return fs::is_directory(HostPath(path), error);
 }
@@ -145,7 +146,20 @@ FileError SimFiles::Delete(const std::string& path) {
   std::error_code error;
   if (fs::is_directory(host, error)) return kPathAccess;
   if (!fs::is_directory(host.parent_path(), error)) return kPathNotFound;
+  unflushed_.erase(host);
   return fs::remove(host, error) ? kFileOk : kFileNotFound;
+}
+
+FileError SimFiles::Move(const fs::path& from, const fs::path& to) {
+  std::error_code error;
+  fs::rename(from, to, error);
+  if (error) return kPathAccess;
+  unflushed_.erase(to);
+  if (auto entry = unflushed_.extract(from)) {
+    entry.key() = to;
+    unflushed_.insert(std::move(entry));
+  }
+  return kFileOk;
 }
 
 FileError SimFiles::Rename(const std::string& from, const std::string& to) {
@@ -159,8 +173,7 @@ FileError SimFiles::Rename(const std::string& from, const std::string& to) {
   }
   if (fs::exists(target, error)) return kFileExists;
   if (!fs::is_directory(target.parent_path(), error)) return kPathNotFound;
-  fs::rename(source, target, error);
-  return error ? kPathAccess : kFileOk;
+  return Move(source, target);
 }
 
 FileError SimFiles::MoveOver(const std::string& from, const std::string& to) {
@@ -176,8 +189,7 @@ FileError SimFiles::MoveOver(const std::string& from, const std::string& to) {
   }
   if (fs::is_directory(target, error)) return kPathAccess;
   if (!fs::is_directory(target.parent_path(), error)) return kPathNotFound;
-  fs::rename(source, target, error);
-  return error ? kPathAccess : kFileOk;
+  return Move(source, target);
 }
 
 FileError SimFiles::ReadAll(const std::string& path, std::string& content) {
@@ -198,7 +210,12 @@ FileError SimFiles::OpenForWriting(const std::string& path, bool truncate, std::
   std::error_code error;
   if (fs::is_directory(host, error)) return kPathAccess;
   if (!fs::is_directory(host.parent_path(), error)) return kPathNotFound;
-  if (truncate || !fs::exists(host, error)) WriteHost(host, {});
+  if (truncate || !fs::exists(host, error)) {
+    WriteHost(host, {});
+    unflushed_[host] = "";
+  } else if (!unflushed_.contains(host)) {
+    unflushed_[host] = ReadHost(host).value_or("");
+  }
   size = fs::file_size(host);
   return kFileOk;
 }
@@ -233,7 +250,9 @@ FileError SimFiles::WriteAll(const std::string& path, std::string_view content) 
   std::uint64_t size = 0;
   if (const FileError error = OpenForWriting(path, true, size)) return error;
   if (const FileError error = Write(path, content, 0)) return error;
-  return Step(path, Use::kWrite);  // the flush
+  const FileError flushed = Step(path, Use::kWrite);
+  if (flushed == kFileOk) unflushed_.erase(HostPath(path));
+  return flushed;
 }
 
 FileError SimFiles::Append(const std::string& path, std::string_view content) {
@@ -254,6 +273,7 @@ FileError SimFiles::Patch(const std::string& path, std::uint32_t offset, std::st
 
 void SimFiles::ResetSteps() {
   steps_ = 0;
+  questions_ = 0;
 }
 
 void SimFiles::FailAtStep(int step, FileError error) {
@@ -292,9 +312,11 @@ void SimFiles::SetReadOnly(const std::string& path, bool read_only) {
 }
 
 void SimFiles::Restart() {
-  steps_ = 0;
+  ResetSteps();
   fail_at_ = 0;
   kill_at_ = 0;
+  cut_at_ = 0;
+  on_step_ = nullptr;
   failing_parts_.clear();
   room_.reset();
   locked_.clear();
@@ -311,6 +333,7 @@ void SimFiles::Put(const std::string& path, std::string_view content) {
   const fs::path host = HostPath(path);
   fs::create_directories(host.parent_path());
   WriteHost(host, content);
+  unflushed_.erase(host);
 }
 
 void SimFiles::PutDirectory(const std::string& path) {

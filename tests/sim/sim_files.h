@@ -6,11 +6,13 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/files.h"
@@ -19,6 +21,8 @@ namespace corvane::sim {
 
 // Thrown at the step that the program is to be killed at. Not a std::exception: nobody handles it.
 struct ProgramKilled {};
+// Thrown at the step that the computer loses its power at.
+struct PowerCut {};
 
 class SimFiles : public Files {
  public:
@@ -49,6 +53,13 @@ class SimFiles : public Files {
   void FailAtStep(int step, FileError error);
   // The program is killed before step `step`, in the middle of it when it writes. 0: never.
   void KillAtStep(int step) { kill_at_ = step; }
+  // The power fails before step `step`: of files that were not flushed since they were written,
+  // only what they held before is left, of new ones an empty file. 0: never.
+  void CutPowerAtStep(int step) { cut_at_ = step; }
+  // Is called at each step, before it has any effect.
+  void SetOnStep(std::function<void()> hook) { on_step_ = std::move(hook); }
+  // How often Exists and IsDirectory were asked since the last ResetSteps.
+  [[nodiscard]] int questions() const { return questions_; }
   // Every step on a path that contains `part` fails; kFileOk ends that.
   void FailPath(const std::string& part, FileError error);
   // So many more bytes can be written; nullopt: any number.
@@ -80,8 +91,10 @@ class SimFiles : public Files {
   enum class Use { kRead, kWrite };
   FileError Step(const std::string& path, Use use);
   FileError Write(const std::string& path, std::string_view content, std::uint64_t offset);
+  FileError Move(const std::filesystem::path& from, const std::filesystem::path& to);
   FileError OpenForWriting(const std::string& path, bool truncate, std::uint64_t& size);
   void CountStep();
+  void LoseUnflushed();
   void NoteOperation();
   [[nodiscard]] static std::string Key(std::string_view path);
 
@@ -90,6 +103,10 @@ class SimFiles : public Files {
   int fail_at_ = 0;
   FileError fail_with_ = kPathAccess;
   int kill_at_ = 0;
+  int cut_at_ = 0;
+  int questions_ = 0;
+  std::function<void()> on_step_;
+  std::map<std::filesystem::path, std::string> unflushed_;  // what a power cut leaves of a file
   std::map<std::string, FileError> failing_parts_;
   std::optional<std::uint64_t> room_;
   std::set<std::string> locked_;

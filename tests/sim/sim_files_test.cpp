@@ -51,6 +51,56 @@ TEST_F(SimFilesTest, KillingLeavesWhatWasWrittenByThen) {
   }
 }
 
+TEST_F(SimFilesTest, APowerCutLosesWhatWasNotFlushed) {
+  for (int step = 1; step <= 4; ++step) {
+    files_.Restart();
+    files_.Put(kPath, "old");
+    files_.CutPowerAtStep(step);
+    const auto write_twice = [this] {
+      static_cast<void>(files_.WriteAll(kPath, "1234"));  // open, write, flush
+      static_cast<void>(files_.Append(kPath, "5678"));
+    };
+    EXPECT_THROW(write_twice(), PowerCut) << step;
+    const std::vector<std::string> left = {"old", "", "", "1234"};
+    EXPECT_EQ(files_.Content(kPath), left[static_cast<std::size_t>(step - 1)]) << step;
+  }
+}
+
+TEST_F(SimFilesTest, WhatWasNotFlushedIsLostWhereItWasMovedTo) {
+  files_.Put(kPath, "old");
+  EXPECT_EQ(files_.Append(kPath + ".new", "new"), kFileOk);
+  EXPECT_EQ(files_.MoveOver(kPath + ".new", kPath), kFileOk);
+  EXPECT_EQ(files_.Content(kPath), "new");
+  files_.CutPowerAtStep(files_.steps() + 1);
+  EXPECT_THROW(static_cast<void>(files_.Delete(kPath)), PowerCut);
+  EXPECT_EQ(files_.Content(kPath), "");
+}
+
+TEST_F(SimFilesTest, ReplacedContentOutlastsAPowerCut) {
+  files_.Put(kPath, "old");
+  EXPECT_EQ(ReplaceContent(files_, kPath, "new"), kFileOk);
+  files_.CutPowerAtStep(files_.steps() + 1);
+  EXPECT_THROW(static_cast<void>(files_.Delete(kPath)), PowerCut);
+  EXPECT_EQ(files_.Content(kPath), "new");
+}
+
+TEST_F(SimFilesTest, QuestionsAreCounted) {
+  EXPECT_FALSE(files_.Exists(kPath));
+  EXPECT_FALSE(files_.IsDirectory(kPath));
+  EXPECT_EQ(files_.questions(), 2);
+  EXPECT_EQ(files_.steps(), 0);
+  files_.ResetSteps();
+  EXPECT_EQ(files_.questions(), 0);
+}
+
+TEST_F(SimFilesTest, AHookSeesEachStepBeforeItsEffect) {
+  std::vector<std::string> seen;
+  files_.SetOnStep([&] { seen.push_back(files_.Content(kPath).value_or("none")); });
+  EXPECT_EQ(files_.WriteAll(kPath, "new"), kFileOk);
+  EXPECT_EQ(files_.Delete(kPath), kFileOk);
+  EXPECT_EQ(seen, (std::vector<std::string>{"none", "", "new", "new"}));
+}
+
 TEST_F(SimFilesTest, KillingAnAppendLeavesAHalf) {
   files_.Put(kPath, "old");
   files_.KillAtStep(2);

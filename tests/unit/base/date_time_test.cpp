@@ -25,7 +25,9 @@ TEST(DateTime, FixedGeneralDateReadsBackWhatItWrites) {
   EXPECT_EQ(ParseFixedGeneralDate("15/11/2026 14:23:05"), kAfternoon);
 }
 
-TEST(DateTime, IsoDateIsRead) {
+TEST(DateTime, IsoDateIsWrittenAndRead) {
+  EXPECT_EQ(IsoDate(kAfternoon), "2026-11-15 14:23:05");
+  EXPECT_EQ(IsoDate({998, 1, 2, 3, 4, 5}), "0998-01-02 03:04:05");
   EXPECT_EQ(ParseIsoDate("2026-11-15 14:23:05"), kAfternoon);
 }
 

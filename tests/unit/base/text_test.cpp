@@ -28,6 +28,26 @@ TEST(Text, BracketsOnlyAroundALabel) {
   EXPECT_EQ(Bracketed(""), "");
 }
 
+TEST(Text, LettersFromAToZAreLoweredAndNoOthers) {
+  EXPECT_EQ(Lowered("TETRA_mcc.TXT \xC4@[`{"), "tetra_mcc.txt \xC4@[`{");
+}
+
+TEST(Text, WordsAreTheSameInWhateverCase) {
+  EXPECT_TRUE(SameWord("True", "tRUE"));
+  EXPECT_TRUE(SameWord("", ""));
+  EXPECT_FALSE(SameWord("True", "True "));
+  EXPECT_FALSE(SameWord("[", "{"));
+}
+
+TEST(Text, TheReaderGivesEmptyLinesAndALastOneWithoutAnEnd) {
+  LineReader reader("\r\r\n\n\n\rlast");
+  std::vector<std::string_view> lines;
+  for (std::string_view line; reader.Next(line);) lines.push_back(line);
+  EXPECT_THAT(lines, ElementsAre("", "", "", "", "", "last"));
+  std::string_view line = "unchanged";
+  EXPECT_FALSE(reader.Next(line));
+}
+
 TEST(Text, FileLinesEndInAnyOfTheThreeWays) {
   EXPECT_THAT(FileLines("a\r\nb\nc\rd"), ElementsAre("a", "b", "c", "d"));
   EXPECT_THAT(FileLines("a\r\n\r\nb\r\n"), ElementsAre("a", "", "b"));

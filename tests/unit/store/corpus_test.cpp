@@ -29,22 +29,22 @@ std::string Lines(const LabelLines& labels) {
 
 // The start ended with the box of this number and left the file as it was.
 void ExpectError(const Kind& kind, const CorpusCase& one, int number) {
-  MemoryFiles files;
-  files.content[kind.path] = one.content;
+  sim::SimFiles files;
+  files.Put(kind.path, one.content);
   StoreRun run(files);
   EXPECT_FALSE(run.Start());
-  EXPECT_EQ(run.prompts.boxes, std::vector{FileAccessBox(number)});
-  EXPECT_EQ(run.prompts.ended, 1);
-  EXPECT_EQ(files.content.size(), 1U);
-  EXPECT_TRUE(files.content[kind.path] == one.content) << "the file was changed";
+  EXPECT_EQ(run.prompts.boxes(), std::vector{FileAccessBox(number)});
+  EXPECT_EQ(run.prompts.times_ended(), 1);
+  EXPECT_EQ(files.List(kFolder).size(), 1U);
+  EXPECT_TRUE(files.Content(kind.path) == one.content) << "the file was changed";
 }
 
 void ExpectLoads(const Kind& kind, const CorpusCase& one, std::size_t count) {
-  MemoryFiles files;
-  files.content[kind.path] = one.content;
+  sim::SimFiles files;
+  files.Put(kind.path, one.content);
   StoreRun run(files);
   ASSERT_TRUE(run.Start());
-  EXPECT_TRUE(run.prompts.boxes.empty());
+  EXPECT_TRUE(run.prompts.boxes().empty());
   EXPECT_EQ(kind.loaded(run), count);
   ASSERT_TRUE(one.after.has_value()) << "the case does not say what is saved";
   const std::string saved = kind.after(run);
@@ -78,7 +78,7 @@ TEST(Corpus, GroupLists) {
   RunCorpus({"group_list", kGroupPath, 80, [](StoreRun& run) { return run.group_table.size(); },
              [](StoreRun& run) {
                EXPECT_NE(run.groups.SaveGssiList(), -1);
-               return run.files.content[kGroupPath];
+               return run.files.Content(kGroupPath).value();
              }});
 }
 
@@ -87,7 +87,7 @@ TEST(Corpus, SubscriberLists) {
              [](StoreRun& run) { return run.subscriber_table.size(); },
              [](StoreRun& run) {
                EXPECT_NE(run.subscribers.SaveSsiList(), -1);
-               return run.files.content[kSubscriberPath];
+               return run.files.Content(kSubscriberPath).value();
              }});
 }
 
@@ -97,7 +97,7 @@ TEST(Corpus, RecordOnlyLists) {
        [](StoreRun& run) { return static_cast<std::size_t>(run.form.lstRecOnlyGSSI.count()); },
        [](StoreRun& run) {
          run.rec_only.SaveRecOnlyGssiList();
-         return run.files.content[kRecOnlyPath];
+         return run.files.Content(kRecOnlyPath).value();
        }});
 }
 
@@ -122,43 +122,43 @@ TEST(Corpus, LocationAreaLabels) {
 TEST(Corpus, OldNetworkLabelsBehaveAsTheNewOnesAfterTheNotice) {
   for (const CorpusCase& one : ReadCorpus("network_labels")) {
     SCOPED_TRACE(one.name);
-    MemoryFiles files;
-    files.content[kOldNetworkPath] = one.content;
+    sim::SimFiles files;
+    files.Put(kOldNetworkPath, one.content);
     StoreRun run(files);
     const bool error = one.outcome.starts_with("error");
     EXPECT_EQ(run.Start(), !error);
-    ASSERT_EQ(run.prompts.boxes.size(), error ? 2U : 1U);
-    EXPECT_EQ(run.prompts.boxes[0].title, "Notice");
+    ASSERT_EQ(run.prompts.boxes().size(), error ? 2U : 1U);
+    EXPECT_EQ(run.prompts.boxes()[0].title, "Notice");
     if (error) {
-      EXPECT_EQ(run.prompts.boxes[1], FileAccessBox(9));
+      EXPECT_EQ(run.prompts.boxes()[1], FileAccessBox(9));
     }
-    EXPECT_EQ(files.content.size(), 1U);
-    EXPECT_TRUE(files.content[kNetworkPath] == one.content);
+    EXPECT_EQ(files.List(kFolder).size(), 1U);
+    EXPECT_TRUE(files.Content(kNetworkPath) == one.content);
   }
 }
 
 void ExpectSettings(const CorpusCase& one) {
-  MemoryFiles files;
-  files.content[kSettingsPath] = one.content;
+  sim::SimFiles files;
+  files.Put(kSettingsPath, one.content);
   StoreRun run(files);
   const bool applied = one.outcome == "applied";
   EXPECT_EQ(run.Start(), applied);
   if (!applied) {
-    EXPECT_EQ(run.prompts.boxes,
+    EXPECT_EQ(run.prompts.boxes(),
               std::vector{one.outcome == "corrupt" ? CorruptBox() : VersionChangeBox()});
-    EXPECT_EQ(run.prompts.ended, 1);
-    EXPECT_TRUE(files.content.empty());
+    EXPECT_EQ(run.prompts.times_ended(), 1);
+    EXPECT_TRUE(files.List(kFolder).empty());
     return;
   }
-  EXPECT_TRUE(run.prompts.boxes.empty());
-  EXPECT_TRUE(files.content[kSettingsPath] == one.content) << "reading changed the file";
+  EXPECT_TRUE(run.prompts.boxes().empty());
+  EXPECT_TRUE(files.Content(kSettingsPath) == one.content) << "reading changed the file";
   run.settings.SaveSettings();
   ASSERT_TRUE(one.after.has_value());
-  EXPECT_EQ(files.content[kSettingsPath], *one.after);
+  EXPECT_EQ(files.Content(kSettingsPath), *one.after);
   StoreRun next(files);
   EXPECT_TRUE(next.Start());
   next.settings.SaveSettings();
-  EXPECT_EQ(files.content[kSettingsPath], *one.after) << "a second save differs";
+  EXPECT_EQ(files.Content(kSettingsPath), *one.after) << "a second save differs";
 }
 
 TEST(Corpus, Settings) {
@@ -186,10 +186,10 @@ ActivityOutcome ParseOutcome(const std::string& text) {
 }
 
 void ExpectActivity(const CorpusCase& one) {
-  MemoryFiles files;
-  files.content[kActivityPath] = one.content;
+  sim::SimFiles files;
+  files.Put(kActivityPath, one.content);
   StoreRun run(files);
-  run.folders.CreateDayFolders(run.clock.now);
+  run.folders.CreateDayFolders(run.clock.Now());
   run.activity.LoadCallActivity();
   const ActivityOutcome outcome = ParseOutcome(one.outcome);
   EXPECT_TRUE(run.activity.CallActivityLoaded);
@@ -198,15 +198,15 @@ void ExpectActivity(const CorpusCase& one) {
   if (outcome.error != 0) {
     status.push_back("Error in line " + Decimal(outcome.line) +
                      " of Call_Activity_15-11-2026.csv [" + Decimal(outcome.error) + "] - " + kNow);
-    EXPECT_TRUE(files.content[kActivityPath + ".bad"] == one.content);
+    EXPECT_TRUE(files.Content(kActivityPath + ".bad") == one.content);
   }
   status.push_back("Loaded call activity for " + Decimal(outcome.groups) + " saved GSSIs");
   EXPECT_EQ(run.form.lstStatusLog.items(), status);
-  EXPECT_EQ(files.content.size(), outcome.error != 0 ? 2U : 1U);
-  EXPECT_TRUE(run.prompts.boxes.empty());
+  EXPECT_EQ(files.List(kFolder).size(), outcome.error != 0 ? 2U : 1U);
+  EXPECT_TRUE(run.prompts.boxes().empty());
   EXPECT_NE(run.activity.SaveCallActivity(), -1);
   ASSERT_TRUE(one.after.has_value());
-  EXPECT_EQ(files.content[kActivityPath], *one.after);
+  EXPECT_EQ(files.Content(kActivityPath), *one.after);
 }
 
 TEST(Corpus, CallActivity) {

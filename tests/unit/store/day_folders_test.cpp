@@ -13,7 +13,7 @@ class DayFoldersTest : public ::testing::Test {
  protected:
   const Texts& Status() const { return run.form.lstStatusLog.items(); }
 
-  MemoryFiles files;
+  sim::SimFiles files;
   StoreRun run{files};
   DayFolders& folders = run.folders;
 };
@@ -25,12 +25,22 @@ TEST_F(DayFoldersTest, ThereIsNoFolderOfTheDayAtFirst) {
 
 TEST_F(DayFoldersTest, MakesWhatIsMissingOnce) {
   folders.CreateDayFolders({2026, 11, 15, 14, 23, 5});
-  EXPECT_EQ(folders.DayFolder(), "C:\\Corvane\\Daily\\20261115");
-  EXPECT_EQ(files.directories,
-            (std::set<std::string>{kFolder, kFolder + "\\Daily", kDayPath, kDayPath + "\\Record"}));
-  const int operations = files.operations;
+  EXPECT_EQ(folders.DayFolder(), kDayPath);
+  EXPECT_TRUE(files.IsDirectory(kDayPath + "\\Record"));
+  EXPECT_EQ(files.steps(), 3);
+  files.ResetSteps();
   folders.CreateDayFolders({2026, 11, 15, 23, 59, 59});
-  EXPECT_EQ(files.operations, operations);
+  EXPECT_EQ(files.steps(), 0);
+  EXPECT_TRUE(Status().empty());
+}
+
+TEST_F(DayFoldersTest, WhatIsDeletedWhileTheProgramRunsIsMadeAgain) {
+  for (const std::string& gone : {kDayPath + "\\Record", kDayPath, kFolder + "\\Daily"}) {
+    folders.CreateDayFolders(run.clock.Now());
+    files.Remove(gone);
+    folders.CreateDayFolders(run.clock.Now());
+    EXPECT_TRUE(files.IsDirectory(kDayPath + "\\Record")) << gone;
+  }
   EXPECT_TRUE(Status().empty());
 }
 
@@ -57,7 +67,7 @@ TEST_F(DayFoldersTest, TheFolderFollowsTheDate) {
 }
 
 TEST_F(DayFoldersTest, AFileInPlaceOfAFolderIsReportedOnceAndTheFolderIsNamedAllTheSame) {
-  files.content[kFolder + "\\Daily"] = "a file";
+  files.Put(kFolder + "\\Daily", "a file");
   for (int i = 0; i < 3; ++i) folders.CreateDayFolders({2026, 11, 15, 14, 23, 5});
   EXPECT_EQ(Status(), Texts{"Error creating folder C:\\Corvane\\Daily [75]"});
   EXPECT_EQ(folders.DayFolder(), kDayPath);
@@ -65,25 +75,25 @@ TEST_F(DayFoldersTest, AFileInPlaceOfAFolderIsReportedOnceAndTheFolderIsNamedAll
 
 TEST_F(DayFoldersTest, AnotherFailureIsReportedToo) {
   const std::string path = kFolder + "\\Daily";
-  files.locked[path] = kPermissionDenied;
-  folders.CreateDayFolders(run.clock.now);
-  files.locked[path] = kPathNotFound;
-  folders.CreateDayFolders(run.clock.now);
-  folders.CreateDayFolders(run.clock.now);
+  files.FailPath(path, kPermissionDenied);
+  folders.CreateDayFolders(run.clock.Now());
+  files.FailPath(path, kPathNotFound);
+  folders.CreateDayFolders(run.clock.Now());
+  folders.CreateDayFolders(run.clock.Now());
   EXPECT_EQ(Status(), (Texts{"Error creating folder C:\\Corvane\\Daily [70]",
                              "Error creating folder C:\\Corvane\\Daily [76]"}));
 }
 
 TEST_F(DayFoldersTest, AFailureThatComesBackIsReportedAgain) {
-  files.locked[kDayPath + "\\Record"] = kPermissionDenied;
-  folders.CreateDayFolders(run.clock.now);
+  files.SetLocked(kDayPath + "\\Record", true);
+  folders.CreateDayFolders(run.clock.Now());
   EXPECT_EQ(Status(), Texts{"Error creating folder C:\\Corvane\\Daily\\20261115\\Record [70]"});
-  files.locked.clear();
-  folders.CreateDayFolders(run.clock.now);
+  files.SetLocked(kDayPath + "\\Record", false);
+  folders.CreateDayFolders(run.clock.Now());
   EXPECT_TRUE(files.IsDirectory(kDayPath + "\\Record"));
-  files.directories.erase(kDayPath + "\\Record");
-  files.locked[kDayPath + "\\Record"] = kPermissionDenied;
-  folders.CreateDayFolders(run.clock.now);
+  files.Remove(kDayPath + "\\Record");
+  files.SetLocked(kDayPath + "\\Record", true);
+  folders.CreateDayFolders(run.clock.Now());
   EXPECT_EQ(Status().size(), 2U);
 }
 

@@ -1,5 +1,5 @@
-// Faults of the disk: files that cannot be used, every operation failing in turn, and a power cut
-// at every single change of the disk. Whatever happens, every file loads afterwards and none is
+// Faults of the disk: files that cannot be used, every step failing in turn, and a power cut and a
+// killed program at every step. Whatever happens, every file loads afterwards and none is
 // older than the last completed save.
 #include <gtest/gtest.h>
 
@@ -14,29 +14,19 @@ const std::array<std::string, 7> kStartFiles = {kSettingsPath,  kRecOnlyPath, kN
                                                 kAreaPath,      kCountryPath, kGroupPath,
                                                 kSubscriberPath};
 
-void PutGoodFiles(MemoryFiles& files) {
-  files.content[kSettingsPath] = EncodeSettings(SettingsRecord());
-  files.content[kRecOnlyPath] = "9001\r\n";
-  files.content[kNetworkPath] = "262;1;Net\r\n";
-  files.content[kAreaPath] = "262;1;100;Area\r\n";
-  files.content[kCountryPath] = "262;Land\r\n";
-  files.content[kGroupPath] = "9001;262;1;Fire;0;True\r\n";
-  files.content[kSubscriberPath] = "5010;9001;262;1;Car;15/11/2026 14:23:05\r\n";
-}
-
 TEST(Faults, AStartFileThatCannotBeReadEndsTheProgramWithItsNumber) {
   for (const std::string& path : kStartFiles) {
     for (const FileError number : {kPermissionDenied, kPathAccess, kPathNotFound}) {
       SCOPED_TRACE(path + " " + std::to_string(number));
-      MemoryFiles files;
+      sim::SimFiles files;
       PutGoodFiles(files);
-      files.locked[path] = number;
-      const auto before = files.content;
+      files.FailPath(path, number);
+      const Contents before = AllFiles(files);
       StoreRun run(files);
       EXPECT_FALSE(run.Start());
-      EXPECT_EQ(run.prompts.boxes, std::vector{FileAccessBox(number)});
-      EXPECT_EQ(run.prompts.ended, 1);
-      EXPECT_EQ(files.content, before);
+      EXPECT_EQ(run.prompts.boxes(), std::vector{FileAccessBox(number)});
+      EXPECT_EQ(run.prompts.times_ended(), 1);
+      EXPECT_EQ(AllFiles(files), before);
     }
   }
 }
@@ -44,26 +34,26 @@ TEST(Faults, AStartFileThatCannotBeReadEndsTheProgramWithItsNumber) {
 TEST(Faults, AFolderInPlaceOfAStartFileEndsTheProgram) {
   for (const std::string& path : kStartFiles) {
     SCOPED_TRACE(path);
-    MemoryFiles files;
+    sim::SimFiles files;
     PutGoodFiles(files);
-    files.content.erase(path);
-    files.directories.insert(path);
+    files.Remove(path);
+    files.PutDirectory(path);
     StoreRun run(files);
     EXPECT_FALSE(run.Start());
-    EXPECT_EQ(run.prompts.boxes, std::vector{FileAccessBox(kPathAccess)});
-    EXPECT_TRUE(files.directories.contains(path));
+    EXPECT_EQ(run.prompts.boxes(), std::vector{FileAccessBox(kPathAccess)});
+    EXPECT_TRUE(files.IsDirectory(path));
   }
 }
 
 TEST(Faults, TheOldNetworkFileThatCannotBeRenamedEndsTheProgramWithoutTheNotice) {
   for (const FileError number : {kPermissionDenied, kPathAccess}) {
-    MemoryFiles files;
-    files.content[kOldNetworkPath] = "262;1;Net\r\n";
-    files.locked[kOldNetworkPath] = number;
+    sim::SimFiles files;
+    files.Put(kOldNetworkPath, "262;1;Net\r\n");
+    files.FailPath(kOldNetworkPath, number);
     StoreRun run(files);
     EXPECT_FALSE(run.Start());
-    EXPECT_EQ(run.prompts.boxes, std::vector{FileAccessBox(number)});
-    EXPECT_TRUE(files.content.contains(kOldNetworkPath));
+    EXPECT_EQ(run.prompts.boxes(), std::vector{FileAccessBox(number)});
+    EXPECT_TRUE(Has(files, kOldNetworkPath));
   }
 }
 
@@ -71,18 +61,18 @@ TEST(Faults, EveryOperationOfAStartFailsInTurn) {
   int n = 1;
   for (;; ++n) {
     SCOPED_TRACE(n);
-    MemoryFiles files;
+    sim::SimFiles files;
     PutGoodFiles(files);
-    files.content[kOldNetworkPath] = files.content[kNetworkPath];
-    files.content.erase(kNetworkPath);
-    files.fail_at = n;
+    files.Put(kOldNetworkPath, files.Content(kNetworkPath).value());
+    files.Remove(kNetworkPath);
+    files.FailAtStep(n, kPathAccess);
     StoreRun run(files);
     const bool started = run.Start();
-    if (files.operations < n) break;  // there is no n-th operation
+    if (files.steps() < n) break;  // there is no n-th operation
     EXPECT_FALSE(started);
-    EXPECT_EQ(run.prompts.ended, 1);
-    EXPECT_EQ(run.prompts.boxes.back(), FileAccessBox(kPathAccess));
-    files.fail_at = 0;
+    EXPECT_EQ(run.prompts.times_ended(), 1);
+    EXPECT_EQ(run.prompts.boxes().back(), FileAccessBox(kPathAccess));
+    files.FailAtStep(0, kFileOk);
     StoreRun next(files);
     EXPECT_TRUE(next.Start()) << "the start after the fault";
   }
@@ -96,30 +86,28 @@ void SaveAll(SavingRun& run, int round) {
   run.group_table.Append(group);
   SsiRecord subscriber;
   subscriber.Ssi = 20000 + round;
-  subscriber.LastSeen = run.clock.now;
+  subscriber.LastSeen = run.clock.Now();
   run.subscriber_table.Append(subscriber);
-  run.folders.CreateDayFolders(run.clock.now);
+  run.folders.CreateDayFolders(run.clock.Now());
   run.activity.LoadCallActivity();
   run.activity.CallActivityTable.Count(9001);
   run.presets.ParkCarrier = static_cast<std::int16_t>(100 + round);
   run.form.txtRecOnlyGSSI.text = std::to_string(30000 + round);
   run.rec_only.AddRecOnlyGssi();
-  for (int tick = 0; tick < 10; ++tick) run.periodic.OnTick();
+  run.SavePeriodically();
 }
 
-using Contents = std::map<std::string, std::string>;
-
 // The saved files of `disk`, without what a broken save left beside them.
-Contents SavedFiles(const MemoryFiles& disk) {
+Contents SavedFiles(const sim::SimFiles& disk) {
   Contents saved;
-  for (const auto& [path, text] : disk.content) {
+  for (const auto& [path, text] : AllFiles(disk)) {
     if (!path.ends_with(".new")) saved.emplace(path, text);
   }
   return saved;
 }
 
 // Every file is as `before` or as `after`, and all load.
-void ExpectOldOrNew(MemoryFiles& disk, const Contents& before, const Contents& after) {
+void ExpectOldOrNew(sim::SimFiles& disk, const Contents& before, const Contents& after) {
   const Contents saved = SavedFiles(disk);
   for (const auto& [path, text] : after) {
     const auto old = before.find(path);
@@ -132,25 +120,25 @@ void ExpectOldOrNew(MemoryFiles& disk, const Contents& before, const Contents& a
     EXPECT_TRUE(is_old || now->second == text) << path << ": " << now->second;
   }
   EXPECT_LE(saved.size(), after.size());
-  disk.cut_at = disk.fail_at = 0;
+  disk.Restart();
   StoreRun next(disk);
   EXPECT_TRUE(next.Start());
-  next.folders.CreateDayFolders(next.clock.now);
+  next.folders.CreateDayFolders(next.clock.Now());
   next.activity.LoadCallActivity();
-  EXPECT_TRUE(next.prompts.boxes.empty());
-  EXPECT_FALSE(disk.content.contains(kActivityPath + ".bad"));
+  EXPECT_TRUE(next.prompts.boxes().empty());
+  EXPECT_FALSE(Has(disk, kActivityPath + ".bad"));
 }
 
 class SaveFaults : public ::testing::Test {
  protected:
   // One completed save is on the disk; `before` and `after` bracket the next one.
   void SetUp() override {
-    PutGoodFiles(good);
-    SavingRun first(good);
+    sim::SimFiles disk;
+    PutGoodFiles(disk);
+    SavingRun first(disk);
     ASSERT_TRUE(first.Start());
     SaveAll(first, 0);
-    before = SavedFiles(good);
-    MemoryFiles disk = good;
+    before = SavedFiles(disk);
     SavingRun second(disk);
     ASSERT_TRUE(second.Start());
     SaveAll(second, 1);
@@ -158,81 +146,102 @@ class SaveFaults : public ::testing::Test {
     ASSERT_NE(before, after);
   }
 
-  MemoryFiles good;
   Contents before;
   Contents after;
 };
 
-TEST_F(SaveFaults, EveryOperationOfASaveFailsInTurn) {
+TEST_F(SaveFaults, EveryStepOfASaveFailsInTurn) {
   for (const FileError number : {kPathAccess, kPermissionDenied, kDiskFull}) {
     int n = 1;
     for (;; ++n) {
       SCOPED_TRACE(n);
-      MemoryFiles disk = good;
+      sim::SimFiles disk;
+      PutAll(disk, before);
       SavingRun run(disk);
       ASSERT_TRUE(run.Start());
-      disk.operations = 0;
-      disk.fail_at = n;
-      disk.fail_with = number;
+      disk.ResetSteps();
+      disk.FailAtStep(n, number);
       SaveAll(run, 1);
-      if (disk.operations < n) break;
-      EXPECT_TRUE(run.tmrSaveTimed.enabled());
-      EXPECT_TRUE(run.prompts.boxes.empty());
+      if (disk.steps() < n) break;
+      EXPECT_TRUE(run.tmrSaveTimed->enabled());
+      EXPECT_TRUE(run.prompts.boxes().empty());
       ExpectOldOrNew(disk, before, after);
     }
-    EXPECT_GT(n, 10);
+    EXPECT_GT(n, 20) << "five files, each opened, written, flushed and moved";
   }
+}
+
+// A run on `disk` that saves while the power fails, or the program is killed, before step `step`.
+// False when there was no such step.
+bool SaveUntil(sim::SimFiles& disk, void (sim::SimFiles::*end_at)(int), int step) {
+  SavingRun run(disk);
+  EXPECT_TRUE(run.Start());
+  disk.ResetSteps();
+  (disk.*end_at)(step);
+  try {
+    SaveAll(run, 1);
+  } catch (const sim::PowerCut&) {
+    return true;
+  } catch (const sim::ProgramKilled&) {
+    return true;
+  }
+  return false;
 }
 
 TEST_F(SaveFaults, ThePowerFailsAtEveryStepOfASave) {
   int step = 1;
   for (;; ++step) {
     SCOPED_TRACE(step);
-    MemoryFiles disk = good;
-    SavingRun run(disk);
-    ASSERT_TRUE(run.Start());
-    disk.steps = 0;
-    disk.cut_at = step;
-    bool cut = false;
-    try {
-      SaveAll(run, 1);
-    } catch (const PowerCut&) {
-      cut = true;
-    }
-    if (!cut) break;
+    sim::SimFiles disk;
+    PutAll(disk, before);
+    if (!SaveUntil(disk, &sim::SimFiles::CutPowerAtStep, step)) break;
     ExpectOldOrNew(disk, before, after);
   }
-  EXPECT_GE(step, 20) << "five files, each with at least four steps";
+  EXPECT_GT(step, 20);
+}
+
+TEST_F(SaveFaults, TheProgramIsKilledAtEveryStepOfASave) {
+  int step = 1;
+  for (;; ++step) {
+    SCOPED_TRACE(step);
+    sim::SimFiles disk;
+    PutAll(disk, before);
+    if (!SaveUntil(disk, &sim::SimFiles::KillAtStep, step)) break;
+    ExpectOldOrNew(disk, before, after);
+  }
+  EXPECT_GT(step, 20);
 }
 
 // A run on `disk` that saves, learns more and is then closed, the power failing before `step`.
 // `saved` gets the files as they were before the closing. False when there was no such step.
-bool CloseWithPowerCut(MemoryFiles& disk, int step, Contents& saved) {
+bool CloseWithPowerCut(sim::SimFiles& disk, int step, Contents& saved) {
   SavingRun run(disk);
   EXPECT_TRUE(run.Start());
   SaveAll(run, 1);
   saved = SavedFiles(disk);
   run.form.chkCreateCallActivityCvsFile.value = 1;
   run.AddOneOfEach();
-  disk.steps = 0;
-  disk.cut_at = step;
+  disk.ResetSteps();
+  disk.CutPowerAtStep(step);
   try {
     run.shutdown.QueryUnload();
-  } catch (const PowerCut&) {
+  } catch (const sim::PowerCut&) {
     return true;
   }
   return false;
 }
 
 TEST_F(SaveFaults, ThePowerFailsAtEveryStepOfAShutdown) {
-  MemoryFiles whole = good;
+  sim::SimFiles whole;
+  PutAll(whole, before);
   Contents last_save;
   ASSERT_FALSE(CloseWithPowerCut(whole, 0, last_save));
   const Contents closed = SavedFiles(whole);
   int step = 1;
   for (;; ++step) {
     SCOPED_TRACE(step);
-    MemoryFiles disk = good;
+    sim::SimFiles disk;
+    PutAll(disk, before);
     if (!CloseWithPowerCut(disk, step, last_save)) break;
     ExpectOldOrNew(disk, last_save, closed);
   }
@@ -244,31 +253,33 @@ TEST_F(SaveFaults, TheDiskIsFullAtEveryByte) {
   for (const auto& [path, text] : after) total += text.size();
   for (std::size_t room = 0; room < total; ++room) {
     SCOPED_TRACE(room);
-    MemoryFiles disk = good;
+    sim::SimFiles disk;
+    PutAll(disk, before);
     SavingRun run(disk);
     ASSERT_TRUE(run.Start());
-    disk.room = room;
+    disk.SetRoom(room);
     SaveAll(run, 1);
-    EXPECT_EQ(SavedFiles(disk).size(), disk.content.size()) << "a temporary file is left";
-    disk.room.reset();
+    EXPECT_EQ(SavedFiles(disk), AllFiles(disk)) << "a temporary file is left";
+    disk.SetRoom(std::nullopt);
     ExpectOldOrNew(disk, before, after);
-    for (int tick = 0; tick < 10; ++tick) run.periodic.OnTick();
+    run.SavePeriodically();
     run.rec_only.SaveRecOnlyGssiList();
     EXPECT_EQ(SavedFiles(disk), after) << "the next save catches up";
   }
 }
 
 TEST_F(SaveFaults, AReadOnlyFolderKeepsTheOldFilesAndTheProgramRunning) {
-  MemoryFiles disk = good;
+  sim::SimFiles disk;
+  PutAll(disk, before);
   SavingRun run(disk);
   ASSERT_TRUE(run.Start());
-  for (const auto& [path, text] : before) disk.locked[path + ".new"] = kPermissionDenied;
+  disk.FailPath(".new", kPermissionDenied);
   SaveAll(run, 1);
   EXPECT_EQ(SavedFiles(disk), before);
-  EXPECT_TRUE(run.prompts.boxes.empty());
+  EXPECT_TRUE(run.prompts.boxes().empty());
   run.form.chkCreateCallActivityCvsFile.value = 1;
   run.shutdown.QueryUnload();
-  EXPECT_EQ(run.prompts.boxes.size(), 3U);
+  EXPECT_EQ(run.prompts.boxes().size(), 3U);
   EXPECT_EQ(SavedFiles(disk), before);
 }
 

@@ -16,7 +16,7 @@ class RecOnlyListTest : public ::testing::Test {
   const std::vector<std::string>& Items() const { return run.form.lstRecOnlyGSSI.items(); }
   const std::vector<std::string>& Status() const { return run.form.lstStatusLog.items(); }
 
-  MemoryFiles files;
+  sim::SimFiles files;
   StoreRun run{files};
 };
 
@@ -29,16 +29,16 @@ TEST_F(RecOnlyListTest, AMissingFileIsSilent) {
 }
 
 TEST_F(RecOnlyListTest, AcceptedLinesBecomeItemsAsTheyAre) {
-  files.content[kRecOnlyPath] =
-      "# comment\r\n'another\r\n\r\n9001\r\n09001\r\n "
-      "7\r\n0\r\n16777215\r\n16777216\r\n-1\r\nx\r\n";
+  files.Put(kRecOnlyPath,
+            "# comment\r\n'another\r\n\r\n9001\r\n09001\r\n "
+            "7\r\n0\r\n16777215\r\n16777216\r\n-1\r\nx\r\n");
   EXPECT_EQ(run.rec_only.Load(), kNoError);
   EXPECT_EQ(Items(), (Texts{"9001", "09001", " 7", "0", "16777215"}));
   EXPECT_EQ(Status(), Texts{"Loaded 5 REC GSSIs"});
 }
 
 TEST_F(RecOnlyListTest, AFileWithoutAnAcceptedLineIsSilent) {
-  files.content[kRecOnlyPath] = "# comment\r\n-1\r\n";
+  files.Put(kRecOnlyPath, "# comment\r\n-1\r\n");
   EXPECT_EQ(run.rec_only.Load(), kNoError);
   EXPECT_TRUE(Status().empty());
 }
@@ -46,7 +46,7 @@ TEST_F(RecOnlyListTest, AFileWithoutAnAcceptedLineIsSilent) {
 TEST_F(RecOnlyListTest, AnEmptyBoxDoesNothing) {
   Type("");
   EXPECT_TRUE(Items().empty());
-  EXPECT_EQ(files.operations, 0);
+  EXPECT_EQ(files.steps(), 0);
 }
 
 TEST_F(RecOnlyListTest, ANewGroupIsAddedLastSelectedAndSaved) {
@@ -54,7 +54,7 @@ TEST_F(RecOnlyListTest, ANewGroupIsAddedLastSelectedAndSaved) {
   Type("7");
   EXPECT_EQ(Items(), (Texts{"9001", "7"}));
   EXPECT_EQ(run.form.lstRecOnlyGSSI.list_index(), 1);
-  EXPECT_EQ(files.content[kRecOnlyPath], "9001\r\n7\r\n");
+  EXPECT_EQ(files.Content(kRecOnlyPath), "9001\r\n7\r\n");
   EXPECT_EQ(run.form.txtRecOnlyGSSI.text.get(), "");
   EXPECT_EQ(run.form.lstRecOnlyGSSI.back_colour.get(), kWindowBackground);
   EXPECT_TRUE(Status().empty());
@@ -63,12 +63,12 @@ TEST_F(RecOnlyListTest, ANewGroupIsAddedLastSelectedAndSaved) {
 TEST_F(RecOnlyListTest, AGroupThatIsThereIsSelectedAndNotSavedAgain) {
   Type("9001");
   Type("7");
-  const int operations = files.operations;
+  const int operations = files.steps();
   Type("9001");
   EXPECT_EQ(Items().size(), 2U);
   EXPECT_EQ(run.form.lstRecOnlyGSSI.list_index(), 0);
   EXPECT_EQ(run.form.txtRecOnlyGSSI.text.get(), "");
-  EXPECT_EQ(files.operations, operations);
+  EXPECT_EQ(files.steps(), operations);
 }
 
 TEST_F(RecOnlyListTest, DifferentTextsAreDifferentItems) {
@@ -90,7 +90,7 @@ TEST_F(RecOnlyListTest, ARefusedTextClearsTheBoxAndSaysNothing) {
     EXPECT_EQ(run.form.txtRecOnlyGSSI.text.get(), "") << text;
   }
   EXPECT_TRUE(Status().empty());
-  EXPECT_EQ(files.operations, 0);
+  EXPECT_EQ(files.steps(), 0);
 }
 
 TEST_F(RecOnlyListTest, RemovingTakesTheSelectedItemAndSaves) {
@@ -100,45 +100,34 @@ TEST_F(RecOnlyListTest, RemovingTakesTheSelectedItemAndSaves) {
   run.form.lstRecOnlyGSSI.SelectFromUser(1);
   run.rec_only.RemoveSelected();
   EXPECT_EQ(Items(), (Texts{"1", "3"}));
-  EXPECT_EQ(files.content[kRecOnlyPath], "1\r\n3\r\n");
+  EXPECT_EQ(files.Content(kRecOnlyPath), "1\r\n3\r\n");
 }
 
 TEST_F(RecOnlyListTest, RemovingWithNothingSelectedDoesNothing) {
   Type("1");
   run.form.lstRecOnlyGSSI.SelectFromUser(-1);
-  const int operations = files.operations;
+  const int operations = files.steps();
   run.rec_only.RemoveSelected();
   EXPECT_EQ(Items(), Texts{"1"});
-  EXPECT_EQ(files.operations, operations);
+  EXPECT_EQ(files.steps(), operations);
 }
 
 TEST_F(RecOnlyListTest, TheLastItemRemovedLeavesAnEmptyFile) {
   Type("1");
   run.rec_only.RemoveSelected();
-  ASSERT_TRUE(files.content.contains(kRecOnlyPath));
-  EXPECT_EQ(files.content[kRecOnlyPath], "");
-}
-
-TEST_F(RecOnlyListTest, LinesGoToTheFileThatIsOpenAsNumberOne) {
-  files.content[kRecOnlyPath] = "old\r\n";
-  const std::string other = kFolder + "\\other.txt";
-  files.content[other] = "there\r\n";
-  run.numbers.Open(1, other);
-  Type("9001");
-  EXPECT_EQ(files.content[other], "there\r\n9001\r\n");
-  EXPECT_EQ(files.content[kRecOnlyPath], "") << "it was opened for output";
-  EXPECT_EQ(run.numbers.FreeFile(), 2);
+  ASSERT_TRUE(Has(files, kRecOnlyPath));
+  EXPECT_EQ(files.Content(kRecOnlyPath), "");
 }
 
 TEST_F(RecOnlyListTest, AFailedSaveKeepsTheChangeAndTheOldFile) {
   Type("1");
-  files.room = 0;
+  files.SetRoom(0);
   Type("2");
   EXPECT_EQ(Items(), (Texts{"1", "2"}));
   EXPECT_EQ(run.form.txtRecOnlyGSSI.text.get(), "");
-  EXPECT_EQ(files.content[kRecOnlyPath], "1\r\n");
+  EXPECT_EQ(files.Content(kRecOnlyPath), "1\r\n");
   EXPECT_EQ(Status(), Texts{"Error saving REC GSSI list. - " + kNow});
-  EXPECT_TRUE(run.prompts.boxes.empty());
+  EXPECT_TRUE(run.prompts.boxes().empty());
 }
 
 TEST_F(RecOnlyListTest, TheControlsAreForTheThirdModeAlone) {

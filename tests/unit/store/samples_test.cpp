@@ -8,10 +8,10 @@ namespace corvane {
 namespace {
 
 TEST(Samples, AllAreLoadedWhole) {
-  MemoryFiles files;
+  sim::SimFiles files;
   for (const char* name : {"TETRA_mcc.txt", "TETRA_mnc.txt", "TETRA_la.txt", "TETRA_GSSI.txt",
                            "TETRA_SSI.txt", "TETRA_rec_gssi.txt"}) {
-    files.content[kFolder + "\\" + name] = TestFile(std::string("../samples/") + name);
+    files.Put(kFolder + "\\" + name, TestFile(std::string("../samples/") + name));
   }
   StoreRun run(files);
   ASSERT_TRUE(run.Start());
@@ -19,7 +19,7 @@ TEST(Samples, AllAreLoadedWhole) {
             (std::vector<std::string>{
                 "Loaded 2 REC GSSIs", "Loaded 1 network labels", "Loaded 2 location area labels",
                 "Loaded 1 country code labels", "Loaded 4 saved GSSIs", "Loaded 9 saved SSIs"}));
-  EXPECT_TRUE(run.prompts.boxes.empty());
+  EXPECT_TRUE(run.prompts.boxes().empty());
   for (const GssiRecord& group : run.group_table) {
     const std::string key = std::to_string(group.Mcc) + ";" + std::to_string(group.Mnc);
     EXPECT_TRUE(run.names.NetworkLabels.Find(key).has_value()) << key;

@@ -1,6 +1,8 @@
 // A StoreRun with its timers, periodic save and shutdown.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -28,8 +30,12 @@ class FakeProgram : public CallControl, public WindowControl {
   void CloseMainWindow() override { told.emplace_back("close main window"); }
 };
 
+// The program is loaded and its timers run.
 struct SavingRun : StoreRun {
-  explicit SavingRun(MemoryFiles& disk) : StoreRun(disk) { tmrSaveTimed.enabled_ = true; }
+  explicit SavingRun(sim::SimFiles& disk) : StoreRun(disk) {
+    flags.mblnFormLoaded = true;
+    tmrSaveTimed->SetEnabled(true);
+  }
 
   void AddOneOfEach() {
     GssiRecord group;
@@ -37,20 +43,24 @@ struct SavingRun : StoreRun {
     group_table.Append(group);
     SsiRecord subscriber;
     subscriber.Ssi = 5010;
-    subscriber.LastSeen = clock.now;
+    subscriber.LastSeen = clock.Now();
     subscriber_table.Append(subscriber);
-    folders.CreateDayFolders(clock.now);
+    folders.CreateDayFolders(clock.Now());
     activity.LoadCallActivity();
     activity.CallActivityTable.Count(9001);
   }
 
-  FakeLoop loop;
-  FakeTimer tmrSaveTimed;
-  FakeTimer tmrShutdown;
-  ProgramFlags flags;
+  // Ten ticks of tmrSaveTimed, in no time.
+  void SavePeriodically() {
+    for (int tick = 0; tick < 10; ++tick) periodic.OnTick();
+  }
+
+  std::unique_ptr<Timer> tmrSaveTimed = loop.MakeTimer(kSaveTickMs, [this] { periodic.OnTick(); });
+  std::unique_ptr<Timer> tmrShutdown =
+      loop.MakeTimer(kShutdownTickMs, [this] { shutdown.OnShutdownTick(); });
   FakeProgram program;
-  PeriodicSave periodic{tmrSaveTimed, flags, clock, form, subscribers, groups, activity, settings};
-  Shutdown shutdown{{loop, prompts, tmrSaveTimed, tmrShutdown, flags, form, program, program,
+  PeriodicSave periodic{*tmrSaveTimed, flags, clock, form, subscribers, groups, activity, settings};
+  Shutdown shutdown{{loop, prompts, *tmrSaveTimed, *tmrShutdown, flags, form, program, program,
                      subscribers, groups, activity, settings}};
 };
 

@@ -1,9 +1,10 @@
-// Settings between the file and the controls.
-#include "store/settings_file.h"
+// The bytes of the record, then its way between the file and the controls.
+#include "store/settings.h"
 
 #include <algorithm>
 #include <array>
 #include <span>
+#include <type_traits>
 #include <utility>
 
 #include "base/number_text.h"
@@ -11,6 +12,110 @@
 #include "store/rec_only_list.h"
 
 namespace corvane {
+
+namespace {
+
+class Writer {
+ public:
+  template <typename Int>
+  void operator()(const Int& value) {
+    auto bits = static_cast<std::make_unsigned_t<Int>>(value);
+    for (std::size_t i = 0; i < sizeof(Int); ++i) {
+      bytes_.push_back(static_cast<char>(bits & 0xFFU));
+      if constexpr (sizeof(Int) > 1) bits = static_cast<decltype(bits)>(bits >> 8U);
+    }
+  }
+  void operator()(const std::string& text) {
+    const std::size_t size = std::min(text.size(), kLongestPositionText);
+    operator()(static_cast<std::uint16_t>(size));
+    bytes_.append(text, 0, size);
+  }
+  [[nodiscard]] std::string Take() { return std::move(bytes_); }
+
+ private:
+  std::string bytes_;
+};
+
+class Reader {
+ public:
+  explicit Reader(std::string_view content) : rest_(content) {}
+
+  template <typename Int>
+  void operator()(Int& value) {
+    if (rest_.size() < sizeof(Int)) {
+      rest_ = {};
+      return;
+    }
+    std::uint32_t bits = 0;
+    for (std::size_t i = sizeof(Int); i > 0; --i) {
+      bits = (bits << 8U) | static_cast<unsigned char>(rest_[i - 1]);
+    }
+    value = static_cast<Int>(bits);
+    rest_.remove_prefix(sizeof(Int));
+  }
+  void operator()(std::string& text) {
+    text.clear();
+    std::uint16_t size = 0;
+    operator()(size);
+    if (size <= rest_.size()) text = rest_.substr(0, size);
+  }
+
+ private:
+  std::string_view rest_;
+};
+
+// The order of the fields in the file, the one place for both directions.
+template <typename Record, typename Field>
+void ForEachField(Record& record, Field& field) {
+  field(record.Timeout);
+  field(record.MainWindowTop);
+  field(record.MainWindowLeft);
+  field(record.BaseFrequencyIndex);
+  field(record.ParkCarrier);
+  field(record.SuppressSomePduMessages);
+  field(record.SuppressLockoutMessages);
+  field(record.IgnorePriority);
+  field(record.CreateCcVcLog);
+  field(record.CreateEventLog);
+  field(record.CreateCallActivityCsvFile);
+  field(record.CompactMode);
+  field(record.OffsetIndex);
+  field(record.RecordModeIndex);
+  field(record.DeleteForcedCallEndFile);
+  field(record.VcVolume);
+  field(record.CheckedColour);
+  field(record.UncheckedColour);
+  field(record.PositionSdrSharps);
+  field(record.PositionSdrSharpCC);
+}
+
+}  // namespace
+
+std::string EncodeSettings(const SettingsRecord& record) {
+  Writer writer;
+  ForEachField(record, writer);
+  return writer.Take();
+}
+
+SettingsRecord DecodeSettings(std::string_view content, const SettingsRecord& defaults) {
+  SettingsRecord record = defaults;
+  Reader reader(content);
+  ForEachField(record, reader);
+  return record;
+}
+
+void ReplaceUnusableValues(SettingsRecord& record) {
+  const SettingsRecord defaults;
+  if (record.Timeout < 1 || record.Timeout > kLongestTimeoutSeconds) {
+    record.Timeout = defaults.Timeout;
+  }
+  if (record.ParkCarrier < 0 || record.ParkCarrier > kHighestParkCarrier) {
+    record.ParkCarrier = defaults.ParkCarrier;
+  }
+  if (record.VcVolume < kLowestVolume || record.VcVolume > kHighestVolume) {
+    record.VcVolume = defaults.VcVolume;
+  }
+}
 
 namespace {
 
@@ -44,18 +149,20 @@ constexpr int kHighestCheckValue = 2;
 
 }  // namespace
 
-SettingsFile::SettingsFile(Files& files, Prompts& prompts, const WallClock& clock, Form1& form,
-                           Presets& presets, StartErrors& errors, std::string program_folder)
+SettingsFile::SettingsFile(Files& files, Prompts& prompts, const WallClock& clock,
+                           const ProgramFlags& flags, Form1& form, Presets& presets,
+                           StartErrors& errors, std::string program_folder)
     : files_(files),
       prompts_(prompts),
       clock_(clock),
+      flags_(flags),
       form_(form),
       presets_(presets),
       errors_(errors),
       path_(std::move(program_folder) + kSettingsFileName) {}
 
 Load SettingsFile::ReadSettings() {
-  if (!FileExists(files_, path_)) {
+  if (!files_.Exists(path_)) {
     ApplyDefaults();
     return Load::kOk;
   }
@@ -175,7 +282,7 @@ SettingsRecord SettingsFile::Collect() const {
 
 FileError SettingsFile::Write() {
   std::string content;
-  if (FileExists(files_, path_)) {
+  if (files_.Exists(path_)) {
     const FileError error = files_.ReadAll(path_, content);
     if (error != kFileOk) return error;
   }

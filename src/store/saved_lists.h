@@ -1,4 +1,5 @@
-// The list of groups in "\TETRA_GSSI.txt".
+// The lists that the program learns, saves and loads again: groups in "\TETRA_GSSI.txt",
+// subscribers in "\TETRA_SSI.txt".
 #pragma once
 
 #include <cstdint>
@@ -6,6 +7,7 @@
 #include <string_view>
 
 #include "base/files.h"
+#include "base/wall_clock.h"
 #include "panel/form1.h"
 #include "store/start_error.h"
 #include "store/tables.h"
@@ -35,11 +37,36 @@ class GroupList {
   std::string path_;
 };
 
-// Fills `table` with the content's lines, ordered by country, network and group. On an error the
-// table is empty.
+class SubscriberList {
+ public:
+  // `program_folder` without a "\" at its end.
+  SubscriberList(Files& files, const WallClock& clock, Form1& form, SsiTable& table,
+                 std::string program_folder);
+
+  // As GroupList::Load.
+  [[nodiscard]] ErrorNumber Load();
+
+  // As GroupList::SaveGssiList.
+  [[nodiscard]] std::int32_t SaveSsiList();
+
+  [[nodiscard]] const SsiTable& table() const { return table_; }
+
+ private:
+  Files& files_;
+  const WallClock& clock_;
+  Form1& form_;
+  SsiTable& table_;
+  std::string path_;
+};
+
+// Fill `table` with the content's lines, ordered by country, network and group; lines of one group
+// keep their order. On an error the table is empty.
 [[nodiscard]] ErrorNumber ParseGroupList(std::string_view content, GssiTable& table);
+[[nodiscard]] ErrorNumber ParseSubscriberList(std::string_view content, const WallClock& clock,
+                                              SsiTable& table);
 
 // The lines of the table in its order, with the labels as they stand in it.
 [[nodiscard]] std::string GroupListText(const GssiTable& table);
+[[nodiscard]] std::string SubscriberListText(const SsiTable& table, const WallClock& clock);
 
 }  // namespace corvane

@@ -1,4 +1,4 @@
-#include "store/group_list.h"
+#include "store/saved_lists.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +7,8 @@
 
 namespace corvane {
 namespace {
+
+using Texts = std::vector<std::string>;
 
 GssiRecord Group(std::int32_t gssi, std::int16_t mcc, std::int16_t mnc, std::string_view label) {
   GssiRecord record;
@@ -21,17 +23,15 @@ GssiRecord Group(std::int32_t gssi, std::int16_t mcc, std::int16_t mnc, std::str
 class GroupListTest : public ::testing::Test {
  protected:
   ErrorNumber Load(const std::string& content) {
-    files.content[kGroupPath] = content;
+    files.Put(kGroupPath, content);
     return run.groups.Load();
   }
   const std::vector<std::string>& Status() const { return run.form.lstStatusLog.items(); }
 
-  MemoryFiles files;
+  sim::SimFiles files;
   StoreRun run{files};
   GssiTable& table = run.group_table;
 };
-
-using Texts = std::vector<std::string>;
 
 TEST_F(GroupListTest, AMissingListIsReported) {
   table.Append(Group(1, 1, 1, "old"));
@@ -92,7 +92,7 @@ TEST_F(GroupListTest, LabelsAreCutAtThirtyBytesAndKeepLeadingBlanksUntilSaved) {
   EXPECT_EQ(table[1].Label.padded(), "123456789012345678901234567890");
   EXPECT_EQ(run.groups.SaveGssiList(), 1);
   EXPECT_EQ(table[0].Label.padded(), "Blanks                        ");
-  EXPECT_EQ(files.content[kGroupPath],
+  EXPECT_EQ(files.Content(kGroupPath),
             "1;1;1;Blanks;0;True\r\n2;1;1;123456789012345678901234567890;0;True\r\n");
 }
 
@@ -115,10 +115,10 @@ TEST_F(GroupListTest, ABadLineEndsTheReadingWithItsNumber) {
 }
 
 TEST_F(GroupListTest, AnEmptyTableIsNotSaved) {
-  files.content[kGroupPath] = "kept";
+  files.Put(kGroupPath, "kept");
   EXPECT_EQ(run.groups.SaveGssiList(), 0);
-  EXPECT_EQ(files.content[kGroupPath], "kept");
-  EXPECT_EQ(files.operations, 0);
+  EXPECT_EQ(files.Content(kGroupPath), "kept");
+  EXPECT_EQ(files.steps(), 0);
 }
 
 TEST_F(GroupListTest, AnEmptiedTableReappearsAfterARestart) {
@@ -131,26 +131,26 @@ TEST_F(GroupListTest, AnEmptiedTableReappearsAfterARestart) {
 }
 
 TEST_F(GroupListTest, SavingThreeRecordsWritesThreeLinesAndGivesTwo) {
-  files.content[kGroupPath] = std::string(1000, 'x');
+  files.Put(kGroupPath, std::string(1000, 'x'));
   table.Append(Group(3, 262, 1, "C"));
   table.Append(Group(1, 262, 1, "A"));
   table.Append(Group(2, 1, 1, "B"));
   EXPECT_EQ(run.groups.SaveGssiList(), 2);
-  EXPECT_EQ(files.content[kGroupPath], "3;262;1;C;0;True\r\n1;262;1;A;0;True\r\n2;1;1;B;0;True\r\n")
+  EXPECT_EQ(files.Content(kGroupPath), "3;262;1;C;0;True\r\n1;262;1;A;0;True\r\n2;1;1;B;0;True\r\n")
       << "in the order of the table";
-  EXPECT_EQ(files.content.size(), 1U);
+  EXPECT_EQ(files.List(kFolder).size(), 1U);
 }
 
 TEST_F(GroupListTest, OneRecordGivesZero) {
   table.Append(Group(3, 262, 1, ""));
   EXPECT_EQ(run.groups.SaveGssiList(), 0);
-  EXPECT_EQ(files.content[kGroupPath], "3;262;1;;0;True\r\n");
+  EXPECT_EQ(files.Content(kGroupPath), "3;262;1;;0;True\r\n");
 }
 
 TEST_F(GroupListTest, NoLabelCanBreakALine) {
   table.Append(Group(3, 262, 1, "Police; north\r\nsouth"));
   EXPECT_EQ(run.groups.SaveGssiList(), 0);
-  EXPECT_EQ(files.content[kGroupPath], "3;262;1;Police northsouth;0;True\r\n");
+  EXPECT_EQ(files.Content(kGroupPath), "3;262;1;Police northsouth;0;True\r\n");
   EXPECT_EQ(table[0].Label.trimmed(), "Police northsouth");
   StoreRun next(files);
   EXPECT_EQ(next.groups.Load(), kNoError);
@@ -158,18 +158,18 @@ TEST_F(GroupListTest, NoLabelCanBreakALine) {
 
 TEST_F(GroupListTest, AFailedSaveGivesMinusOneAndLeavesTheOldFile) {
   EXPECT_EQ(Load("9001;262;1;Test;0;True\r\n"), kNoError);
-  const auto before = files.content;
+  const Contents before = AllFiles(files);
   table.Append(Group(3, 262, 1, "New"));
-  for (const int operation : {1, 2}) {
-    files.operations = 0;
-    files.fail_at = operation;
+  for (const int step : {1, 2, 3, 4}) {  // open, write, flush, move
+    files.ResetSteps();
+    files.FailAtStep(step, kPathAccess);
     EXPECT_EQ(run.groups.SaveGssiList(), -1);
-    EXPECT_EQ(files.content, before);
+    EXPECT_EQ(AllFiles(files), before);
   }
-  files.fail_at = 0;
-  files.room = 20;
+  files.FailAtStep(0, kFileOk);
+  files.SetRoom(20);
   EXPECT_EQ(run.groups.SaveGssiList(), -1);
-  EXPECT_EQ(files.content, before);
+  EXPECT_EQ(AllFiles(files), before);
 }
 
 TEST_F(GroupListTest, TheGoldenListIsReadAndWrittenToTheByte) {
@@ -179,9 +179,132 @@ TEST_F(GroupListTest, TheGoldenListIsReadAndWrittenToTheByte) {
   EXPECT_EQ(table[2].Label.trimmed(),
             "\xC4rzte s\xFC"
             "d");
-  files.content.clear();
+  files.Remove(kGroupPath);
   EXPECT_EQ(run.groups.SaveGssiList(), 4);
-  EXPECT_EQ(files.content[kGroupPath], golden);
+  EXPECT_EQ(files.Content(kGroupPath), golden);
+}
+
+SsiRecord Subscriber(std::int32_t ssi, std::int32_t gssi, std::string_view label) {
+  SsiRecord record;
+  record.Ssi = ssi;
+  record.LastGssi = gssi;
+  record.Mcc = 262;
+  record.Mnc = 1;
+  record.Label = label;
+  record.LastSeen = {2026, 11, 15, 14, 23, 5};
+  return record;
+}
+
+class SubscriberListTest : public ::testing::Test {
+ protected:
+  ErrorNumber Load(const std::string& content) {
+    files.Put(kSubscriberPath, content);
+    return run.subscribers.Load();
+  }
+  const std::vector<std::string>& Status() const { return run.form.lstStatusLog.items(); }
+
+  sim::SimFiles files;
+  StoreRun run{files};
+  SsiTable& table = run.subscriber_table;
+};
+
+TEST_F(SubscriberListTest, AMissingListIsReported) {
+  EXPECT_EQ(run.subscribers.Load(), kNoError);
+  EXPECT_TRUE(table.empty());
+  EXPECT_EQ(Status(), Texts{"No saved SSIs to loaded"});
+}
+
+TEST_F(SubscriberListTest, EveryFieldIsRead) {
+  EXPECT_EQ(Load("5010;9001;234;14;Car 10;15/11/2026 14:23:05\r\n"), kNoError);
+  ASSERT_EQ(table.size(), 1U);
+  EXPECT_EQ(table[0].Ssi, 5010);
+  EXPECT_EQ(table[0].LastGssi, 9001);
+  EXPECT_EQ(table[0].Mcc, 234);
+  EXPECT_EQ(table[0].Mnc, 14);
+  EXPECT_EQ(table[0].Label.trimmed(), "Car 10");
+  EXPECT_EQ(table[0].LastSeen, (DateTime{2026, 11, 15, 14, 23, 5}));
+  EXPECT_EQ(Status(), Texts{"Loaded 1 saved SSIs"});
+}
+
+TEST_F(SubscriberListTest, SubscribersOfOneGroupKeepTheOrderOfTheFile) {
+  EXPECT_EQ(Load("5010;9001;262;1;b;2026-11-15 14:23:05\n"
+                 "5002;9001;262;1;a;2026-11-15 14:23:05\n"
+                 "7;9002;262;1;d;2026-11-15 14:23:05\n"
+                 "5001;9001;262;1;c;2026-11-15 14:23:05\n"
+                 "9;9003;1;1;first;2026-11-15 14:23:05\n"),
+            kNoError);
+  Texts order;
+  for (const SsiRecord& record : table) order.push_back(record.Label.trimmed());
+  EXPECT_EQ(order, (Texts{"first", "b", "a", "c", "d"}));
+}
+
+TEST_F(SubscriberListTest, ABadLineEndsTheReadingWithItsNumber) {
+  EXPECT_EQ(Load("5010;9001;262;1;Car\r\n"), kTooFewFields);
+  EXPECT_EQ(Load("#5010;9001;262;1;Car;15/11/2026 14:23:05\r\n"), kTypeMismatch);
+  EXPECT_EQ(Load("5010;x;262;1;Car;15/11/2026 14:23:05\r\n"), kTypeMismatch);
+  EXPECT_EQ(Load("5010;9001;262;1;Car;\r\n"), kTypeMismatch);
+  EXPECT_EQ(Load("5010;9001;262;1;Car;yesterday\r\n"), kTypeMismatch);
+  EXPECT_EQ(Load("5010;9001;262;1;Car;31/02/2026 00:00:00\r\n"), kTypeMismatch);
+  EXPECT_EQ(Load("2147483648;9001;262;1;Car;15/11/2026 14:23:05\r\n"), kOverflow);
+  EXPECT_EQ(Load("5010;9001;262;32768;Car;15/11/2026 14:23:05\r\n"), kOverflow);
+  EXPECT_TRUE(table.empty());
+}
+
+TEST_F(SubscriberListTest, SavingWritesTheTableInItsOrder) {
+  table.Append(Subscriber(2, 9, " B "));
+  table.Append(Subscriber(1, 9, "A"));
+  EXPECT_EQ(run.subscribers.SaveSsiList(), 1);
+  EXPECT_EQ(files.Content(kSubscriberPath),
+            "2;9;262;1;B;15/11/2026 14:23:05\r\n1;9;262;1;A;15/11/2026 14:23:05\r\n");
+  EXPECT_EQ(table[0].Label.padded(), FixedLabel("B").padded());
+}
+
+TEST_F(SubscriberListTest, AnEmptyTableIsNotSaved) {
+  EXPECT_EQ(run.subscribers.SaveSsiList(), 0);
+  EXPECT_EQ(files.steps(), 0);
+}
+
+TEST_F(SubscriberListTest, AFailedSaveGivesMinusOneAndLeavesTheOldFile) {
+  EXPECT_EQ(Load("5010;9001;262;1;Car;15/11/2026 14:23:05\r\n"), kNoError);
+  const Contents before = AllFiles(files);
+  table.Append(Subscriber(1, 9, "A"));
+  files.SetRoom(40);
+  EXPECT_EQ(run.subscribers.SaveSsiList(), -1);
+  EXPECT_EQ(AllFiles(files), before);
+}
+
+TEST_F(SubscriberListTest, WhateverTheRegionalSettingsWriteTheListLoadsAgain) {
+  const auto with_semicolons = [](const DateTime& time) {
+    std::string text = FixedGeneralDate(time);
+    text[2] = text[5] = ';';
+    return text;
+  };
+  run.clock.SetFormat(with_semicolons, ParseFixedGeneralDate);
+  table.Append(Subscriber(1, 9, "A"));
+  EXPECT_EQ(run.subscribers.SaveSsiList(), 0);
+  EXPECT_EQ(files.Content(kSubscriberPath), "1;9;262;1;A;2026-11-15 14:23:05\r\n");
+  StoreRun next(files);
+  EXPECT_EQ(next.subscribers.Load(), kNoError);
+  EXPECT_EQ(next.subscriber_table[0].LastSeen, table[0].LastSeen);
+}
+
+TEST_F(SubscriberListTest, ASubscriberNeverSeenCanBeSavedAndLoaded) {
+  SsiRecord record = Subscriber(1, 9, "A");
+  record.LastSeen = {};
+  table.Append(record);
+  EXPECT_EQ(run.subscribers.SaveSsiList(), 0);
+  EXPECT_EQ(files.Content(kSubscriberPath), "1;9;262;1;A;30/12/1899 00:00:00\r\n");
+  StoreRun next(files);
+  EXPECT_EQ(next.subscribers.Load(), kNoError);
+}
+
+TEST_F(SubscriberListTest, TheGoldenListIsReadAndWrittenToTheByte) {
+  const std::string golden = GoldenFile("TETRA_SSI.txt");
+  EXPECT_EQ(Load(golden), kNoError);
+  EXPECT_EQ(table.size(), 4U);
+  files.Remove(kSubscriberPath);
+  EXPECT_EQ(run.subscribers.SaveSsiList(), 3);
+  EXPECT_EQ(files.Content(kSubscriberPath), golden);
 }
 
 }  // namespace

@@ -1,28 +1,19 @@
-// Lines, fields and numbers of the list files, as views into the file's content.
+// The text of the list files: fields, numbers and labels of a line, and the order of the lines.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/number_text.h"
 #include "base/text.h"
 #include "store/start_error.h"
+#include "store/tables.h"
 
 namespace corvane {
-
-// Walks through the lines of a text: CR LF, LF and CR all end a line, a last line without an end
-// counts.
-class LineReader {
- public:
-  explicit LineReader(std::string_view content) : rest_(content) {}
-  // False when no line is left.
-  [[nodiscard]] bool Next(std::string_view& line);
-
- private:
-  std::string_view rest_;
-};
 
 // The line is empty, or begins with "'" or "#".
 [[nodiscard]] bool IsEmptyOrComment(std::string_view line);
@@ -57,5 +48,29 @@ template <std::integral Int>
   value = *number;
   return kNoError;
 }
+
+// The text without ";" and without characters below 32. Characters from 128 up are kept.
+[[nodiscard]] std::string CleanLabel(std::string_view text);
+
+// The label as a line holds it: cleaned, without blanks at both ends.
+[[nodiscard]] FixedLabel StoredLabel(const FixedLabel& label);
+void AppendLabel(std::string& line, const FixedLabel& label);
+
+// Plain decimal, then `behind`.
+void AppendNumber(std::string& line, std::int32_t number, char behind);
+
+// The sort key of one line of a group or subscriber list: country in 4 digits, network in 5, group
+// in 8, compared as text. Numbers that need more push the rest out at the end.
+using ListKey = std::array<char, 17>;
+
+[[nodiscard]] ListKey MakeListKey(std::int16_t mcc, std::int16_t mnc, std::int32_t gssi);
+
+// The positions of `keys` in ascending order of the keys; equal keys keep their order.
+[[nodiscard]] std::vector<std::uint32_t> ListOrder(const std::vector<ListKey>& keys);
+
+// Sorts whole lines ascending by the `length` bytes of each that begin at `start` (counted from 1),
+// compared as unsigned bytes; a line that ends earlier is compared as far as it goes. Lines with
+// equal keys keep their order.
+void SortKeyedLines(std::vector<std::string>& lines, std::size_t start, std::size_t length);
 
 }  // namespace corvane

@@ -1,13 +1,185 @@
-#include "store/settings_file.h"
+#include "store/settings.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
+#include <vector>
 
+#include "tests/unit/store/golden_files.h"
 #include "tests/unit/store/store_world.h"
 
 namespace corvane {
 namespace {
+
+SettingsRecord EveryFieldItsOwn() {
+  SettingsRecord record;
+  record.Timeout = 30;
+  record.MainWindowTop = 0x01020304;
+  record.MainWindowLeft = -15;
+  record.BaseFrequencyIndex = 3;
+  record.ParkCarrier = 3999;
+  record.SuppressSomePduMessages = 1;
+  record.SuppressLockoutMessages = 0;
+  record.IgnorePriority = 1;
+  record.CreateCcVcLog = 2;
+  record.CreateEventLog = 0;
+  record.CreateCallActivityCsvFile = 1;
+  record.CompactMode = -1;
+  record.OffsetIndex = 2;
+  record.RecordModeIndex = 1;
+  record.DeleteForcedCallEndFile = 1;
+  record.VcVolume = 60;
+  record.CheckedColour = 0x00A1715E;
+  record.UncheckedColour = 0x00E3E2E1;
+  record.PositionSdrSharps = 1;
+  record.PositionSdrSharpCC = "10,20,1034,788";
+  return record;
+}
+
+TEST(SettingsRecord, EveryByteStandsWhereItIsLaidDown) {
+  const std::string bytes = EncodeSettings(EveryFieldItsOwn());
+  const std::vector<int> expected = {30,   0,                         // Timeout
+                                     4,    3,    2,    1,             // MainWindowTop
+                                     0xF1, 0xFF, 0xFF, 0xFF,          // MainWindowLeft
+                                     3,    0,                         // BaseFrequencyIndex
+                                     0x9F, 0x0F,                      // ParkCarrier
+                                     1,    0,    1,    2,    0,   1,  // six check boxes
+                                     0xFF, 0xFF,                      // CompactMode
+                                     2,    0,                         // OffsetIndex
+                                     1,    0,                         // RecordModeIndex
+                                     1,                               // DeleteForcedCallEndFile
+                                     60,                              // VcVolume
+                                     0x5E, 0x71, 0xA1, 0,             // CheckedColour
+                                     0xE1, 0xE2, 0xE3, 0,             // UncheckedColour
+                                     1,                               // PositionSdrSharps
+                                     14,   0,  // length of PositionSdrSharpCC
+                                     '1',  '0',  ',',  '2',  '0', ',', '1',
+                                     '0',  '3',  '4',  ',',  '7', '8', '8'};
+  ASSERT_EQ(bytes.size(), expected.size());
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    EXPECT_EQ(static_cast<unsigned char>(bytes[i]), expected[i]) << "at offset " << i;
+  }
+}
+
+TEST(SettingsRecord, GoldenFilesAreWrittenToTheByte) {
+  EXPECT_EQ(EncodeSettings(EveryFieldItsOwn()), GoldenFile("corvane_simple_full.dat"));
+  EXPECT_EQ(EncodeSettings(SettingsRecord()), GoldenFile("corvane_simple_defaults.dat"));
+}
+
+TEST(SettingsRecord, GoldenFilesAreRead) {
+  SettingsRecord other;
+  other.PositionSdrSharpCC = "other";
+  EXPECT_EQ(DecodeSettings(GoldenFile("corvane_simple_full.dat"), other), EveryFieldItsOwn());
+  EXPECT_EQ(DecodeSettings(GoldenFile("corvane_simple_defaults.dat"), EveryFieldItsOwn()),
+            SettingsRecord());
+}
+
+TEST(SettingsRecord, AnEmptyPositionTakesThirtyNineBytes) {
+  EXPECT_EQ(EncodeSettings(SettingsRecord()).size(), kFixedSettingsSize);
+}
+
+TEST(SettingsRecord, EveryRecordComesBackAsItWas) {
+  std::mt19937 random(20261115);
+  for (int round = 0; round < 2000; ++round) {
+    SettingsRecord record;
+    const auto number = [&random](auto& field) {
+      field = static_cast<std::remove_reference_t<decltype(field)>>(random());
+    };
+    number(record.Timeout);
+    number(record.MainWindowTop);
+    number(record.MainWindowLeft);
+    number(record.BaseFrequencyIndex);
+    number(record.ParkCarrier);
+    number(record.SuppressSomePduMessages);
+    number(record.SuppressLockoutMessages);
+    number(record.IgnorePriority);
+    number(record.CreateCcVcLog);
+    number(record.CreateEventLog);
+    number(record.CreateCallActivityCsvFile);
+    number(record.CompactMode);
+    number(record.OffsetIndex);
+    number(record.RecordModeIndex);
+    number(record.DeleteForcedCallEndFile);
+    number(record.VcVolume);
+    number(record.CheckedColour);
+    number(record.UncheckedColour);
+    number(record.PositionSdrSharps);
+    record.PositionSdrSharpCC.resize(random() % 300);
+    for (char& c : record.PositionSdrSharpCC) number(c);
+    const std::string tail(random() % 50, 'x');
+    ASSERT_EQ(DecodeSettings(EncodeSettings(record) + tail, SettingsRecord()), record)
+        << "round " << round;
+  }
+}
+
+TEST(SettingsRecord, AFieldThatIsNotWhollyThereKeepsItsDefault) {
+  const SettingsRecord full = EveryFieldItsOwn();
+  const std::string bytes = EncodeSettings(full);
+  SettingsRecord defaults;
+  defaults.MainWindowTop = 1500;
+  defaults.MainWindowLeft = 3000;
+  for (std::size_t size = 0; size < bytes.size(); ++size) {
+    const SettingsRecord read = DecodeSettings(bytes.substr(0, size), defaults);
+    EXPECT_EQ(read.Timeout, size >= 2 ? full.Timeout : 5) << size;
+    EXPECT_EQ(read.MainWindowTop, size >= 6 ? full.MainWindowTop : 1500) << size;
+    EXPECT_EQ(read.MainWindowLeft, size >= 10 ? full.MainWindowLeft : 3000) << size;
+    EXPECT_EQ(read.BaseFrequencyIndex, size >= 12 ? 3 : 7) << size;
+    EXPECT_EQ(read.ParkCarrier, size >= 14 ? 3999 : 2604) << size;
+    EXPECT_EQ(read.SuppressSomePduMessages, size >= 15 ? 1 : 0) << size;
+    EXPECT_EQ(read.IgnorePriority, size >= 17 ? 1 : 0) << size;
+    EXPECT_EQ(read.CreateCcVcLog, size >= 18 ? 2 : 0) << size;
+    EXPECT_EQ(read.CreateCallActivityCsvFile, size >= 20 ? 1 : 0) << size;
+    EXPECT_EQ(read.CompactMode, size >= 22 ? -1 : 0) << size;
+    EXPECT_EQ(read.OffsetIndex, size >= 24 ? 2 : 3) << size;
+    EXPECT_EQ(read.RecordModeIndex, size >= 26 ? 1 : 0) << size;
+    EXPECT_EQ(read.DeleteForcedCallEndFile, size >= 27 ? 1 : 0) << size;
+    EXPECT_EQ(read.VcVolume, size >= 28 ? 60 : 47) << size;
+    EXPECT_EQ(read.CheckedColour, 10580318) << size;
+    EXPECT_EQ(read.UncheckedColour, 14934753) << size;
+    EXPECT_EQ(read.PositionSdrSharps, size >= 37 ? 1 : 0) << size;
+    EXPECT_EQ(read.PositionSdrSharpCC, "") << size;
+  }
+}
+
+TEST(SettingsRecord, ATextTooLongForItsLengthIsCut) {
+  SettingsRecord record;
+  record.PositionSdrSharpCC.assign(70000, 'p');
+  const std::string bytes = EncodeSettings(record);
+  EXPECT_EQ(bytes.size(), kFixedSettingsSize + 65535);
+  EXPECT_EQ(DecodeSettings(bytes, SettingsRecord()).PositionSdrSharpCC, std::string(65535, 'p'));
+}
+
+TEST(SettingsRecord, OnlyUnusableValuesAreReplaced) {
+  for (const int timeout : {-5, 0, 31, 32767}) {
+    SettingsRecord record;
+    record.Timeout = static_cast<std::int16_t>(timeout);
+    ReplaceUnusableValues(record);
+    EXPECT_EQ(record.Timeout, 5) << timeout;
+  }
+  for (const int carrier : {-1, 4000, 9999}) {
+    SettingsRecord record;
+    record.ParkCarrier = static_cast<std::int16_t>(carrier);
+    ReplaceUnusableValues(record);
+    EXPECT_EQ(record.ParkCarrier, 2604) << carrier;
+  }
+  for (const int volume : {0, 24, 61, 255}) {
+    SettingsRecord record;
+    record.VcVolume = static_cast<std::uint8_t>(volume);
+    ReplaceUnusableValues(record);
+    EXPECT_EQ(record.VcVolume, 47) << volume;
+  }
+  SettingsRecord lowest;
+  lowest.Timeout = 1;
+  lowest.ParkCarrier = 0;
+  lowest.VcVolume = 25;
+  SettingsRecord same = lowest;
+  ReplaceUnusableValues(same);
+  EXPECT_EQ(same, lowest);
+  SettingsRecord highest = EveryFieldItsOwn();
+  ReplaceUnusableValues(highest);
+  EXPECT_EQ(highest, EveryFieldItsOwn());
+}
 
 SettingsRecord Changed() {
   SettingsRecord record;
@@ -36,16 +208,17 @@ SettingsRecord Changed() {
 
 class SettingsFileTest : public ::testing::Test {
  protected:
+  SettingsFileTest() { run.flags.mblnFormLoaded = true; }
   // What ReadSettings does with this record.
   Load Read(const SettingsRecord& record) {
-    files.content[kSettingsPath] = EncodeSettings(record);
+    files.Put(kSettingsPath, EncodeSettings(record));
     return run.settings.ReadSettings();
   }
   SettingsRecord Saved() {
-    return DecodeSettings(files.content.at(kSettingsPath), SettingsRecord());
+    return DecodeSettings(files.Content(kSettingsPath).value(), SettingsRecord());
   }
 
-  MemoryFiles files;
+  sim::SimFiles files;
   StoreRun run{files};
   Form1& form = run.form;
 };
@@ -69,8 +242,8 @@ TEST_F(SettingsFileTest, WithoutAFileTheDefaultsAreShownAndNothingIsWritten) {
   EXPECT_TRUE(form.optOffsets[3].value);
   EXPECT_FALSE(form.lstRecOnlyGSSI.enabled);
   EXPECT_FALSE(form.txtRecOnlyGSSI.enabled);
-  EXPECT_TRUE(files.content.empty());
-  EXPECT_TRUE(run.prompts.boxes.empty());
+  EXPECT_TRUE(files.List(kFolder).empty());
+  EXPECT_TRUE(run.prompts.boxes().empty());
 }
 
 TEST_F(SettingsFileTest, EveryFieldReachesItsControlAndItsVariable) {
@@ -117,11 +290,12 @@ TEST_F(SettingsFileTest, DeletingForcedRecordingsAlwaysStartsOffThoughItIsSaved)
 }
 
 TEST_F(SettingsFileTest, ValuesAreAppliedInTheOrderOfTheRecord) {
-  run.sink.changed.clear();
+  static_cast<void>(run.sink.Take());
   EXPECT_EQ(Read(Changed()), Load::kOk);
-  const auto at = [this](const std::string& name) {
-    const auto& all = run.sink.changed;
-    const auto found = std::find(all.begin(), all.end(), name);
+  const std::vector<std::string> all = run.sink.Take();
+  const auto at = [&all](const std::string& name) {
+    const auto found = std::ranges::find_if(
+        all, [&name](const std::string& line) { return line.starts_with(name + "."); });
     EXPECT_NE(found, all.end()) << name;
     return found - all.begin();
   };
@@ -189,15 +363,13 @@ TEST_F(SettingsFileTest, ARefusedValueDeletesTheFileAndEndsTheProgram) {
   with(&SettingsRecord::CreateCallActivityCsvFile, 3);
   with(&SettingsRecord::PositionSdrSharps, 3);
   for (const SettingsRecord& record : refused) {
-    MemoryFiles disk;
+    sim::SimFiles disk;
     StoreRun other(disk);
-    disk.content[kSettingsPath] = EncodeSettings(record);
-    other.numbers.Open(1, "somewhere");
+    disk.Put(kSettingsPath, EncodeSettings(record));
     EXPECT_EQ(other.settings.ReadSettings(), Load::kEnded);
-    EXPECT_FALSE(disk.content.contains(kSettingsPath));
-    ASSERT_EQ(other.prompts.boxes, std::vector{VersionChangeBox()});
-    EXPECT_EQ(other.prompts.ended, 1);
-    EXPECT_EQ(other.numbers.PathOf(1), "");
+    EXPECT_FALSE(Has(disk, kSettingsPath));
+    ASSERT_EQ(other.prompts.boxes(), std::vector{VersionChangeBox()});
+    EXPECT_EQ(other.prompts.times_ended(), 1);
   }
 }
 
@@ -214,57 +386,54 @@ TEST_F(SettingsFileTest, GreyBoxesAreKept) {
 TEST_F(SettingsFileTest, TheFileIsDeletedBeforeTheBoxIsAnswered) {
   SettingsRecord record;
   record.OffsetIndex = 4;
-  run.prompts.while_open = [this] {
-    EXPECT_FALSE(files.content.contains(kSettingsPath));
-    EXPECT_EQ(run.prompts.ended, 0);
-  };
+  run.prompts.SetWhileOpen([this](const Box&) {
+    EXPECT_FALSE(Has(files, kSettingsPath));
+    EXPECT_EQ(run.prompts.times_ended(), 0);
+  });
   EXPECT_EQ(Read(record), Load::kEnded);
-  EXPECT_EQ(run.prompts.boxes.size(), 1U);
+  EXPECT_EQ(run.prompts.boxes().size(), 1U);
 }
 
 TEST_F(SettingsFileTest, ARefusedFileThatCannotBeDeletedIsReportedAsAnAccessError) {
   SettingsRecord record;
   record.OffsetIndex = 4;
-  files.fail_at = 2;
-  files.fail_with = kPermissionDenied;
+  files.FailAtStep(2, kPermissionDenied);
   EXPECT_EQ(Read(record), Load::kEnded);
-  EXPECT_EQ(run.prompts.boxes, std::vector{FileAccessBox(70)});
-  EXPECT_TRUE(files.content.contains(kSettingsPath));
+  EXPECT_EQ(run.prompts.boxes(), std::vector{FileAccessBox(70)});
+  EXPECT_TRUE(Has(files, kSettingsPath));
 }
 
 TEST_F(SettingsFileTest, AnEmptyFileIsReportedThenDeleted) {
-  files.content[kSettingsPath] = "";
-  run.prompts.while_open = [this] { EXPECT_TRUE(files.content.contains(kSettingsPath)); };
+  files.Put(kSettingsPath, "");
+  run.prompts.SetWhileOpen([this](const Box&) { EXPECT_TRUE(Has(files, kSettingsPath)); });
   EXPECT_EQ(run.settings.ReadSettings(), Load::kEnded);
-  EXPECT_EQ(run.prompts.boxes, std::vector{CorruptBox()});
-  EXPECT_EQ(run.prompts.ended, 1);
-  EXPECT_FALSE(files.content.contains(kSettingsPath));
+  EXPECT_EQ(run.prompts.boxes(), std::vector{CorruptBox()});
+  EXPECT_EQ(run.prompts.times_ended(), 1);
+  EXPECT_FALSE(Has(files, kSettingsPath));
 }
 
 TEST_F(SettingsFileTest, AnEmptyFileThatCannotBeDeletedStaysWithAnAccessError) {
-  files.content[kSettingsPath] = "";
-  files.fail_at = 2;
-  files.fail_with = kPermissionDenied;
+  files.Put(kSettingsPath, "");
+  files.FailAtStep(2, kPermissionDenied);
   EXPECT_EQ(run.settings.ReadSettings(), Load::kEnded);
-  EXPECT_EQ(run.prompts.boxes, (std::vector{CorruptBox(), FileAccessBox(70)}));
-  EXPECT_EQ(run.prompts.ended, 1);
-  EXPECT_TRUE(files.content.contains(kSettingsPath));
+  EXPECT_EQ(run.prompts.boxes(), (std::vector{CorruptBox(), FileAccessBox(70)}));
+  EXPECT_EQ(run.prompts.times_ended(), 1);
+  EXPECT_TRUE(Has(files, kSettingsPath));
 }
 
 TEST_F(SettingsFileTest, AFileThatCannotBeReadIsLeftAlone) {
-  files.content[kSettingsPath] = EncodeSettings(Changed());
-  files.fail_at = 1;
-  files.fail_with = kPermissionDenied;
+  files.Put(kSettingsPath, EncodeSettings(Changed()));
+  files.FailAtStep(1, kPermissionDenied);
   EXPECT_EQ(run.settings.ReadSettings(), Load::kEnded);
-  EXPECT_EQ(run.prompts.boxes, std::vector{FileAccessBox(70)});
-  EXPECT_EQ(run.prompts.ended, 1);
-  EXPECT_EQ(files.content[kSettingsPath], EncodeSettings(Changed()));
+  EXPECT_EQ(run.prompts.boxes(), std::vector{FileAccessBox(70)});
+  EXPECT_EQ(run.prompts.times_ended(), 1);
+  EXPECT_EQ(files.Content(kSettingsPath), EncodeSettings(Changed()));
 }
 
 TEST_F(SettingsFileTest, AShortFileTakesTheDefaultsForWhatIsMissing) {
   form.top = 1500;
   form.left = 3000;
-  files.content[kSettingsPath] = EncodeSettings(Changed()).substr(0, 12);
+  files.Put(kSettingsPath, EncodeSettings(Changed()).substr(0, 12));
   EXPECT_EQ(run.settings.ReadSettings(), Load::kOk);
   EXPECT_EQ(form.txtTimeout.text.get(), "12");
   EXPECT_EQ(form.top.get(), -300);
@@ -274,8 +443,8 @@ TEST_F(SettingsFileTest, AShortFileTakesTheDefaultsForWhatIsMissing) {
   EXPECT_TRUE(form.optOffsets[3].value);
   EXPECT_EQ(run.presets.VcAudioGain, 47);
   EXPECT_EQ(form.lblPositionSdrSharpCC.caption.get(), "");
-  EXPECT_TRUE(run.prompts.boxes.empty());
-  files.content[kSettingsPath] = "\x07";
+  EXPECT_TRUE(run.prompts.boxes().empty());
+  files.Put(kSettingsPath, "\x07");
   EXPECT_EQ(run.settings.ReadSettings(), Load::kOk);
   EXPECT_EQ(form.top.get(), -300) << "the window stays where it is";
 }
@@ -296,7 +465,7 @@ TEST_F(SettingsFileTest, ValuesThatNoControlRefusesButNobodyCanUseTakeTheDefault
 TEST_F(SettingsFileTest, EverythingSurvivesARestart) {
   SettingsRecord expected = Changed();
   EXPECT_EQ(Read(expected), Load::kOk);
-  files.content.clear();
+  files.Remove(kSettingsPath);
   run.settings.SaveSettings();
   expected.DeleteForcedCallEndFile = 0;
   EXPECT_EQ(Saved(), expected);
@@ -305,8 +474,8 @@ TEST_F(SettingsFileTest, EverythingSurvivesARestart) {
 TEST_F(SettingsFileTest, TheFirstSaveCreatesTheFile) {
   EXPECT_EQ(run.settings.ReadSettings(), Load::kOk);
   run.settings.SaveSettings();
-  EXPECT_EQ(files.content.at(kSettingsPath), EncodeSettings(SettingsRecord()));
-  EXPECT_EQ(files.content.size(), 1U) << "no temporary file is left";
+  EXPECT_EQ(files.Content(kSettingsPath).value(), EncodeSettings(SettingsRecord()));
+  EXPECT_EQ(files.List(kFolder).size(), 1U) << "no temporary file is left";
 }
 
 TEST_F(SettingsFileTest, WithNoButtonSelectedTheIndexIsZero) {
@@ -342,7 +511,7 @@ TEST_F(SettingsFileTest, TheTailOfALongerRecordStaysBehindAndIsNotRead) {
   run.settings.SaveSettings();
   form.lblPositionSdrSharpCC.caption = "1,2,3,4";
   run.settings.SaveSettings();
-  EXPECT_EQ(files.content.at(kSettingsPath).substr(37),
+  EXPECT_EQ(files.Content(kSettingsPath).value().substr(37),
             std::string("\x07\0", 2) + "1,2,3,4" + ",1300,900");
   form.lblPositionSdrSharpCC.caption = "";
   EXPECT_EQ(run.settings.ReadSettings(), Load::kOk);
@@ -351,25 +520,25 @@ TEST_F(SettingsFileTest, TheTailOfALongerRecordStaysBehindAndIsNotRead) {
 
 TEST_F(SettingsFileTest, AFailedSaveIsOneStatusLineAndLeavesTheOldFile) {
   run.settings.SaveSettings();
-  const auto before = files.content;
+  const Contents before = AllFiles(files);
   form.mnuCompactMode.checked = true;
-  files.room = 10;
+  files.SetRoom(10);
   run.settings.SaveSettings();
-  EXPECT_EQ(files.content, before);
+  EXPECT_EQ(AllFiles(files), before);
   EXPECT_EQ(form.lstStatusLog.items(),
             std::vector<std::string>{"Error saving settings [61] - " + kNow});
-  EXPECT_TRUE(run.prompts.boxes.empty());
-  files.room.reset();
+  EXPECT_TRUE(run.prompts.boxes().empty());
+  files.SetRoom(std::nullopt);
   run.settings.SaveSettings();
   EXPECT_EQ(Saved().CompactMode, -1);
 }
 
 TEST_F(SettingsFileTest, AnUnreadableFileIsNotReplaced) {
   run.settings.SaveSettings();
-  files.locked[kSettingsPath] = kPermissionDenied;
-  const auto before = files.content;
+  files.SetLocked(kSettingsPath, true);
+  const Contents before = AllFiles(files);
   run.settings.SaveSettings();
-  EXPECT_EQ(files.content, before);
+  EXPECT_EQ(AllFiles(files), before);
   EXPECT_EQ(form.lstStatusLog.Item(0), "Error saving settings [70] - " + kNow);
 }
 
