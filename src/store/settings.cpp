@@ -292,6 +292,7 @@ FileError SettingsFile::Write() {
 }
 
 void SettingsFile::SaveSettings() {
+  if (!flags_.mblnFormLoaded) return;
   const FileError error = Write();
   if (error == kFileOk) return;
   AddStatusLineInView(form_, "Error saving settings [" + Decimal(error) + "] - " + NowText(clock_));

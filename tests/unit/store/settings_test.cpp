@@ -533,6 +533,17 @@ TEST_F(SettingsFileTest, AFailedSaveIsOneStatusLineAndLeavesTheOldFile) {
   EXPECT_EQ(Saved().CompactMode, -1);
 }
 
+TEST_F(SettingsFileTest, NothingIsSavedBeforeTheProgramIsLoaded) {
+  run.flags.mblnFormLoaded = false;
+  run.settings.SaveSettings();
+  EXPECT_FALSE(Has(files, kSettingsPath));
+  files.Put(kSettingsPath, EncodeSettings(Changed()));
+  run.settings.SaveSettings();
+  EXPECT_EQ(Saved(), Changed());
+  EXPECT_EQ(files.steps(), 0);
+  EXPECT_TRUE(form.lstStatusLog.items().empty());
+}
+
 TEST_F(SettingsFileTest, AnUnreadableFileIsNotReplaced) {
   run.settings.SaveSettings();
   files.SetLocked(kSettingsPath, true);
