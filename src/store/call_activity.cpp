@@ -1,4 +1,4 @@
-// The call-activity file.
+// The file of counted calls, and the copy of one with bad lines.
 #include "store/call_activity.h"
 
 #include <array>
@@ -36,8 +36,9 @@ ErrorNumber CountLine(std::string_view line, CallCounts& counts) {
 BadLine CountLines(std::string_view content, CallCounts& counts) {
   BadLine first;
   LineReader lines(content);
-  std::string_view line;
-  for (std::size_t number = 1; lines.Next(line); ++number) {
+  std::size_t number = 0;
+  for (std::string_view line; lines.Next(line);) {
+    ++number;
     if (line.empty() || line == kHeader) continue;
     const ErrorNumber error = CountLine(line, counts);
     if (error != kNoError && first.error == kNoError) first = {error, number};
@@ -80,7 +81,9 @@ void CallActivity::LoadCallActivity() {
   const BadLine bad = CountLines(content, CallActivityTable);
   if (bad.error != kNoError) {
     ReportError("Error in line " + Decimal(bad.number) + " of " + FileName(), bad.error);
-    KeepBadFile(content);
+    const FileError copied = KeepBadFile(content);
+    if (copied != kFileOk) ReportError("Error writing " + FileName() + ".bad", copied);
+    copy_due_ = copied != kFileOk;
   }
   reported_ = kFileOk;
   CallActivityLoaded = true;
@@ -88,11 +91,18 @@ void CallActivity::LoadCallActivity() {
       form_, "Loaded call activity for " + Decimal(CallActivityTable.size()) + " saved GSSIs");
 }
 
-void CallActivity::KeepBadFile(const std::string& content) {
+FileError CallActivity::KeepBadFile(const std::string& content) {
   const std::string copy = path_ + ".bad";
-  if (files_.Exists(copy)) return;
-  const FileError error = ReplaceContent(files_, copy, content);
-  if (error != kFileOk) ReportError("Error writing " + FileName() + ".bad", error);
+  return files_.Exists(copy) ? kFileOk : ReplaceContent(files_, copy, content);
+}
+
+bool CallActivity::MayReplaceFile() {
+  if (!files_.Exists(path_)) return true;
+  if (!CallActivityLoaded) return false;
+  if (!copy_due_) return true;
+  std::string content;
+  copy_due_ = files_.ReadAll(path_, content) != kFileOk || KeepBadFile(content) != kFileOk;
+  return !copy_due_;
 }
 
 std::string CallActivity::FileName() const {
@@ -101,9 +111,8 @@ std::string CallActivity::FileName() const {
 
 std::int32_t CallActivity::SaveCallActivity() {
   if (CallActivityTable.empty()) return 0;
-  // Counts on the disk that could not be read yet must not be written over.
   LoadCallActivity();
-  if (path_.empty() || (!CallActivityLoaded && files_.Exists(path_))) return -1;
+  if (path_.empty() || !MayReplaceFile()) return -1;
   const std::string text = CallActivityText(CallActivityTable);
   if (ReplaceContent(files_, path_, text) != kFileOk) return -1;
   CallActivityLoaded = true;

@@ -167,6 +167,56 @@ TEST_F(CallActivityTest, ACopyThatCannotBeMadeIsReported) {
                              "Loaded call activity for 1 saved GSSIs"}));
 }
 
+TEST_F(CallActivityTest, WithoutACopyOfItABadFileIsNotWrittenOver) {
+  const std::string spoilt = "GSSI;Call Activity\r\n9;1\r\nx\r\n";
+  files.Put(kActivityPath, spoilt);
+  files.FailPath(".bad", kPermissionDenied);
+  activity.LoadCallActivity();
+  EXPECT_EQ(Status().size(), 3U);
+  activity.CallActivityTable.Count(9);
+  EXPECT_EQ(activity.SaveCallActivity(), -1);
+  EXPECT_EQ(activity.SaveCallActivity(), -1);
+  EXPECT_EQ(files.Content(kActivityPath), spoilt);
+  EXPECT_EQ(Status().size(), 3U) << "the caller reports it";
+  files.FailPath(".bad", kFileOk);
+  EXPECT_EQ(activity.SaveCallActivity(), 0);
+  EXPECT_EQ(files.Content(kActivityPath + ".bad"), spoilt);
+  EXPECT_EQ(files.Content(kActivityPath), "GSSI;Call Activity\r\n9;2\r\n");
+}
+
+TEST_F(CallActivityTest, OnceThereIsACopyNoFurtherOneIsMade) {
+  const std::string spoilt = "GSSI;Call Activity\r\n9;1\r\nx\r\n";
+  files.Put(kActivityPath, spoilt);
+  files.FailPath(".bad", kDiskFull);
+  activity.LoadCallActivity();
+  files.FailPath(".bad", kFileOk);
+  files.Put(kActivityPath + ".bad", "made by hand");
+  EXPECT_EQ(activity.SaveCallActivity(), 0);
+  EXPECT_EQ(files.Content(kActivityPath + ".bad"), "made by hand");
+  files.Remove(kActivityPath + ".bad");
+  EXPECT_EQ(activity.SaveCallActivity(), 0);
+  EXPECT_FALSE(Has(files, kActivityPath + ".bad")) << "the file has no bad line any more";
+}
+
+TEST_F(CallActivityTest, ABadFileThatIsGoneNeedsNoCopy) {
+  files.Put(kActivityPath, "9;1\r\nx\r\n");
+  files.FailPath(".bad", kDiskFull);
+  activity.LoadCallActivity();
+  files.Remove(kActivityPath);
+  EXPECT_EQ(activity.SaveCallActivity(), 0);
+  EXPECT_EQ(files.Content(kActivityPath), "GSSI;Call Activity\r\n9;1\r\n");
+}
+
+TEST_F(CallActivityTest, ABadFileThatCannotBeReadAgainIsNotWrittenOver) {
+  files.Put(kActivityPath, "9;1\r\nx\r\n");
+  files.FailPath(".bad", kDiskFull);
+  activity.LoadCallActivity();
+  files.FailPath(".bad", kFileOk);
+  files.FailAtStep(files.steps() + 1, kPathAccess);  // the reading alone
+  EXPECT_EQ(activity.SaveCallActivity(), -1);
+  EXPECT_EQ(files.Content(kActivityPath), "9;1\r\nx\r\n");
+}
+
 TEST_F(CallActivityTest, AFileThatCannotBeReadIsReportedOnceAndNeverWrittenOver) {
   files.Put(kActivityPath, "GSSI;Call Activity\r\n9;3\r\n");
   files.SetLocked(kActivityPath, true);
