@@ -38,7 +38,7 @@ std::string DailyCalls::FilePath(const std::string& folder) const {
 
 void DailyCalls::WriteSummary() {
   const std::string path = FilePath(folders_.FolderOf(current_day_));
-  if (logs_.Append(LogKind::kDailyCalls, path, CallActivityText(group_call_counts_))) {
+  if (logs_.AppendUnreported(LogKind::kDailyCalls, path, CallActivityText(group_call_counts_))) {
     return;
   }
   AddStatusLine(form_, "Error saving Call Activity CVS. - " + NowText(clock_));

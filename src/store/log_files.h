@@ -22,7 +22,13 @@ class LogFiles {
   // kind adds one status line; the next one only after the kind has worked again.
   bool Append(LogKind kind, const std::string& path, std::string_view lines);
 
+  // As Append, but without a status line: for what the caller reports in words of its own.
+  [[nodiscard]] bool AppendUnreported(LogKind kind, const std::string& path,
+                                      std::string_view lines);
+
  private:
+  [[nodiscard]] FileError Write(LogKind kind, const std::string& path, std::string_view lines);
+
   Files& files_;
   const WallClock& clock_;
   Form1& form_;

@@ -55,6 +55,21 @@ TEST_F(LogFilesTest, AFullDiskIsReportedOncePerKindUntilItWorksAgain) {
   EXPECT_EQ(Status().size(), 3U) << "the event log never worked in between";
 }
 
+TEST_F(LogFilesTest, WhatTheCallerReportsGivesNoLineAndLeavesTheKindsNextReport) {
+  files.SetRoom(0);
+  EXPECT_FALSE(logs.AppendUnreported(LogKind::kDailyCalls, cc_log, "lost\r\n"));
+  EXPECT_FALSE(logs.AppendUnreported(LogKind::kDailyCalls, "\\TETRA_cc.log", "lost\r\n"));
+  EXPECT_TRUE(Status().empty());
+  EXPECT_FALSE(logs.Append(LogKind::kDailyCalls, cc_log, "lost\r\n"));
+  EXPECT_EQ(Status().size(), 1U);
+  files.SetRoom(std::nullopt);
+  EXPECT_TRUE(logs.AppendUnreported(LogKind::kDailyCalls, cc_log, "one\r\n"));
+  EXPECT_EQ(files.Content(cc_log), "one\r\n");
+  files.SetRoom(0);
+  EXPECT_FALSE(logs.Append(LogKind::kDailyCalls, cc_log, "lost\r\n"));
+  EXPECT_EQ(Status().size(), 2U) << "it had worked again";
+}
+
 TEST_F(LogFilesTest, ALockedFileIsReportedWithItsNumber) {
   files.SetLocked(cc_log, true);
   EXPECT_FALSE(logs.Append(LogKind::kCcLog, cc_log, "x\r\n"));
