@@ -22,16 +22,21 @@ std::string DayFolders::FolderOf(const DateTime& day) const {
 
 void DayFolders::CreateDayFolders(const DateTime& now) {
   day_folder_ = FolderOf(now);
-  // A folder inside one that is missing cannot be made: the first failure is the one to report.
-  const bool made =
-      Ensure(program_folder_ + kBase) && Ensure(day_folder_) && Ensure(day_folder_ + kRecordings);
-  if (made) reported_.clear();
+  const std::string recordings = day_folder_ + kRecordings;
+  // The innermost of the three is there only with the others. A folder inside one that is missing
+  // cannot be made: the first failure is the one to report.
+  const bool there = files_.IsDirectory(recordings) ||
+                     (Ensure(program_folder_ + kBase) && Ensure(day_folder_) && Make(recordings));
+  if (there) reported_.clear();
 }
 
 bool DayFolders::Ensure(const std::string& path) {
-  if (files_.IsDirectory(path)) return true;
+  return files_.IsDirectory(path) || Make(path);
+}
+
+bool DayFolders::Make(const std::string& path) {
   const FileError error = files_.MakeDirectory(path);
-  if (error == kFileOk || files_.IsDirectory(path)) return true;
+  if (error == kFileOk) return true;
   const std::string report = "Error creating folder " + path + " [" + Decimal(error) + "]";
   if (reported_.insert(report).second) AddStatusLineInView(form_, report);
   return false;

@@ -17,7 +17,8 @@ class DayFolders {
 
   // Makes sure that "\Daily", the folder of the day of `now` in it and its "\Record" exist, and
   // that DayFolder() names it. A folder that cannot be made is reported in the status log, once per
-  // distinct failure until it succeeds again; DayFolder() is set all the same.
+  // distinct failure until it succeeds again; DayFolder() is set all the same. Asks one question of
+  // the file system when all is there, and none twice.
   void CreateDayFolders(const DateTime& now);
 
   // "" before the first CreateDayFolders; else an absolute path without "\" at its end.
@@ -29,6 +30,7 @@ class DayFolders {
 
  private:
   bool Ensure(const std::string& path);
+  bool Make(const std::string& path);
 
   Files& files_;
   Form1& form_;

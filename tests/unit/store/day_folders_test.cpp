@@ -34,6 +34,22 @@ TEST_F(DayFoldersTest, MakesWhatIsMissingOnce) {
   EXPECT_TRUE(Status().empty());
 }
 
+TEST_F(DayFoldersTest, OneQuestionIsEnoughWhenAllIsThere) {
+  folders.CreateDayFolders(run.clock.Now());
+  files.ResetSteps();
+  folders.CreateDayFolders(run.clock.Now());
+  EXPECT_EQ(files.questions(), 1);
+}
+
+TEST_F(DayFoldersTest, NoFolderIsAskedForTwiceInOneCall) {
+  folders.CreateDayFolders(run.clock.Now());
+  EXPECT_EQ(files.questions(), 3) << "nothing was there";
+  files.ResetSteps();
+  files.FailPath("20261116", kPermissionDenied);
+  folders.CreateDayFolders({2026, 11, 16, 0, 0, 0});
+  EXPECT_EQ(files.questions(), 3) << "the new day's cannot be made";
+}
+
 TEST_F(DayFoldersTest, WhatIsDeletedWhileTheProgramRunsIsMadeAgain) {
   for (const std::string& gone : {kDayPath + "\\Record", kDayPath, kFolder + "\\Daily"}) {
     folders.CreateDayFolders(run.clock.Now());
