@@ -22,18 +22,16 @@ class Recorder {
 
   std::string RecordingName;    // base name of the last start
   std::string ForcedEndSuffix;  // appended to the final name; cleared at each followed call
-  std::int32_t RecordingBytesPerSecond = 0;
 
-  // Always 0. The arguments are decimal texts.
-  std::int32_t StartRecording(const std::string& name, const std::string& channels,
-                              const std::string& bits_per_sample,
-                              const std::string& samples_per_second);
+  // 16 bits, mono, 22050 samples a second.
+  void StartRecording(const std::string& name);
+  // Only after a start.
   void StopRecording();
 
  private:
-  void Step(const std::string& command, const char* suffix);
-  void QueryRecordingFormat();
-  void FinaliseRecording(const std::string& folder);
+  void Step(const MciCommand& command, const char* suffix);
+  [[nodiscard]] std::int32_t QueryRecordingFormat();
+  void FinaliseRecording(const std::string& folder, std::int32_t bytes_per_second);
 
   Mci& mci_;
   Files& files_;

@@ -1,8 +1,7 @@
-// MCI commands as the system carries them out, with what its waveaudio device conceals. All
-// commands of one object belong to one thread: the system knows an alias only there.
+// The system's waveaudio device, as MCI carries out its commands. All commands of one object belong
+// to one thread: the system knows an alias only there.
 #pragma once
 
-#include <set>
 #include <string>
 
 #include "record/mci.h"
@@ -11,24 +10,19 @@ namespace corvane {
 
 class WaveDevice {
  public:
-  WaveDevice() = default;
-  // Closes what is open.
+  // The device goes by `alias` among those of this program.
+  explicit WaveDevice(std::string alias);
+  // Closes the device if it is open.
   ~WaveDevice();
   WaveDevice(const WaveDevice&) = delete;
   WaveDevice& operator=(const WaveDevice&) = delete;
 
   // May hang for ever.
-  Mci::Reply Send(const std::string& command, unsigned reply_length);
+  Mci::Reply Send(const MciCommand& command, unsigned reply_length);
 
  private:
-  void KeepDriver();
-  [[nodiscard]] std::set<unsigned long> DriverThreads() const;
-  void AwaitRecordingThread() const;
-
-  void* driver_ = nullptr;
-  std::string open_alias_;
-  std::set<unsigned long> earlier_threads_;  // of the driver, when the recording began
-  bool begun_ = false;                       // "record" was reported as done
+  const std::string alias_;
+  bool open_ = false;
 };
 
 }  // namespace corvane

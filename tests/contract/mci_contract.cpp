@@ -15,28 +15,28 @@ constexpr unsigned kReplyLength = 1024;
 
 class MciContract : public ::testing::Test {
  protected:
-  void TearDown() override { mci_.Send("close all", 0); }
+  void TearDown() override { mci_.Send(MciCommand::CloseAll(), 0); }
 
-  void Do(const std::string& command) {
+  void Do(const MciCommand& command) {
     const Mci::Reply reply = mci_.Send(command, kReplyLength);
-    EXPECT_EQ(reply.error, 0U) << command << ": " << mci_.ErrorText(reply.error);
+    EXPECT_EQ(reply.error, 0U) << command.Text() << ": " << mci_.ErrorText(reply.error);
   }
-  void Fails(const std::string& command) {
+  void Fails(const MciCommand& command) {
     const Mci::Reply reply = mci_.Send(command, kReplyLength);
-    EXPECT_NE(reply.error, 0U) << command;
-    EXPECT_NE(mci_.ErrorText(reply.error), "") << command;
+    EXPECT_NE(reply.error, 0U) << command.Text();
+    EXPECT_NE(mci_.ErrorText(reply.error), "") << command.Text();
   }
   std::string Status(const std::string& item) {
-    return mci_.Send("status recsound " + item, 255).text;
+    return mci_.Send(MciCommand::Status(item), 255).text;
   }
   void Open() {
-    Do("open new Type waveaudio Alias recsound");
-    Do("set recsound time format ms");
-    Do("set recsound format tag pcm");
-    Do("set recsound channels 1");
-    Do("set recsound samplespersec 22050");
-    Do("set recsound bitspersample 16");
-    Do("set recsound alignment 2");
+    Do(MciCommand::Open());
+    Do(MciCommand::Set("time format ms"));
+    Do(MciCommand::Set("format tag pcm"));
+    Do(MciCommand::Set("channels 1"));
+    Do(MciCommand::Set("samplespersec 22050"));
+    Do(MciCommand::Set("bitspersample 16"));
+    Do(MciCommand::Set("alignment 2"));
   }
   // A device may be late with its first piece of sound.
   void AwaitSound() {
@@ -48,16 +48,16 @@ class MciContract : public ::testing::Test {
   }
   void RecordTo(const std::string& path, int ms) {
     Open();
-    Do("record recsound");
+    Do(MciCommand::Record());
     world_->Pass(ms);
     AwaitSound();
-    Do("stop recsound");
-    Do("save recsound \"" + path + "\"");
+    Do(MciCommand::Stop());
+    Do(MciCommand::Save(path));
     EXPECT_EQ(Status("channels"), "1");
     EXPECT_EQ(Status("bitspersample"), "16");
     EXPECT_EQ(Status("samplespersec"), "22050");
-    Do("close recsound");
-    mci_.Send("close all", 0);
+    Do(MciCommand::Close());
+    mci_.Send(MciCommand::CloseAll(), 0);
   }
   static std::uint32_t Little(const std::string& bytes, std::size_t at, std::size_t size) {
     std::uint32_t value = 0;
@@ -113,40 +113,40 @@ TEST_F(MciContract, RecordsManyShortOnesInARow) {
 }
 
 TEST_F(MciContract, CommandsForADeviceThatIsNotOpenFail) {
-  mci_.Send("close all", 0);
-  Fails("set recsound channels 1");
-  Fails("record recsound");
-  Fails("stop recsound");
-  Fails("save recsound \"" + world_->folder() + "\\x.wav\"");
-  Fails("status recsound channels");
-  Fails("close recsound");
+  mci_.Send(MciCommand::CloseAll(), 0);
+  Fails(MciCommand::Set("channels 1"));
+  Fails(MciCommand::Record());
+  Fails(MciCommand::Stop());
+  Fails(MciCommand::Save(world_->folder() + "\\x.wav"));
+  Fails(MciCommand::Status("channels"));
+  Fails(MciCommand::Close());
 }
 
 TEST_F(MciContract, AnAliasInUseIsRefusedUntilAllIsClosed) {
   Open();
-  Fails("open new Type waveaudio Alias recsound");
-  mci_.Send("close all", 0);
-  Do("open new Type waveaudio Alias recsound");
+  Fails(MciCommand::Open());
+  mci_.Send(MciCommand::CloseAll(), 0);
+  Do(MciCommand::Open());
 }
 
 TEST_F(MciContract, NonsenseIsRefused) {
-  Fails("dance recsound");
-  Fails("open new Type nosuchdevice Alias recsound");
+  Fails(MciCommand::Raw("dance recsound"));
+  Fails(MciCommand::Raw("open new Type nosuchdevice Alias recsound"));
   Open();
-  Fails("set recsound channels many");
+  Fails(MciCommand::Set("channels many"));
 }
 
 TEST_F(MciContract, SavingIntoAFolderThatIsNotThereFails) {
   Open();
-  Do("record recsound");
+  Do(MciCommand::Record());
   world_->Pass(1500);
-  Do("stop recsound");
-  Fails("save recsound \"" + world_->folder() + "\\no folder\\x.wav\"");
+  Do(MciCommand::Stop());
+  Fails(MciCommand::Save(world_->folder() + "\\no folder\\x.wav"));
 }
 
 TEST_F(MciContract, WithoutAReplyLengthThereIsNoReply) {
   Open();
-  EXPECT_EQ(mci_.Send("status recsound channels", 0).text, "");
+  EXPECT_EQ(mci_.Send(MciCommand::Status("channels"), 0).text, "");
 }
 
 }  // namespace

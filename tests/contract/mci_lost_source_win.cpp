@@ -22,28 +22,28 @@ constexpr int kGood_ms = 1100;
 
 class MciLostSource : public ::testing::Test {
  protected:
-  [[nodiscard]] unsigned Send(const std::string& command) {
+  [[nodiscard]] unsigned Send(const MciCommand& command) {
     return mci_.Send(command, kReplyLength).error;
   }
   void Begin() {
-    mci_.Send("close all", 0);
-    for (const char* command :
-         {"open new Type waveaudio Alias recsound", "set recsound time format ms",
-          "set recsound format tag pcm", "set recsound channels 1",
-          "set recsound samplespersec 22050", "set recsound bitspersample 16",
-          "set recsound alignment 2", "record recsound"}) {
+    mci_.Send(MciCommand::CloseAll(), 0);
+    for (const MciCommand& command :
+         {MciCommand::Open(), MciCommand::Set("time format ms"), MciCommand::Set("format tag pcm"),
+          MciCommand::Set("channels 1"), MciCommand::Set("samplespersec 22050"),
+          MciCommand::Set("bitspersample 16"), MciCommand::Set("alignment 2"),
+          MciCommand::Record()}) {
       const unsigned error = Send(command);
-      EXPECT_EQ(error, 0U) << command << ": " << mci_.ErrorText(error);
+      EXPECT_EQ(error, 0U) << command.Text() << ": " << mci_.ErrorText(error);
     }
   }
   [[nodiscard]] int Recorded_ms() {
-    return ParseShown<int>(mci_.Send("status recsound position", kReplyLength).text).value_or(0);
+    return ParseShown<int>(mci_.Send(MciCommand::Status("position"), kReplyLength).text).value_or(0);
   }
   // -> what "save" answered.
   unsigned End() {
-    const unsigned saved = Send("save recsound \"" + path_ + "\"");
-    (void)Send("close recsound");
-    mci_.Send("close all", 0);
+    const unsigned saved = Send(MciCommand::Save(path_));
+    (void)Send(MciCommand::Close());
+    mci_.Send(MciCommand::CloseAll(), 0);
     return saved;
   }
 
@@ -61,7 +61,7 @@ TEST_F(MciLostSource, IsGivenUpWithinTheLimitAndTheNextRecordingIsGood) {
     ASSERT_TRUE(source.Take()) << "the sound source cannot be taken away here";
     world_->Pass(1000);
     const auto begin = std::chrono::steady_clock::now();
-    const unsigned stopped = Send("stop recsound");
+    const unsigned stopped = Send(MciCommand::Stop());
     EXPECT_NE(stopped, 0U);
     EXPECT_NE(mci_.ErrorText(stopped), "");
     EXPECT_NE(End(), 0U);
@@ -73,7 +73,7 @@ TEST_F(MciLostSource, IsGivenUpWithinTheLimitAndTheNextRecordingIsGood) {
     ASSERT_TRUE(source.Bring());
     Begin();
     EXPECT_TRUE(desktop::WaitFor([this] { return Recorded_ms() >= kGood_ms; }, kPatienceMs));
-    EXPECT_EQ(Send("stop recsound"), 0U);
+    EXPECT_EQ(Send(MciCommand::Stop()), 0U);
     EXPECT_EQ(End(), 0U);
     ASSERT_EQ(world_->files().ReadAll(path_, wav), kFileOk);
     EXPECT_GT(wav.size(), 44U + 44100U);

@@ -37,15 +37,15 @@ int GroupOf(int number) {
 double StartDelay_s(Mci& mci) {
   using Clock = std::chrono::steady_clock;
   const auto position_ms = [&mci] {
-    return ParseShown<int>(mci.Send("status recsound position", 255).text).value_or(0);
+    return ParseShown<int>(mci.Send(MciCommand::Status("position"), 255).text).value_or(0);
   };
-  for (const char* command :
-       {"close all", "open new Type waveaudio Alias recsound", "set recsound time format ms",
-        "set recsound channels 1", "set recsound samplespersec 22050",
-        "set recsound bitspersample 16", "set recsound alignment 2"}) {
+  for (const MciCommand& command :
+       {MciCommand::CloseAll(), MciCommand::Open(), MciCommand::Set("time format ms"),
+        MciCommand::Set("channels 1"), MciCommand::Set("samplespersec 22050"),
+        MciCommand::Set("bitspersample 16"), MciCommand::Set("alignment 2")}) {
     mci.Send(command, 0);
   }
-  EXPECT_EQ(mci.Send("record recsound", 0).error, 0u);
+  EXPECT_EQ(mci.Send(MciCommand::Record(), 0).error, 0u);
   const Clock::time_point begin = Clock::now();
   double least_s = kLongestStartDelay_s;
   int before_ms = 0;
@@ -58,8 +58,8 @@ double StartDelay_s(Mci& mci) {
     least_s = std::min(least_s, since.count() - now_ms / 1000.0);
     before_ms = now_ms;
   }
-  mci.Send("stop recsound", 0);
-  mci.Send("close all", 0);
+  mci.Send(MciCommand::Stop(), 0);
+  mci.Send(MciCommand::CloseAll(), 0);
   return least_s;
 }
 

@@ -2,7 +2,6 @@
 #include "sim/sim_mci.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "base/number_text.h"
 #include "base/text.h"
@@ -10,14 +9,6 @@
 namespace corvane::sim {
 
 namespace {
-
-std::string Lower(std::string_view text) {
-  std::string lower(text);
-  std::ranges::transform(lower, lower.begin(), [](char c) {
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  });
-  return lower;
-}
 
 // Takes the first word of `text` and the blanks behind it.
 std::string TakeWord(std::string_view& text) {
@@ -48,12 +39,14 @@ const std::map<unsigned, std::string>& ErrorTexts() {
 
 }  // namespace
 
-Mci::Reply SimMci::Send(const std::string& command, unsigned reply_length) {
+Mci::Reply SimMci::Send(const MciCommand& command, unsigned reply_length) {
+  const std::string text = command.Text();
+  if (on_send_) on_send_(text);
   Reply reply;
   const auto failing = std::ranges::find_if(
-      failing_, [&](const auto& entry) { return command.starts_with(entry.first); });
-  reply.error = failing != failing_.end() ? failing->second : Run(command, reply.text);
-  commands_.push_back({command, reply.error});
+      failing_, [&](const auto& entry) { return text.starts_with(entry.first); });
+  reply.error = failing != failing_.end() ? failing->second : Run(text, reply.text);
+  commands_.push_back({text, reply.error, reply_length});
   // The buffer holds the end of the text as well.
   reply.text.resize(
       std::min<std::size_t>(reply.text.size(), reply_length == 0 ? 0 : reply_length - 1));
@@ -79,8 +72,8 @@ unsigned SimMci::OrderFault(unsigned error) {
 }
 
 unsigned SimMci::Run(std::string_view command, std::string& reply) {
-  const std::string verb = Lower(TakeWord(command));
-  if (verb == "close" && Lower(command) == "all") {
+  const std::string verb = Lowered(TakeWord(command));
+  if (verb == "close" && Lowered(command) == "all") {
     device_.reset();
     return 0;
   }
@@ -107,23 +100,24 @@ unsigned SimMci::Run(std::string_view command, std::string& reply) {
 
 bool SimMci::TakeAlias(std::string_view& rest) const {
   const std::string alias = TakeWord(rest);
-  return device_ && Lower(alias) == device_->alias;
+  return device_ && Lowered(alias) == device_->alias;
 }
 
 unsigned SimMci::Open(std::string_view rest) {
-  if (Lower(TakeWord(rest)) != "new" || Lower(TakeWord(rest)) != "type" ||
-      Lower(TakeWord(rest)) != "waveaudio" || Lower(TakeWord(rest)) != "alias" || rest.empty()) {
+  if (Lowered(TakeWord(rest)) != "new" || Lowered(TakeWord(rest)) != "type" ||
+      Lowered(TakeWord(rest)) != "waveaudio" || Lowered(TakeWord(rest)) != "alias" ||
+      rest.empty()) {
     return OrderFault(kMciUnrecognizedCommand);
   }
   if (device_) return OrderFault(kMciDuplicateAlias);
   device_.emplace();
-  device_->alias = Lower(rest);
+  device_->alias = Lowered(rest);
   return 0;
 }
 
 unsigned SimMci::Set(std::string_view rest) {
   if (device_->recording_since) return OrderFault(kMciNonApplicable);
-  const std::string text = Lower(rest);
+  const std::string text = Lowered(rest);
   if (text == "time format ms" || text == "format tag pcm") return 0;
   const std::string item = TakeWord(rest);
   int Device::*field = nullptr;
@@ -158,7 +152,7 @@ unsigned SimMci::Save(std::string_view rest) {
 }
 
 unsigned SimMci::Status(std::string_view rest, std::string& reply) {
-  const std::string item = Lower(rest);
+  const std::string item = Lowered(rest);
   const std::int64_t running_ms =
       device_->recording_since ? loop_.TickMs() - *device_->recording_since : 0;
   const std::map<std::string, std::string> truth = {

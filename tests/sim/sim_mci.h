@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -34,11 +35,13 @@ class SimMci : public Mci {
 
   SimMci(const Loop& loop, Files& files) : loop_(loop), files_(files) {}
 
-  Reply Send(const std::string& command, unsigned reply_length) override;
+  Reply Send(const MciCommand& command, unsigned reply_length) override;
   [[nodiscard]] std::string ErrorText(unsigned error) override;
 
   // Commands that begin with `prefix` fail with `error` and have no effect; 0 ends that.
   void FailCommand(const std::string& prefix, unsigned error);
+  // Is called with each command's text, before it has any effect.
+  void SetOnSend(std::function<void(const std::string& text)> hook) { on_send_ = std::move(hook); }
   // What "status recsound `item`" answers instead of the truth.
   void SetStatus(const std::string& item, const std::string& reply) { status_[item] = reply; }
   // The average byte rate that saved files carry: wrong, as some drivers write it.
@@ -47,6 +50,7 @@ class SimMci : public Mci {
   struct Command {
     std::string text;
     unsigned error = 0;
+    unsigned reply_length = 0;
     bool operator==(const Command&) const = default;
   };
   // Everything sent so far, oldest first.
@@ -81,6 +85,7 @@ class SimMci : public Mci {
   const Loop& loop_;
   Files& files_;
   std::optional<Device> device_;
+  std::function<void(const std::string&)> on_send_;
   std::map<std::string, unsigned> failing_;
   std::map<std::string, std::string> status_;
   std::optional<std::uint32_t> written_byte_rate_ = 11025;

@@ -13,7 +13,11 @@ namespace {
 
 class SimMciTest : public ::testing::Test {
  protected:
-  unsigned Send(const std::string& command) { return mci_.Send(command, 1024).error; }
+  // The device itself is spoken to: text by text, as the system takes it.
+  unsigned Send(const std::string& text) { return Ask(text, 1024).error; }
+  Mci::Reply Ask(const std::string& text, unsigned reply_length) {
+    return mci_.Send(MciCommand::Raw(text), reply_length);
+  }
   void Open() {
     ASSERT_EQ(Send("open new Type waveaudio Alias recsound"), 0U);
     for (const std::string setting : {"time format ms", "format tag pcm", "channels 1",
@@ -79,7 +83,18 @@ TEST_F(SimMciTest, AGivenFailureHasNoEffectOnTheDevice) {
   EXPECT_FALSE(mci_.recording());
   mci_.FailCommand("record", 0);
   EXPECT_EQ(Send("record recsound"), 0U);
-  EXPECT_EQ(mci_.commands().back(), (SimMci::Command{"record recsound", 0}));
+  EXPECT_EQ(mci_.commands().back(), (SimMci::Command{"record recsound", 0, 1024}));
+}
+
+TEST_F(SimMciTest, AHookSeesEachCommandBeforeItsEffect) {
+  bool open = true;
+  mci_.SetOnSend([&](const std::string& text) {
+    EXPECT_EQ(text, "open new Type waveaudio Alias recsound");
+    open = mci_.open();
+  });
+  mci_.Send(MciCommand::Open(), 0);
+  EXPECT_FALSE(open);
+  EXPECT_TRUE(mci_.open());
 }
 
 TEST_F(SimMciTest, ADiskThatIsFullFailsTheSave) {
@@ -100,21 +115,21 @@ TEST_F(SimMciTest, APathWithABlankNeedsItsQuotationMarks) {
 
 TEST_F(SimMciTest, StatusRepliesCanBeGivenAndAreCutAtTheBuffer) {
   Open();
-  EXPECT_EQ(mci_.Send("status recsound samplespersec", 255).text, "22050");
-  EXPECT_EQ(mci_.Send("status recsound samplespersec", 4).text, "220");
+  EXPECT_EQ(Ask("status recsound samplespersec", 255).text, "22050");
+  EXPECT_EQ(Ask("status recsound samplespersec", 4).text, "220");
   mci_.SetStatus("channels", "2");
-  EXPECT_EQ(mci_.Send("status recsound channels", 255).text, "2");
+  EXPECT_EQ(Ask("status recsound channels", 255).text, "2");
 }
 
 TEST_F(SimMciTest, ThePositionGoesOnWhileItRecords) {
   Open();
-  EXPECT_EQ(mci_.Send("status recsound position", 255).text, "0");
+  EXPECT_EQ(Ask("status recsound position", 255).text, "0");
   Send("record recsound");
   loop_.Sleep(50);
-  EXPECT_EQ(mci_.Send("status recsound position", 255).text, "50");
+  EXPECT_EQ(Ask("status recsound position", 255).text, "50");
   Send("stop recsound");
   loop_.Sleep(50);
-  EXPECT_EQ(mci_.Send("status recsound position", 255).text, "50");
+  EXPECT_EQ(Ask("status recsound position", 255).text, "50");
 }
 
 }  // namespace

@@ -96,8 +96,8 @@ class MemoryFiles : public Files {
 class FakeMci : public Mci {
  public:
   std::vector<std::string> commands;
-  Reply Send(const std::string& command, unsigned) override {
-    commands.push_back(command);
+  Reply Send(const MciCommand& command, unsigned) override {
+    commands.push_back(command.Text());
     return {};
   }
   std::string ErrorText(unsigned) override { return {}; }

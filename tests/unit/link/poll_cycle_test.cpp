@@ -205,7 +205,7 @@ TEST_F(PollCycleTest, ALinkThatIsUpLeavesTheDisplayAlone) {
 
 TEST_F(PollCycleTest, TheResetStopsARecording) {
   folders.CreateDayFolders(clock.Now());
-  recorder.StartRecording("142305_1207_9001", "1", "16", "22050");
+  recorder.StartRecording("142305_1207_9001");
   recorder.RecordingActive = true;
   ShowRecording(form, true);
   mci.commands.clear();

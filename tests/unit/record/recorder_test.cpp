@@ -1,15 +1,17 @@
-// The recorder against a device that does what a test says, with files kept in memory; and against
-// the simulated device and real files.
+// The recorder on the simulated device, which knows in which order commands make sense, and on
+// simulated files.
 #include "record/recorder.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "sim/no_sink.h"
 #include "sim/sim_files.h"
 #include "sim/sim_loop.h"
 #include "sim/sim_mci.h"
@@ -17,311 +19,243 @@
 namespace corvane {
 namespace {
 
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class NullSink : public ControlSink {
- public:
-  void Changed(const Control&, Field) override {}
-  void ListChanged(ListBox&, ListChange, std::size_t) override {}
-  void FocusWanted(const Control&) override {}
-};
-
-class MapFiles : public Files {
- public:
-  [[nodiscard]] bool Exists(const std::string& path) override { return content.contains(path); }
-  [[nodiscard]] bool IsDirectory(const std::string&) override { return false; }
-  [[nodiscard]] FileError MakeDirectory(const std::string&) override { return kPathAccess; }
-  [[nodiscard]] FileError Delete(const std::string& path) override {
-    if (delete_error != kFileOk) return delete_error;
-    return content.erase(path) == 1 ? kFileOk : kFileNotFound;
-  }
-  [[nodiscard]] FileError Rename(const std::string& from, const std::string& to) override {
-    if (!content.contains(from)) return kFileNotFound;
-    if (content.contains(to)) return kFileExists;
-    content[to] = std::exchange(content[from], {});
-    content.erase(from);
-    return kFileOk;
-  }
-  [[nodiscard]] FileError MoveOver(const std::string&, const std::string&) override {
-    return kPathAccess;
-  }
-  [[nodiscard]] FileError ReadAll(const std::string&, std::string&) override { return kPathAccess; }
-  [[nodiscard]] FileError WriteAll(const std::string&, std::string_view) override {
-    return kPathAccess;
-  }
-  [[nodiscard]] FileError Append(const std::string&, std::string_view) override {
-    return kPathAccess;
-  }
-  [[nodiscard]] FileError Patch(const std::string& path, std::uint32_t offset,
-                                std::string_view bytes) override {
-    if (patch_error != kFileOk) return patch_error;
-    std::string& file = content[path];
-    if (file.size() < offset + bytes.size()) file.resize(offset + bytes.size());
-    file.replace(offset, bytes.size(), bytes);
-    return kFileOk;
-  }
-
-  std::map<std::string, std::string> content;
-  FileError patch_error = kFileOk;
-  FileError delete_error = kFileOk;
-};
-
-// Fails what `errors` names, answers what `replies` names, and lets a successful "save" write a
-// file of 0xEE bytes.
-class ScriptedMci : public Mci {
- public:
-  explicit ScriptedMci(MapFiles& files) : files_(files) {}
-
-  Reply Send(const std::string& command, unsigned reply_length) override {
-    commands.push_back(command);
-    lengths[command] = reply_length;
-    if (on_send) on_send(command);
-    if (const auto error = errors.find(command); error != errors.end()) return {error->second, ""};
-    const std::string save = "save recsound \"";
-    if (command.starts_with(save)) {
-      files_.content[command.substr(save.size(), command.size() - save.size() - 1)] =
-          std::string(50, '\xEE');
-    }
-    const auto reply = replies.find(command);
-    return {0, reply == replies.end() ? std::string() : reply->second};
-  }
-  [[nodiscard]] std::string ErrorText(unsigned error) override {
-    return "Failure " + std::to_string(error);
-  }
-
-  std::vector<std::string> commands;
-  std::map<std::string, unsigned> lengths;
-  std::map<std::string, unsigned> errors;
-  std::map<std::string, std::string> replies = {
-      {"status recsound channels", "1"},
-      {"status recsound bitspersample", "16"},
-      {"status recsound samplespersec", "22050"},
-      {"status recsound bytespersec", "1"},
-  };
-  std::function<void(const std::string&)> on_send;
-
- private:
-  MapFiles& files_;
-};
+// Every byte of the header's rate field is to be seen changed or unchanged.
+constexpr std::uint32_t kWrittenRate = 0xEEEEEEEE;
 
 class RecorderTest : public ::testing::Test {
  protected:
-  void Start(const std::string& name = "143005_1234_5010") {
-    EXPECT_EQ(recorder.StartRecording(name, "1", "16", "22050"), 0);
-    recorder.RecordingActive = true;
+  RecorderTest() {
+    files.PutDirectory(folder + "\\Record");
+    mci.SetWrittenByteRate(kWrittenRate);
   }
+  void Start(const std::string& name = "143005_1234_5010") { recorder.StartRecording(name); }
   void Stop() {
+    loop.Sleep(1500);
     recorder.StopRecording();
-    recorder.RecordingActive = false;
+  }
+  void Record(const std::string& name = "143005_1234_5010") {
+    Start(name);
+    Stop();
   }
   // Header bytes 29 to 32, counted from 1.
-  static std::string ByteRateField(const std::string& file) { return file.substr(28, 4); }
+  [[nodiscard]] std::string ByteRateField(const std::string& path) const {
+    return files.Content(path).value_or("").substr(28, 4);
+  }
   [[nodiscard]] const std::vector<std::string>& StatusLog() const {
     return form.lstStatusLog.items();
   }
+  [[nodiscard]] std::vector<std::string> Commands() const {
+    std::vector<std::string> texts;
+    for (const sim::SimMci::Command& command : mci.commands()) texts.push_back(command.text);
+    return texts;
+  }
+  [[nodiscard]] std::vector<std::string> Recordings() const { return files.List(folder); }
 
-  const std::string kRecords = "C:\\My Corvane\\Daily\\20261115\\Record\\";
-  const std::string kTemporary = kRecords + "newTmp.wav";
-  const std::string kFinal = kRecords + "143005_1234_5010.wav";
-
-  NullSink sink;
+  sim::NoSink sink;
   Form1 form{sink};
-  MapFiles files;
-  ScriptedMci mci{files};
+  sim::SimLoop loop;
+  sim::SimFiles files;
+  sim::SimMci mci{loop, files};
   std::string folder = "C:\\My Corvane\\Daily\\20261115";
+  const std::string kTemporary = folder + "\\Record\\newTmp.wav";
+  const std::string kFinal = folder + "\\Record\\143005_1234_5010.wav";
   Recorder recorder{mci, files, form, [this] { return folder; }};
 };
 
 TEST_F(RecorderTest, StartSendsTheCommandsInOrder) {
   Start();
-  EXPECT_THAT(
-      mci.commands,
-      ElementsAre("close all", "open new Type waveaudio Alias recsound",
-                  "set recsound time format ms", "set recsound format tag pcm",
-                  "set recsound channels 1", "set recsound samplespersec 22050",
-                  "set recsound bitspersample 16", "set recsound alignment 2", "record recsound"));
+  EXPECT_THAT(Commands(), ElementsAre("close all", "open new Type waveaudio Alias recsound",
+                                      "set recsound time format ms", "set recsound format tag pcm",
+                                      "set recsound channels 1", "set recsound samplespersec 22050",
+                                      "set recsound bitspersample 16", "set recsound alignment 2",
+                                      "record recsound"));
   EXPECT_THAT(StatusLog(), IsEmpty());
-  EXPECT_EQ(recorder.RecordingBytesPerSecond, 44100);
-}
-
-TEST_F(RecorderTest, NameIsStoredBeforeTheFirstCommand) {
-  std::string name_at_first_command;
-  mci.on_send = [&](const std::string& command) {
-    if (command == "close all") name_at_first_command = recorder.RecordingName;
-  };
-  Start("1_2_3");
-  EXPECT_EQ(name_at_first_command, "1_2_3");
-}
-
-TEST_F(RecorderTest, StartLeavesTheActiveFlagToItsCaller) {
-  recorder.StartRecording("n", "1", "16", "22050");
-  EXPECT_FALSE(recorder.RecordingActive);
-  recorder.RecordingActive = true;
-  recorder.StopRecording();
-  EXPECT_TRUE(recorder.RecordingActive);
-}
-
-struct AlignmentCase {
-  const char* channels;
-  const char* bits;
-  const char* rate;
-  const char* alignment;
-  std::int32_t bytes_per_second;
-};
-
-class RecorderAlignment : public RecorderTest,
-                          public ::testing::WithParamInterface<AlignmentCase> {};
-
-TEST_P(RecorderAlignment, AlignmentAndByteRateComeFromTheArguments) {
-  const AlignmentCase& given = GetParam();
-  recorder.StartRecording("n", given.channels, given.bits, given.rate);
-  EXPECT_THAT(mci.commands, Contains(std::string("set recsound alignment ") + given.alignment));
-  EXPECT_EQ(recorder.RecordingBytesPerSecond, given.bytes_per_second);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Formats, RecorderAlignment,
-    ::testing::Values(AlignmentCase{"1", "16", "22050", "2", 44100},
-                      AlignmentCase{"2", "16", "44100", "4", 176400},
-                      AlignmentCase{"1", "8", "8000", "1", 8000},
-                      // Halves go to the even neighbour.
-                      AlignmentCase{"1", "12", "1", "2", 2}, AlignmentCase{"1", "20", "1", "2", 2},
-                      // What is no number, or too large, counts as 0.
-                      AlignmentCase{"x", "16", "22050", "0", 0},
-                      AlignmentCase{"1", "", "22050", "0", 0},
-                      AlignmentCase{"2147483647", "2147483647", "2147483647", "0", 0}));
-
-struct FailureCase {
-  const char* command;
-  const char* line;
-};
-
-class RecorderStartFailure : public RecorderTest,
-                             public ::testing::WithParamInterface<FailureCase> {};
-
-TEST_P(RecorderStartFailure, FailedStepAddsOneLineAndTheSequenceGoesOn) {
-  mci.errors[GetParam().command] = 263;
-  Start();
-  EXPECT_THAT(StatusLog(), ElementsAre(GetParam().line));
-  EXPECT_EQ(mci.commands.size(), 9u);
-  EXPECT_EQ(mci.commands.back(), "record recsound");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    EveryStep, RecorderStartFailure,
-    ::testing::Values(
-        FailureCase{"open new Type waveaudio Alias recsound", "Failure 263 Error"},
-        FailureCase{"set recsound time format ms", "Failure 263 Error (time format)"},
-        FailureCase{"set recsound format tag pcm", "Failure 263 Error (format tag)"},
-        FailureCase{"set recsound channels 1", "Failure 263 Error (channels)"},
-        FailureCase{"set recsound samplespersec 22050", "Failure 263 Error (samples/sec)"},
-        FailureCase{"set recsound bitspersample 16", "Failure 263 Error (bits/sample)"},
-        FailureCase{"set recsound alignment 2", "Failure 263 Error (block align)"},
-        FailureCase{"record recsound", "Failure 263 Error (record)"}));
-
-TEST_F(RecorderTest, TwoFailuresGiveTwoLines) {
-  mci.errors = {{"open new Type waveaudio Alias recsound", 1}, {"record recsound", 2}};
-  Start();
-  EXPECT_THAT(StatusLog(), ElementsAre("Failure 1 Error", "Failure 2 Error (record)"));
-}
-
-TEST_F(RecorderTest, CloseAllMayFailUnnoticed) {
-  mci.errors["close all"] = 5;
-  Start();
-  Stop();
-  EXPECT_THAT(StatusLog(), IsEmpty());
-  EXPECT_TRUE(files.content.contains(kFinal));
+  EXPECT_TRUE(mci.recording());
 }
 
 TEST_F(RecorderTest, StopSendsTheCommandsInOrder) {
   Start();
-  mci.commands.clear();
+  mci.ForgetCommands();
   Stop();
-  EXPECT_THAT(mci.commands,
+  EXPECT_THAT(Commands(),
               ElementsAre("stop recsound", "save recsound \"" + kTemporary + "\"",
                           "status recsound channels", "status recsound bitspersample",
                           "status recsound samplespersec", "status recsound bytespersec",
                           "close recsound", "close all"));
   EXPECT_THAT(StatusLog(), IsEmpty());
+  EXPECT_EQ(mci.order_faults(), 0);
+  EXPECT_FALSE(mci.open());
 }
 
-TEST_F(RecorderTest, FailedStopSaveAndCloseAreReportedEach) {
-  Start();
-  mci.errors = {
-      {"stop recsound", 1}, {"save recsound \"" + kTemporary + "\"", 2}, {"close recsound", 3}};
-  Stop();
-  EXPECT_THAT(StatusLog(), ElementsAre("Failure 1 Error (stop)", "Failure 2 Error (save)",
-                                       "Failure 3 Error (close)"));
-  EXPECT_EQ(mci.commands.back(), "close all");
+TEST_F(RecorderTest, NameIsStoredBeforeTheFirstCommand) {
+  std::string name_at_first_command;
+  mci.SetOnSend([&](const std::string& command) {
+    if (command == "close all") name_at_first_command = recorder.RecordingName;
+  });
+  Start("1_2_3");
+  EXPECT_EQ(name_at_first_command, "1_2_3");
+}
+
+// By the first words of a command, what stands behind the error's text in the status log.
+const std::map<std::string_view, std::string>& Suffixes() {
+  static const std::map<std::string_view, std::string> suffixes = {
+      {"open", " Error"},
+      {"set recsound time format", " Error (time format)"},
+      {"set recsound format tag", " Error (format tag)"},
+      {"set recsound channels", " Error (channels)"},
+      {"set recsound samplespersec", " Error (samples/sec)"},
+      {"set recsound bitspersample", " Error (bits/sample)"},
+      {"set recsound alignment", " Error (block align)"},
+      {"record", " Error (record)"},
+      {"stop", " Error (stop)"},
+      {"save", " Error (save)"},
+      {"close recsound", " Error (close)"}};
+  return suffixes;
+}
+
+// One line for each command that failed, in their order. A device refuses more than the test told
+// it to: what is not open cannot be set.
+class RecorderFailure : public RecorderTest, public ::testing::WithParamInterface<const char*> {
+ protected:
+  [[nodiscard]] std::vector<std::string> ExpectedLines() {
+    std::vector<std::string> lines;
+    for (const sim::SimMci::Command& command : mci.commands()) {
+      const auto entry = std::ranges::find_if(
+          Suffixes(), [&](const auto& suffix) { return command.text.starts_with(suffix.first); });
+      if (command.error == 0 || entry == Suffixes().end()) continue;
+      lines.push_back(mci.ErrorText(command.error) + entry->second);
+    }
+    return lines;
+  }
+};
+
+TEST_P(RecorderFailure, EachFailedCommandAddsOneLineAndTheSequenceGoesOn) {
+  constexpr unsigned kNumber = 999;
+  mci.FailCommand(GetParam(), kNumber);
+  Record();
+  EXPECT_EQ(Commands().size(), 17U);
+  EXPECT_EQ(Commands().back(), "close all");
+  EXPECT_THAT(StatusLog(),
+              ::testing::Contains("MCI error 999" + Suffixes().at(GetParam())).Times(1));
+  EXPECT_EQ(StatusLog(), ExpectedLines());
+  EXPECT_EQ(Recordings().size(), 1U) << "it gets its name all the same";
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryStep, RecorderFailure,
+                         ::testing::Values("open", "set recsound time format",
+                                           "set recsound format tag", "set recsound channels",
+                                           "set recsound samplespersec",
+                                           "set recsound bitspersample", "set recsound alignment",
+                                           "record", "stop", "save", "close recsound"));
+
+TEST_F(RecorderTest, AFailureWithoutConsequencesIsOneLine) {
+  mci.FailCommand("set recsound time format", 263);
+  Record();
+  EXPECT_THAT(StatusLog(), ElementsAre(mci.ErrorText(263) + " Error (time format)"));
+}
+
+TEST_F(RecorderTest, TwoFailuresGiveTwoLines) {
+  mci.FailCommand("set recsound time format", 901);
+  mci.FailCommand("close recsound", 902);
+  Record();
+  EXPECT_THAT(StatusLog(),
+              ElementsAre("MCI error 901 Error (time format)", "MCI error 902 Error (close)"));
+}
+
+TEST_F(RecorderTest, CloseAllAndQuestionsMayFailUnnoticed) {
+  mci.FailCommand("close all", 5);
+  mci.FailCommand("status", 6);
+  Record();
+  EXPECT_THAT(StatusLog(), IsEmpty());
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\143005_1234_5010.wav"));
 }
 
 TEST_F(RecorderTest, ReplyBuffersHaveTheirSizes) {
-  Start();
-  Stop();
-  for (const auto& [command, length] : mci.lengths) {
-    const unsigned expected = command == "close all"           ? 0u
-                              : command.starts_with("status ") ? 255u
-                                                               : 1024u;
-    EXPECT_EQ(length, expected) << command;
+  Record();
+  for (const sim::SimMci::Command& command : mci.commands()) {
+    const unsigned expected = command.text == "close all"           ? 0U
+                              : command.text.starts_with("status ") ? 255U
+                                                                    : 1024U;
+    EXPECT_EQ(command.reply_length, expected) << command.text;
   }
-  EXPECT_EQ(mci.lengths.size(), 16u);
 }
 
 TEST_F(RecorderTest, FinishedRecordingHasItsNameAndItsByteRate) {
-  Start();
-  Stop();
-  ASSERT_EQ(files.content.size(), 1u);
-  ASSERT_TRUE(files.content.contains(kFinal));
-  const std::string& file = files.content[kFinal];
-  EXPECT_EQ(ByteRateField(file), std::string("\x44\xAC\x00\xEE", 4));
+  Record();
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\143005_1234_5010.wav"));
+  EXPECT_EQ(ByteRateField(kFinal), std::string("\x44\xAC\x00\xEE", 4));
 }
 
 TEST_F(RecorderTest, OnlyThreeBytesOfTheSavedFileChange) {
-  Start();
-  Stop();
-  std::string expected(50, '\xEE');
-  expected[28] = '\x44';
-  expected[29] = '\xAC';
-  expected[30] = '\x00';
-  EXPECT_EQ(files.content[kFinal], expected);
+  std::string saved;
+  mci.SetOnSend([&](const std::string& command) {
+    if (command.starts_with("status") && saved.empty()) saved = files.Content(kTemporary).value();
+  });
+  Record();
+  saved.replace(28, 3, std::string("\x44\xAC\x00", 3));
+  EXPECT_EQ(files.Content(kFinal), saved);
 }
 
 TEST_F(RecorderTest, StereoDoublesTheByteRate) {
   for (const char* reply : {"2", "", "stereo", " 1", "0"}) {
     SCOPED_TRACE(reply);
-    files.content.clear();
-    mci.replies["status recsound channels"] = reply;
-    Start();
-    Stop();
-    EXPECT_EQ(recorder.RecordingBytesPerSecond, 88200);
-    EXPECT_EQ(ByteRateField(files.content[kFinal]), std::string("\x88\x58\x01\xEE", 4));
+    files.Remove(kFinal);
+    mci.SetStatus("channels", reply);
+    Record();
+    EXPECT_EQ(ByteRateField(kFinal), std::string("\x88\x58\x01\xEE", 4));
   }
 }
 
 TEST_F(RecorderTest, ChannelsReplyThatBeginsWithOneIsMono) {
-  mci.replies["status recsound channels"] = "1 (mono)";
-  Start();
-  Stop();
-  EXPECT_EQ(recorder.RecordingBytesPerSecond, 44100);
+  mci.SetStatus("channels", "1 (mono)");
+  Record();
+  EXPECT_EQ(ByteRateField(kFinal), std::string("\x44\xAC\x00\xEE", 4));
 }
 
 TEST_F(RecorderTest, RepliesThatAreNoNumbersCountAsZero) {
-  mci.replies["status recsound samplespersec"] = "fast";
-  Start();
-  Stop();
-  EXPECT_EQ(ByteRateField(files.content[kFinal]), std::string("\x00\x00\x00\xEE", 4));
+  mci.SetStatus("samplespersec", "fast");
+  Record();
+  EXPECT_EQ(ByteRateField(kFinal), std::string("\x00\x00\x00\xEE", 4));
   EXPECT_THAT(StatusLog(), IsEmpty());
 }
 
+TEST_F(RecorderTest, HalvesOfAByteRateGoToTheEvenNeighbour) {
+  mci.SetStatus("bitspersample", "4");
+  for (const auto& [rate, byte] : std::map<std::string, char>{{"5", 2}, {"7", 4}, {"3", 2}}) {
+    SCOPED_TRACE(rate);
+    files.Remove(kFinal);
+    mci.SetStatus("samplespersec", rate);
+    Record();
+    EXPECT_EQ(ByteRateField(kFinal)[0], byte);
+  }
+}
+
+TEST_F(RecorderTest, AByteRateThatDoesNotFitCountsAsZero) {
+  mci.SetStatus("bitspersample", "2147483647");
+  mci.SetStatus("samplespersec", "2147483647");
+  Record();
+  EXPECT_EQ(ByteRateField(kFinal), std::string("\x00\x00\x00\xEE", 4));
+}
+
 TEST_F(RecorderTest, ByteRateOfMoreThanSixDigitsIsTakenFromItsFirstDigits) {
-  mci.replies["status recsound bitspersample"] = "8";
-  mci.replies["status recsound samplespersec"] = std::to_string(0x1234567);
-  Start();
-  Stop();
-  // "1234567": the last pair, the third and fourth digit, the first pair.
-  EXPECT_EQ(ByteRateField(files.content[kFinal]), std::string("\x67\x34\x12\xEE", 4));
+  mci.SetStatus("bitspersample", "8");
+  const std::map<std::int32_t, std::string> fields = {
+      // The last pair of digits, the third and fourth, the first pair.
+      {0x1234567, std::string("\x67\x34\x12\xEE", 4)},
+      {0x12345678, std::string("\x78\x34\x12\xEE", 4)},
+      {-2, std::string("\xFE\xFF\xFF\xEE", 4)},
+      {0xFFFFFF, std::string("\xFF\xFF\xFF\xEE", 4)},
+      {0x000123, std::string("\x23\x01\x00\xEE", 4)}};
+  for (const auto& [rate, field] : fields) {
+    SCOPED_TRACE(rate);
+    files.Remove(kFinal);
+    mci.SetStatus("samplespersec", std::to_string(rate));
+    Record();
+    EXPECT_EQ(ByteRateField(kFinal), field);
+  }
 }
 
 TEST_F(RecorderTest, ForcedEndWithTheDeleteBoxTickedLeavesNoFile) {
@@ -329,7 +263,7 @@ TEST_F(RecorderTest, ForcedEndWithTheDeleteBoxTickedLeavesNoFile) {
   Start();
   recorder.ForcedEndSuffix = "_call_forced_end";
   Stop();
-  EXPECT_THAT(files.content, IsEmpty());
+  EXPECT_THAT(Recordings(), IsEmpty());
   EXPECT_THAT(StatusLog(), IsEmpty());
 }
 
@@ -337,15 +271,13 @@ TEST_F(RecorderTest, ForcedEndWithTheDeleteBoxUntickedIsMarkedInTheName) {
   Start();
   recorder.ForcedEndSuffix = "_call_forced_end";
   Stop();
-  EXPECT_TRUE(files.content.contains(kRecords + "143005_1234_5010_call_forced_end.wav"));
-  EXPECT_EQ(files.content.size(), 1u);
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\143005_1234_5010_call_forced_end.wav"));
 }
 
 TEST_F(RecorderTest, DeleteBoxDoesNotConcernANormalEnd) {
   form.chkDeleteForcedCallEndFile.value = 1;
-  Start();
-  Stop();
-  EXPECT_TRUE(files.content.contains(kFinal));
+  Record();
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\143005_1234_5010.wav"));
 }
 
 TEST_F(RecorderTest, SuffixStaysUntilSomebodyClearsIt) {
@@ -357,166 +289,105 @@ TEST_F(RecorderTest, SuffixStaysUntilSomebodyClearsIt) {
   EXPECT_EQ(recorder.ForcedEndSuffix, "_call_forced_end");
   recorder.ForcedEndSuffix = "";
   Stop();
-  EXPECT_TRUE(files.content.contains(kRecords + "2_2_2.wav"));
+  EXPECT_TRUE(files.Content(folder + "\\Record\\2_2_2.wav").has_value());
 }
 
-TEST_F(RecorderTest, FailedSaveIsFinalisedAllTheSame) {
-  mci.errors["save recsound \"" + kTemporary + "\""] = 286;
-  Start();
-  Stop();
-  EXPECT_THAT(StatusLog(), ElementsAre("Failure 286 Error (save)"));
-  ASSERT_TRUE(files.content.contains(kFinal));
-  EXPECT_EQ(files.content[kFinal], std::string(28, '\0') + std::string("\x44\xAC\x00", 3));
+TEST_F(RecorderTest, FailedSaveIsFinalisedAsAFileOfThreeBytesBehindTheGap) {
+  mci.FailCommand("save", sim::kMciFileNotSaved);
+  Record();
+  EXPECT_THAT(StatusLog(), ElementsAre(mci.ErrorText(sim::kMciFileNotSaved) + " Error (save)"));
+  EXPECT_EQ(files.Content(kFinal), std::string(28, '\0') + std::string("\x44\xAC\x00", 3));
 }
 
-TEST_F(RecorderTest, NameThatIsTakenLeavesTheTemporaryFileAndOneLine) {
+TEST_F(RecorderTest, NameThatIsTakenKeepsTheFirstAndLeavesTheSecondUnnamed) {
+  Record();
+  const auto first = files.Content(kFinal);
   Start();
-  Stop();
-  const std::string first = files.content[kFinal];
-  Start();
-  Stop();
+  loop.Sleep(20);
+  recorder.StopRecording();
   EXPECT_THAT(StatusLog(), ElementsAre("Error saving recording [58]"));
-  EXPECT_EQ(files.content[kFinal], first);
-  EXPECT_TRUE(files.content.contains(kTemporary));
+  EXPECT_EQ(files.Content(kFinal), first);
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\143005_1234_5010.wav", "Record\\newTmp.wav"));
 }
 
 TEST_F(RecorderTest, LeftoverTemporaryFileIsOverwrittenByTheNextRecording) {
-  files.content[kTemporary] = "left over";
-  Start();
-  Stop();
-  EXPECT_FALSE(files.content.contains(kTemporary));
-  EXPECT_EQ(files.content[kFinal].size(), 50u);
+  files.Put(kTemporary, "left over");
+  Record();
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\143005_1234_5010.wav"));
+  EXPECT_TRUE(files.Content(kFinal).value().starts_with("RIFF"));
 }
 
 TEST_F(RecorderTest, HeaderThatCannotBeWrittenLeavesTheTemporaryFileAndOneLine) {
-  files.patch_error = kPathNotFound;
   Start();
+  mci.SetOnSend([&](const std::string& command) {
+    if (command == "close recsound") files.FailPath("newTmp.wav", kPathNotFound);
+  });
   Stop();
   EXPECT_THAT(StatusLog(), ElementsAre("Error saving recording [76]"));
-  EXPECT_FALSE(files.content.contains(kFinal));
-  EXPECT_TRUE(files.content.contains(kTemporary));
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\newTmp.wav"));
 }
 
 TEST_F(RecorderTest, FileThatCannotBeDeletedGivesOneLine) {
-  files.delete_error = kPermissionDenied;
   form.chkDeleteForcedCallEndFile.value = 1;
   Start();
   recorder.ForcedEndSuffix = "_call_forced_end";
+  mci.SetOnSend([&](const std::string& command) {
+    if (command == "close recsound") files.SetLocked(kTemporary, true);
+  });
   Stop();
   EXPECT_THAT(StatusLog(), ElementsAre("Error deleting recording [70]"));
 }
 
 TEST_F(RecorderTest, WithoutADeviceEveryFailedCommandIsReportedAndTheStopStillFinalises) {
-  mci.on_send = [&](const std::string& command) {
-    if (command != "close all") mci.errors[command] = 263;
-  };
-  Start();
-  Stop();
-  EXPECT_EQ(StatusLog().size(), 11u);
-  EXPECT_TRUE(files.content.contains(kFinal));
+  mci.FailCommand("open", sim::kMciFormatUnsuitable);
+  Record();
+  EXPECT_EQ(StatusLog().size(), 11U);
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\143005_1234_5010.wav"));
 }
 
 TEST_F(RecorderTest, FolderIsTakenOncePerStop) {
   Start();
-  mci.on_send = [&](const std::string& command) {
+  mci.SetOnSend([&](const std::string& command) {
     if (command.starts_with("save")) folder = "C:\\My Corvane\\Daily\\20261116";
-  };
+  });
   Stop();
-  EXPECT_TRUE(files.content.contains(kFinal));
+  EXPECT_TRUE(files.Content(kFinal).has_value());
   EXPECT_THAT(StatusLog(), IsEmpty());
 }
 
 TEST_F(RecorderTest, RecordingEndsInTheFolderOfTheDayInWhichItStops) {
   Start();
   folder = "C:\\My Corvane\\Daily\\20261116";
+  files.PutDirectory(folder + "\\Record");
   Stop();
-  EXPECT_TRUE(files.content.contains(folder + "\\Record\\143005_1234_5010.wav"));
+  EXPECT_TRUE(files.Content(folder + "\\Record\\143005_1234_5010.wav").has_value());
 }
 
-class RecorderOnFilesTest : public ::testing::Test {
- protected:
-  RecorderOnFilesTest() { files.PutDirectory(kRecords); }
-
-  void Record(const std::string& name, const std::string& suffix = {}) {
-    recorder.StartRecording(name, "1", "16", "22050");
-    loop.Sleep(1500);
-    recorder.ForcedEndSuffix = suffix;
-    recorder.StopRecording();
-  }
-  [[nodiscard]] std::string Field(const std::string& file, std::size_t at, std::size_t size) {
-    return files.Content(kRecords + "\\" + file).value_or("").substr(at, size);
-  }
-  [[nodiscard]] const std::vector<std::string>& StatusLog() const {
-    return form.lstStatusLog.items();
-  }
-
-  const std::string kRecords = "C:\\Corvane\\Daily\\20261115\\Record";
-
-  NullSink sink;
-  Form1 form{sink};
-  sim::SimLoop loop;
-  sim::SimFiles files;
-  sim::SimMci mci{loop, files};
-  Recorder recorder{mci, files, form, [] { return "C:\\Corvane\\Daily\\20261115"; }};
-};
-
-TEST_F(RecorderOnFilesTest, CommandsComeInAnOrderThatTheDeviceAccepts) {
-  Record("a");
-  Record("b");
-  EXPECT_EQ(mci.order_faults(), 0);
-  EXPECT_EQ(mci.saved(), 2);
-  EXPECT_FALSE(mci.open());
-  EXPECT_THAT(StatusLog(), IsEmpty());
-  EXPECT_THAT(files.List(kRecords), ElementsAre("a.wav", "b.wav"));
-}
-
-TEST_F(RecorderOnFilesTest, WrongByteRateOfTheDeviceIsRepaired) {
+TEST_F(RecorderTest, WrongByteRateOfTheDeviceIsRepaired) {
   mci.SetWrittenByteRate(11025);
-  Record("a");
-  EXPECT_EQ(Field("a.wav", 0, 4), "RIFF");
-  EXPECT_EQ(Field("a.wav", 22, 2), std::string("\x01\x00", 2));          // channels
-  EXPECT_EQ(Field("a.wav", 24, 4), std::string("\x22\x56\x00\x00", 4));  // 22050 a second
-  EXPECT_EQ(Field("a.wav", 28, 4), std::string("\x44\xAC\x00\x00", 4));  // 44100 bytes a second
-  EXPECT_EQ(Field("a.wav", 32, 4), std::string("\x02\x00\x10\x00", 4));  // alignment, bits
+  Record();
+  const std::string wav = files.Content(kFinal).value_or("");
+  EXPECT_EQ(wav.substr(0, 4), "RIFF");
+  EXPECT_EQ(wav.substr(22, 2), std::string("\x01\x00", 2));          // channels
+  EXPECT_EQ(wav.substr(24, 4), std::string("\x22\x56\x00\x00", 4));  // 22050 a second
+  EXPECT_EQ(wav.substr(28, 4), std::string("\x44\xAC\x00\x00", 4));  // 44100 bytes a second
+  EXPECT_EQ(wav.substr(32, 4), std::string("\x02\x00\x10\x00", 4));  // alignment, bits
 }
 
-TEST_F(RecorderOnFilesTest, ForcedEndIsNamedOrDeleted) {
-  Record("a", "_call_forced_end");
-  EXPECT_THAT(files.List(kRecords), ElementsAre("a_call_forced_end.wav"));
-  form.chkDeleteForcedCallEndFile.value = 1;
-  Record("b", "_call_forced_end");
-  EXPECT_THAT(files.List(kRecords), ElementsAre("a_call_forced_end.wav"));
-  EXPECT_THAT(StatusLog(), IsEmpty());
-}
-
-TEST_F(RecorderOnFilesTest, FailedSaveIsFinalisedAsAFileOfThreeBytesBehindTheGap) {
-  mci.FailCommand("save", sim::kMciFileNotSaved);
-  Record("a");
-  EXPECT_THAT(StatusLog(), ElementsAre(mci.ErrorText(sim::kMciFileNotSaved) + " Error (save)"));
-  EXPECT_EQ(files.Content(kRecords + "\\a.wav"),
-            std::string(28, '\0') + std::string("\x44\xAC\x00", 3));
-}
-
-TEST_F(RecorderOnFilesTest, SameNameTwiceKeepsTheFirstAndLeavesTheSecondUnnamed) {
-  Record("a");
-  Record("a");
-  EXPECT_THAT(StatusLog(), ElementsAre("Error saving recording [58]"));
-  EXPECT_THAT(files.List(kRecords), ElementsAre("a.wav", "newTmp.wav"));
-  Record("b");
-  EXPECT_THAT(files.List(kRecords), ElementsAre("a.wav", "b.wav"));
-}
-
-TEST_F(RecorderOnFilesTest, DeviceLeftOpenByAFailedRunIsClosedFirst) {
+TEST_F(RecorderTest, DeviceLeftOpenByAFailedRunIsClosedFirst) {
   mci.FailCommand("close recsound", sim::kMciInvalidDeviceName);
+  mci.FailCommand("close all", sim::kMciInvalidDeviceName);
   Record("a");
-  EXPECT_EQ(StatusLog().size(), 1u);
+  EXPECT_EQ(StatusLog().size(), 1U);
+  EXPECT_TRUE(mci.open());
   mci.FailCommand("close recsound", 0);
+  mci.FailCommand("close all", 0);
   Record("b");
-  EXPECT_EQ(StatusLog().size(), 1u);
-  EXPECT_THAT(files.List(kRecords), ElementsAre("a.wav", "b.wav"));
+  EXPECT_EQ(StatusLog().size(), 1U);
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\a.wav", "Record\\b.wav"));
 }
 
-TEST_F(RecorderOnFilesTest, EveryFileOperationMayFailAndTheNextRecordingWorks) {
+TEST_F(RecorderTest, EveryFileOperationMayFailAndTheNextRecordingWorks) {
   for (int step = 1;; ++step) {
     SCOPED_TRACE(step);
     files.ResetSteps();
@@ -528,7 +399,8 @@ TEST_F(RecorderOnFilesTest, EveryFileOperationMayFailAndTheNextRecordingWorks) {
     form.lstStatusLog.Clear();
     Record("next" + std::to_string(step));
     EXPECT_THAT(StatusLog(), IsEmpty());
-    EXPECT_TRUE(files.Content(kRecords + "\\next" + std::to_string(step) + ".wav").has_value());
+    EXPECT_TRUE(
+        files.Content(folder + "\\Record\\next" + std::to_string(step) + ".wav").has_value());
     if (!reached) {
       EXPECT_GT(step, 3);
       break;
