@@ -44,6 +44,8 @@ class LoopUnderTest {
 struct ClockUnderTest {
   std::string name;  // of the regional settings
   std::unique_ptr<WallClock> clock;
+  // 15 November 2026, 14:23:05, as these settings show it; "" where nobody says how that is.
+  std::string shown;
 };
 // The same clock under all the regional settings there are to try. The loop outlives them.
 [[nodiscard]] std::vector<ClockUnderTest> MakeClocks(Loop& loop);

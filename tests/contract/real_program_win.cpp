@@ -164,14 +164,15 @@ class RealPromptsUnderTest : public PromptsUnderTest {
 struct Locale {
   const char* name;
   LCID id;
+  const char* shown = "";  // 15 November 2026, 14:23:05
 };
 
 // Twelve and twenty-four hours, every order of the parts, other calendars and digits.
 constexpr Locale kLocales[] = {{"user", LOCALE_USER_DEFAULT},
-                               {"en-US", 0x0409},
-                               {"en-GB", 0x0809},
-                               {"de-DE", 0x0407},
-                               {"fr-FR", 0x040C},
+                               {"en-US", 0x0409, "11/15/2026 2:23:05 PM"},
+                               {"en-GB", 0x0809, "15/11/2026 14:23:05"},
+                               {"de-DE", 0x0407, "15.11.2026 14:23:05"},
+                               {"fr-FR", 0x040C, "15/11/2026 14:23:05"},
                                {"nl-NL", 0x0413},
                                {"fi-FI", 0x040B},
                                {"hu-HU", 0x040E},
@@ -195,7 +196,7 @@ std::unique_ptr<LoopUnderTest> MakeLoop() {
 std::vector<ClockUnderTest> MakeClocks(Loop&) {
   std::vector<ClockUnderTest> clocks;
   for (const Locale& locale : kLocales) {
-    clocks.push_back({locale.name, std::make_unique<WallClockWin>(locale.id)});
+    clocks.push_back({locale.name, std::make_unique<WallClockWin>(locale.id), locale.shown});
   }
   return clocks;
 }

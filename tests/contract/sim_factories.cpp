@@ -1,9 +1,12 @@
 // The simulated seams behind the contract cases.
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "base/text.h"
 #include "contract/factories.h"
 #include "sim/sim_clock.h"
 #include "sim/sim_files.h"
@@ -180,7 +183,18 @@ std::unique_ptr<LoopUnderTest> MakeLoop() {
 
 std::vector<ClockUnderTest> MakeClocks(Loop& loop) {
   std::vector<ClockUnderTest> clocks;
-  clocks.push_back({"simulated", std::make_unique<sim::SimClock>(loop)});
+  clocks.push_back({"simulated", std::make_unique<sim::SimClock>(loop), "15/11/2026 14:23:05"});
+  auto set = std::make_unique<sim::SimClock>(loop);
+  // The fixed form with full stops, as some settings have it.
+  const auto write = [](const DateTime& time) {
+    return ReplaceAll(FixedGeneralDate(time), "/", ".");
+  };
+  const auto read = [](std::string_view text) -> std::optional<DateTime> {
+    if (Contains(text, "/")) return std::nullopt;
+    return ParseFixedGeneralDate(ReplaceAll(text, ".", "/"));
+  };
+  set->SetFormat(write, read);
+  clocks.push_back({"simulated, set by the test", std::move(set), "15.11.2026 14:23:05"});
   return clocks;
 }
 

@@ -45,6 +45,16 @@ TEST_F(WallClockContract, EveryTextReadsBackAsItsTime) {
   }
 }
 
+TEST_F(WallClockContract, TheTextIsThatOfTheRegionalSettings) {
+  int known = 0;
+  for (const ClockUnderTest& tried : clocks_) {
+    if (tried.shown.empty()) continue;
+    ++known;
+    EXPECT_EQ(tried.clock->GeneralDate({2026, 11, 15, 14, 23, 5}), tried.shown) << tried.name;
+  }
+  EXPECT_GE(known, 2) << "settings that differ from each other and from the ISO form";
+}
+
 TEST_F(WallClockContract, EverySecondOfADayHasATextOfItsOwn) {
   for (const ClockUnderTest& tried : clocks_) {
     for (int minute = 0; minute < 1440; minute += 7) {
