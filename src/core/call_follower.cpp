@@ -287,9 +287,8 @@ void CallFollower::LoadCountdown() {
 // -- Recordings.
 
 void CallFollower::StartRecording(const Setup& setup) {
-  around_.recorder.StartRecording(
-      ClockDigits(around_.clock.Now()) + "_" + Decimal(setup.call_id) + "_" + Decimal(setup.gssi),
-      "1", "16", "22050");
+  around_.recorder.StartRecording(ClockDigits(around_.clock.Now()) + "_" + Decimal(setup.call_id) +
+                                  "_" + Decimal(setup.gssi));
   call_.SetRecording(true);
 }
 

@@ -1,33 +1,20 @@
 // A StoreRun with its timers, periodic save and shutdown.
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <string>
-#include <vector>
 
+#include "app/shutdown.h"
+#include "sim/core_parts.h"
 #include "store/periodic_save.h"
-#include "store/shutdown.h"
 #include "tests/unit/store/store_world.h"
 
 namespace corvane {
 
-// Call and windows as saving and shutting down see them; everything they are told is in `told`.
-class FakeProgram : public CallControl, public WindowControl {
+class NoWindows : public Shell {
  public:
-  std::vector<std::string> told;
-  bool followed = false;
-  std::function<void()> while_ending;
-
-  bool IsCallFollowed() const override { return followed; }
-  void ResetCallDisplay() override {
-    told.emplace_back("end call");
-    if (while_ending) while_ending();
-    followed = false;
-  }
-  void StopLeftoverRecording() override { told.emplace_back("stop recording"); }
-  void CloseEditor() override { told.emplace_back("close editor"); }
-  void CloseMainWindow() override { told.emplace_back("close main window"); }
+  void ShowEditor(EditorHandOver&) override {}
+  void CloseEditor() override {}
+  void CloseMainWindow() override {}
 };
 
 // The program is loaded and its timers run.
@@ -58,9 +45,17 @@ struct SavingRun : StoreRun {
   std::unique_ptr<Timer> tmrSaveTimed = loop.MakeTimer(kSaveTickMs, [this] { periodic.OnTick(); });
   std::unique_ptr<Timer> tmrShutdown =
       loop.MakeTimer(kShutdownTickMs, [this] { shutdown.OnShutdownTick(); });
-  FakeProgram program;
+  NetworkIdentity network;
+  sim::SimMci mci{loop, files};
+  LogFiles logs{files, clock, form};
+  Recorder recorder{mci, files, form, [this] { return folders.DayFolder(); }};
+  DailyCalls daily{clock, form, folders, logs, activity};
+  sim::NotedLink link{loop, flags};
+  CallFollower follower{{loop, clock, form, flags, presets, network, group_table, subscriber_table,
+                         daily, recorder, link}};
+  NoWindows windows;
   PeriodicSave periodic{*tmrSaveTimed, flags, clock, form, subscribers, groups, activity, settings};
-  Shutdown shutdown{{loop, prompts, *tmrSaveTimed, *tmrShutdown, flags, form, program, program,
+  Shutdown shutdown{{loop, prompts, *tmrSaveTimed, *tmrShutdown, flags, form, follower, windows,
                      subscribers, groups, activity, settings}};
 };
 
