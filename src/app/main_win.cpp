@@ -12,7 +12,8 @@
 #include "link/socket_win.h"
 #include "link/window_ops_win.h"
 #include "record/mci_win.h"
-#include "ui/main_window_win.h"
+#include "ui/form_window_win.h"
+#include "ui/main_layout.h"
 
 namespace corvane {
 namespace {
@@ -28,7 +29,7 @@ std::string ProgramFolder() {
 
 class RealShell : public Shell {
  public:
-  RealShell(LoopWin& loop, MainWindowWin& window) : loop_(loop), window_(window) {}
+  RealShell(LoopWin& loop, FormWindow& window) : loop_(loop), window_(window) {}
   // The editor's window is not part of this program yet.
   void ShowEditor(EditorHandOver&) override {}
   void CloseEditor() override {}
@@ -39,7 +40,7 @@ class RealShell : public Shell {
 
  private:
   LoopWin& loop_;
-  MainWindowWin& window_;
+  FormWindow& window_;
 };
 
 int RunProgram() {
@@ -55,13 +56,16 @@ int RunProgram() {
   WindowOpsWin windows;
   SocketWin socket(loop);
   MciWin mci;
-  MainWindowWin window(loop);
+  FormWindow window(loop);
   RealShell shell(loop, window);
   App app(Platform{loop, clock, window, windows, socket, files, mci, prompts, ProgramFolder()},
           shell);
+  loop.SetMessageFilter(
+      [&window](void* message) { return window.FilterMessage(*static_cast<MSG*>(message)); });
+  loop.SetIdleHandler([&window](bool at_rest) { window.ShowLists(at_rest); });
   loop.SetErrorReporter([&app](const std::string& what) { app.ReportException(what.c_str()); });
 
-  if (!window.Create(app.form(), app.main_form())) return 1;
+  if (!window.Create(MainWindowTable(app.form()), app.main_form())) return 1;
   windows.SetOwnMainWindow(reinterpret_cast<WindowHandle>(window.handle()));
   if (!app.Load()) return 1;
   prompts.SetOwner(static_cast<HWND>(window.handle()));

@@ -1,10 +1,6 @@
 // A named mutex for the claim, a few bytes of named shared memory for the window.
 #include "app/single_instance_win.h"
 
-#include <windows.h>
-
-#include <cstdint>
-
 namespace corvane {
 
 namespace {
@@ -25,47 +21,34 @@ std::string ObjectName(const std::string& program_folder, const char* what) {
 
 }  // namespace
 
-struct SingleInstance::Impl {
-  HANDLE mutex = nullptr;
-  HANDLE memory = nullptr;
-  volatile std::uint64_t* window = nullptr;
-  bool first = false;
-};
-
 SingleInstance::SingleInstance(const std::string& program_folder)
-    : impl_(std::make_unique<Impl>()) {
-  impl_->mutex = CreateMutexA(nullptr, FALSE, ObjectName(program_folder, "claim").c_str());
+    : mutex_(CreateMutexA(nullptr, FALSE, ObjectName(program_folder, "claim").c_str())) {
   // A system that refuses the mutex must not keep the user from starting.
-  impl_->first = impl_->mutex == nullptr || GetLastError() != ERROR_ALREADY_EXISTS;
-  impl_->memory =
-      CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(std::uint64_t),
-                         ObjectName(program_folder, "window").c_str());
-  if (impl_->memory != nullptr) {
-    impl_->window = static_cast<volatile std::uint64_t*>(
-        MapViewOfFile(impl_->memory, FILE_MAP_WRITE, 0, 0, sizeof(std::uint64_t)));
+  first_ = mutex_ == nullptr || GetLastError() != ERROR_ALREADY_EXISTS;
+  memory_ = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof *window_,
+                               ObjectName(program_folder, "window").c_str());
+  if (memory_ != nullptr) {
+    window_ = static_cast<volatile std::uint64_t*>(
+        MapViewOfFile(memory_, FILE_MAP_WRITE, 0, 0, sizeof *window_));
   }
 }
 
 SingleInstance::~SingleInstance() {
-  if (impl_->window != nullptr) UnmapViewOfFile(const_cast<std::uint64_t*>(impl_->window));
-  if (impl_->memory != nullptr) CloseHandle(impl_->memory);
-  if (impl_->mutex != nullptr) CloseHandle(impl_->mutex);
+  if (window_ != nullptr) UnmapViewOfFile(const_cast<std::uint64_t*>(window_));
+  if (memory_ != nullptr) CloseHandle(memory_);
+  if (mutex_ != nullptr) CloseHandle(mutex_);
 }
 
-bool SingleInstance::is_first() const {
-  return impl_->first;
-}
-
-void SingleInstance::PublishWindow(void* window) {
-  if (impl_->window != nullptr) *impl_->window = reinterpret_cast<std::uint64_t>(window);
+void SingleInstance::PublishWindow(HWND window) {
+  if (window_ != nullptr) *window_ = reinterpret_cast<std::uint64_t>(window);
 }
 
 void SingleInstance::BringFirstToFront() {
-  if (impl_->window == nullptr) return;
-  for (DWORD waited = 0; *impl_->window == 0 && waited < kWindowWaitMs; waited += kPollMs) {
+  if (window_ == nullptr) return;
+  for (DWORD waited = 0; *window_ == 0 && waited < kWindowWaitMs; waited += kPollMs) {
     Sleep(kPollMs);
   }
-  HWND window = reinterpret_cast<HWND>(static_cast<std::uintptr_t>(*impl_->window));
+  HWND window = reinterpret_cast<HWND>(static_cast<std::uintptr_t>(*window_));
   if (window == nullptr || !IsWindow(window)) return;
   if (IsIconic(window)) ShowWindowAsync(window, SW_RESTORE);
   SetForegroundWindow(window);

@@ -1,7 +1,9 @@
 // One running program per program folder: two would write the same files and fight over SDR#.
 #pragma once
 
-#include <memory>
+#include <windows.h>
+
+#include <cstdint>
 #include <string>
 
 namespace corvane {
@@ -11,12 +13,14 @@ class SingleInstance {
   // Claims `program_folder` until the object or the process ends, however it ends.
   explicit SingleInstance(const std::string& program_folder);
   ~SingleInstance();
+  SingleInstance(const SingleInstance&) = delete;
+  SingleInstance& operator=(const SingleInstance&) = delete;
 
   // False: another program runs from this folder.
-  [[nodiscard]] bool is_first() const;
+  [[nodiscard]] bool is_first() const { return first_; }
 
-  // Makes the first program's main window (an HWND) known to later ones.
-  void PublishWindow(void* window);
+  // Makes the first program's main window known to later ones.
+  void PublishWindow(HWND window);
 
   // Brings the first program's main window to the front, restored if it was minimised. Waits up to
   // kWindowWaitMs for it to be published. Nothing when it does not come.
@@ -25,8 +29,10 @@ class SingleInstance {
   static constexpr int kWindowWaitMs = 3000;
 
  private:
-  struct Impl;
-  std::unique_ptr<Impl> impl_;
+  HANDLE mutex_ = nullptr;
+  HANDLE memory_ = nullptr;
+  volatile std::uint64_t* window_ = nullptr;  // in the shared memory
+  bool first_ = false;
 };
 
 }  // namespace corvane

@@ -15,7 +15,6 @@ namespace {
 
 constexpr int kPauseBeforeGainMs = 10;
 constexpr const char* kParkedGain = "25";
-constexpr int kLogModeRows = kCallLogFullRows + 1;
 
 std::string WithLabel(const std::string& text, const std::string& label) {
   return label.empty() ? text : text + " [" + label + "]";
@@ -345,7 +344,7 @@ void CallFollower::SwitchLogModeOff() {
 void CallFollower::AddLogModeLine(const std::string& text) {
   ListBox& log = around_.form.lstCallLog;
   log.Add(text);
-  if (log.count() > kLogModeRows) log.SelectLast();
+  if (log.count() > kCallLogRows) log.SelectLast();
 }
 
 void CallFollower::AddStampedCallLine(const std::string& text) {

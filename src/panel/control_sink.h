@@ -26,7 +26,7 @@ enum class Field {
   kFillColour,  // Shape
   kBorderColour,
   kBorderWidth,
-  kBounds,  // Frame, Window: left, top, width, height
+  kBounds,  // Window: place and size; Frame: place
 };
 
 enum class ListChange { kAdded, kRemoved, kCleared, kReplaced };

@@ -1,12 +1,27 @@
-// List lines, their selection and the scrolling that follows from it.
+// What of the controls is more than values: options, window places, list lines and their scrolling.
 #include "panel/controls.h"
 
 #include <algorithm>
 
 namespace corvane {
 
+int SelectedOption(std::span<const OptionButton> options) {
+  for (std::size_t index = 0; index < options.size(); ++index) {
+    if (options[index].value) return static_cast<int>(index);
+  }
+  return -1;
+}
+
+void Window::MoveTo(int left, int top) {
+  bounds = {left, top, bounds.get().width, bounds.get().height};
+}
+
+void Window::Resize(int width, int height) {
+  bounds = {bounds.get().left, bounds.get().top, width, height};
+}
+
 ListBox::ListBox(ControlSink& sink, const char* name, int full_rows)
-    : Control(sink, name), full_rows_(full_rows) {
+    : Control(sink, kKind, name), full_rows_(full_rows) {
   back_colour.TakeFromUser(kWindowBackground);
 }
 

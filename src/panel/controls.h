@@ -4,7 +4,9 @@
 // sink; assigning the same value does nothing. No handler runs when code sets a value.
 #pragma once
 
+#include <cassert>
 #include <cstddef>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,27 +43,33 @@ class Property {
   Value value_;
 };
 
+// What a control is. Each class below has its own.
+enum class ControlKind {
+  kLabel,
+  kButton,
+  kTextBox,
+  kListBox,
+  kComboBox,
+  kCheckBox,
+  kOption,
+  kShape,
+  kFrame,
+  kMenuItem,
+  kWindow,
+};
+
 // What every control has. `name` is the control's own name, array members with their index as in
-// "optOffsets_0"; it is a string literal.
+// "optOffsets_0"; it is a string literal. Boxes, lists and shapes show no caption; theirs is empty.
 class Control {
  public:
-  Control(ControlSink& sink, const char* name)
-      : tool_tip(*this, Field::kToolTip, {}),
-        tag(*this, Field::kTag, {}),
-        visible(*this, Field::kVisible, true),
-        enabled(*this, Field::kEnabled, true),
-        fore_colour(*this, Field::kForeColour, kButtonText),
-        back_colour(*this, Field::kBackColour, kButtonFace),
-        bold(*this, Field::kBold, false),
-        sink_(sink),
-        name_(name) {}
-  virtual ~Control() = default;
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 
+  [[nodiscard]] ControlKind kind() const { return kind_; }
   [[nodiscard]] const char* name() const { return name_; }
   [[nodiscard]] ControlSink& sink() const { return sink_; }
 
+  Property<std::string> caption;
   Property<std::string> tool_tip;
   Property<std::string> tag;
   Property<bool> visible;
@@ -70,9 +78,25 @@ class Control {
   Property<Colour> back_colour;
   Property<bool> bold;
 
+ protected:
+  Control(ControlSink& sink, ControlKind kind, const char* name, std::string initial = {})
+      : caption(*this, Field::kCaption, std::move(initial)),
+        tool_tip(*this, Field::kToolTip, {}),
+        tag(*this, Field::kTag, {}),
+        visible(*this, Field::kVisible, true),
+        enabled(*this, Field::kEnabled, true),
+        fore_colour(*this, Field::kForeColour, kButtonText),
+        back_colour(*this, Field::kBackColour, kButtonFace),
+        bold(*this, Field::kBold, false),
+        sink_(sink),
+        name_(name),
+        kind_(kind) {}
+  ~Control() = default;
+
  private:
   ControlSink& sink_;
   const char* name_;
+  ControlKind kind_;
 };
 
 template <typename Value>
@@ -83,24 +107,37 @@ Property<Value>& Property<Value>::operator=(Value value) {
   return *this;
 }
 
+// `control` as what its kind says it is.
+template <typename Kind>
+[[nodiscard]] Kind& As(Control& control) {
+  assert(control.kind() == Kind::kKind);
+  return static_cast<Kind&>(control);
+}
+template <typename Kind>
+[[nodiscard]] const Kind& As(const Control& control) {
+  assert(control.kind() == Kind::kKind);
+  return static_cast<const Kind&>(control);
+}
+
 class Label : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kLabel;
   Label(ControlSink& sink, const char* name, std::string initial = {})
-      : Control(sink, name), caption(*this, Field::kCaption, std::move(initial)) {}
-  Property<std::string> caption;
+      : Control(sink, kKind, name, std::move(initial)) {}
 };
 
 class Button : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kButton;
   Button(ControlSink& sink, const char* name, std::string initial)
-      : Control(sink, name), caption(*this, Field::kCaption, std::move(initial)) {}
-  Property<std::string> caption;
+      : Control(sink, kKind, name, std::move(initial)) {}
 };
 
 class TextBox : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kTextBox;
   TextBox(ControlSink& sink, const char* name)
-      : Control(sink, name), text(*this, Field::kText, {}) {
+      : Control(sink, kKind, name), text(*this, Field::kText, {}) {
     back_colour.TakeFromUser(kWindowBackground);
   }
   Property<std::string> text;
@@ -109,41 +146,43 @@ class TextBox : public Control {
 // 0 unchecked, 1 checked, 2 grey. "Checked" everywhere means 1.
 class CheckBox : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kCheckBox;
   CheckBox(ControlSink& sink, const char* name, std::string initial)
-      : Control(sink, name),
-        caption(*this, Field::kCaption, std::move(initial)),
-        value(*this, Field::kValue, 0) {}
-  [[nodiscard]] bool checked() const { return value.get() == 1; }
-  Property<std::string> caption;
+      : Control(sink, kKind, name, std::move(initial)), value(*this, Field::kValue, 0) {}
+  [[nodiscard]] bool checked() const { return value == 1; }
   Property<int> value;
 };
 
 class OptionButton : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kOption;
   OptionButton(ControlSink& sink, const char* name, std::string initial)
-      : Control(sink, name),
-        caption(*this, Field::kCaption, std::move(initial)),
-        value(*this, Field::kValue, false) {}
-  Property<std::string> caption;
+      : Control(sink, kKind, name, std::move(initial)), value(*this, Field::kValue, false) {}
   Property<bool> value;
 };
 
+// The index of the first button that is selected; -1 when none is.
+[[nodiscard]] int SelectedOption(std::span<const OptionButton> options);
+
 class Frame : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kFrame;
+  struct Corner {
+    int left = 0;  // twips, like the next
+    int top = 0;
+    bool operator==(const Corner&) const = default;
+  };
   Frame(ControlSink& sink, const char* name, std::string initial)
-      : Control(sink, name),
-        caption(*this, Field::kCaption, std::move(initial)),
-        left(*this, Field::kBounds, 0),
-        top(*this, Field::kBounds, 0) {}
-  Property<std::string> caption;
-  Property<int> left;  // twips
-  Property<int> top;   // twips
+      : Control(sink, kKind, name, std::move(initial)), corner(*this, Field::kBounds, {}) {}
+  // Where it stands in its window, for a frame that is moved; the layout has the place of others.
+  Property<Corner> corner;
 };
 
 class Shape : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kShape;
   Shape(ControlSink& sink, const char* name)
-      : Control(sink, name),
+      : Control(sink, kKind, name),
         fill_colour(*this, Field::kFillColour, kButtonFace),
         border_colour(*this, Field::kBorderColour, kWindowText),
         border_width(*this, Field::kBorderWidth, 1) {}
@@ -154,35 +193,38 @@ class Shape : public Control {
 
 class MenuItem : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kMenuItem;
   MenuItem(ControlSink& sink, const char* name, std::string initial)
-      : Control(sink, name),
-        caption(*this, Field::kCaption, std::move(initial)),
-        checked(*this, Field::kChecked, false) {}
-  Property<std::string> caption;
+      : Control(sink, kKind, name, std::move(initial)), checked(*this, Field::kChecked, false) {}
   Property<bool> checked;
 };
 
-// A top-level window. Positions are of the restored window and count 15 twips per physical pixel;
-// sizes are outer sizes in twips of the window's own resolution.
+// A top-level window. Its place changes as a whole: nobody sees a new width with an old height.
 class Window : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kWindow;
+  // Of the restored window. The corner counts 15 twips per physical pixel; the outer size is in
+  // twips of the window's own resolution, 0 while nobody has given one.
+  struct Bounds {
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const Bounds&) const = default;
+  };
   Window(ControlSink& sink, const char* name, std::string initial)
-      : Control(sink, name),
-        caption(*this, Field::kCaption, std::move(initial)),
-        left(*this, Field::kBounds, 0),
-        top(*this, Field::kBounds, 0),
-        width(*this, Field::kBounds, 0),
-        height(*this, Field::kBounds, 0) {}
-  Property<std::string> caption;
-  Property<int> left;
-  Property<int> top;
-  Property<int> width;
-  Property<int> height;
+      : Control(sink, kKind, name, std::move(initial)), bounds(*this, Field::kBounds, {}) {}
+
+  void MoveTo(int left, int top);
+  void Resize(int width, int height);
+
+  Property<Bounds> bounds;
 };
 
 // A list of text lines. list_index is -1 when nothing is selected.
 class ListBox : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kListBox;
   // `full_rows` is how many whole rows fit: selecting a line beyond them scrolls it into view.
   ListBox(ControlSink& sink, const char* name, int full_rows);
 
@@ -218,13 +260,14 @@ class ListBox : public Control {
 // A drop-down list. Each entry carries a number of the program's own.
 class ComboBox : public Control {
  public:
+  static constexpr ControlKind kKind = ControlKind::kComboBox;
   struct Entry {
     std::string text;
     int item_data = 0;
     bool operator==(const Entry&) const = default;
   };
   ComboBox(ControlSink& sink, const char* name)
-      : Control(sink, name),
+      : Control(sink, kKind, name),
         entries(*this, Field::kItems, {}),
         list_index(*this, Field::kListIndex, -1),
         text(*this, Field::kText, {}) {

@@ -117,7 +117,7 @@ MainMenu::MainMenu(ControlSink& sink)
       mnuMCClabel(sink, "mnuMCClabel", "MCC: ?") {}
 
 Form1::Form1(ControlSink& sink)
-    : Window(sink, "Form1", "Corvane v0.99.6s"),
+    : Window(sink, "Form1", kTitle),
       CallDetails(sink),
       LinkPanel(sink),
       PresetsPage(sink),
@@ -133,72 +133,10 @@ Form1::Form1(ControlSink& sink)
                      {sink, "cmdSettingTab_3", "Logging options"},
                      {sink, "cmdSettingTab_4", "Checkbox detection"}}} {}
 
-std::vector<Control*> Form1::Controls() {
-  std::vector<Control*> all = {&fraWinsock,
-                               &cmdStartAll,
-                               &lstStatusLog,
-                               &ShapeWinsock_state,
-                               &Label15,
-                               &fraCallDetails,
-                               &lblGroupHold,
-                               &lblGroupNumber,
-                               &lblGSSI_label,
-                               &Label12,
-                               &lblCurrentSSI,
-                               &lblSSI_label,
-                               &lblSsiLastSeen,
-                               &Label17,
-                               &lblCallID,
-                               &Label11,
-                               &lblTimeSlotNumber,
-                               &Label8,
-                               &lblCarrierNumber,
-                               &lstCurrentSSI_Users,
-                               &lblTimeoutCountdown,
-                               &lblNetworkInfo,
-                               &lblManualD_Release,
-                               &ShapeBusy_state,
-                               &lstCallLog};
-  for (Button& tab : cmdSettingTab) all.push_back(&tab);
-  for (Control* control :
-       std::initializer_list<Control*>{&fraPresets, &lblVcVolume, &txtVcVolume, &lblCalcBaseFreq,
-                                       &cboBaseFrequency, &lblOffset}) {
-    all.push_back(control);
-  }
-  for (OptionButton& option : optOffsets) all.push_back(&option);
-  for (Control* control :
-       std::initializer_list<Control*>{&lblCallTimeout, &txtTimeout, &lblChangeToCcFrequency,
-                                       &txtParkCarrier, &fraRecordingOptions}) {
-    all.push_back(control);
-  }
-  for (OptionButton& option : optRecordMode) all.push_back(&option);
-  for (Control* control : std::initializer_list<Control*>{&txtRecOnlyGSSI,
-                                                          &lstRecOnlyGSSI,
-                                                          &chkDeleteForcedCallEndFile,
-                                                          &fraOptions,
-                                                          &chkPositionSDRsharps,
-                                                          &lblPositionSdrSharpCC,
-                                                          &chkIgnorePriority,
-                                                          &chkSuppressLockoutMessages,
-                                                          &chkSuppressSomePduMessages,
-                                                          &fraLoggingOptions,
-                                                          &chkCreateCcVcLog,
-                                                          &chkCreateEventLog,
-                                                          &chkCreateCallActivityCvsFile,
-                                                          &fraCheckboxDetection,
-                                                          &cmdSetUnCheckedValue,
-                                                          &cmdSetCheckedValue,
-                                                          &lblUnCheckedValue,
-                                                          &lblCheckedValue,
-                                                          &lblValidateState,
-                                                          &lblTetraPanelExpanded,
-                                                          &mnuOptions,
-                                                          &mnuGSSIEditor,
-                                                          &mnuCompactMode,
-                                                          &mnuMCClabel}) {
-    all.push_back(control);
-  }
-  return all;
+void EnableRecOnlyControls(Form1& form) {
+  const bool selected_groups = form.optRecordMode[2].value;
+  form.txtRecOnlyGSSI.enabled = selected_groups;
+  form.lstRecOnlyGSSI.enabled = selected_groups;
 }
 
 void SetFocus(Form1& form, const Control& control) {

@@ -1,18 +1,25 @@
 // The main window as state: one struct per frame, named as the controls are named.
 //
 // Captions, tool tips and starting states are those of the window's design; everything else about
-// its look (places, sizes, fonts) belongs to the window's layout.
+// its look (order, places, sizes, fonts) belongs to the window's layout.
 #pragma once
 
 #include <array>
 
 #include "panel/controls.h"
+#include "panel/version.h"
 
 namespace corvane {
 
-// Complete rows of the call log; a part of one more is in view, so that a log shown to its end has
-// its top index at count - 22 right after a line was added, which is what the scroll rule tests.
+// Titles of the window.
+inline constexpr char kTitle[] = "Corvane v" CORVANE_VERSION "s";
+inline constexpr char kCompactTitle[] = "Corva v" CORVANE_VERSION "s";
+
+// Complete rows of the call log, and its rows with the one more that is partly in view: a log shown
+// to its end has its top index at count - 22 right after a line was added, which is what the scroll
+// rule tests.
 inline constexpr int kCallLogFullRows = 21;
+inline constexpr int kCallLogRows = kCallLogFullRows + 1;
 inline constexpr int kStatusLogFullRows = 4;
 inline constexpr int kUserListFullRows = 4;
 inline constexpr int kRecOnlyFullRows = 8;
@@ -72,7 +79,7 @@ struct RecordingPage {
   explicit RecordingPage(ControlSink& sink);
 
   Frame fraRecordingOptions;
-  std::array<OptionButton, 3> optRecordMode;  // off, all, select
+  std::array<OptionButton, 3> optRecordMode;  // off, all, selected groups
   TextBox txtRecOnlyGSSI;
   ListBox lstRecOnlyGSSI;  // each item one GSSI as it was typed or read
   CheckBox chkDeleteForcedCallEndFile;
@@ -133,10 +140,10 @@ struct Form1 : Window,
 
   ListBox lstCallLog;
   std::array<Button, 5> cmdSettingTab;
-
-  // Every control above, the window itself excepted, in the order of the keyboard's tab key.
-  [[nodiscard]] std::vector<Control*> Controls();
 };
+
+// The record-only box and list can be used while selected groups are recorded, and not otherwise.
+void EnableRecOnlyControls(Form1& form);
 
 // Gives the focus to `control`, or to the call log when it cannot take it (hidden or disabled,
 // itself or with its frame).

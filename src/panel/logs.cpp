@@ -4,7 +4,6 @@
 namespace corvane {
 
 namespace {
-constexpr int kScrollDistance = kCallLogFullRows + 1;
 constexpr int kRecordingBorderWidth = 3;
 }  // namespace
 
@@ -20,7 +19,7 @@ void AddStatusLineInView(Form1& form, const std::string& text) {
 
 void AddCallLine(Form1& form, const std::string& text) {
   form.lstCallLog.Add(text);
-  if (form.lstCallLog.top_index() == form.lstCallLog.count() - kScrollDistance) {
+  if (form.lstCallLog.top_index() == form.lstCallLog.count() - kCallLogRows) {
     form.lstCallLog.SelectLast();
   }
 }

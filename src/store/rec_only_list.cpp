@@ -13,7 +13,6 @@ namespace corvane {
 
 namespace {
 constexpr std::int32_t kHighestGssi = 16777215;
-constexpr std::size_t kSelectedGroupsMode = 2;
 }  // namespace
 
 RecOnlyList::RecOnlyList(Files& files, const WallClock& clock, Form1& form,
@@ -78,12 +77,6 @@ std::vector<std::string> ParseRecOnlyList(std::string_view content) {
     if (!IsEmptyOrComment(line) && IsGssiText(line)) accepted.emplace_back(line);
   }
   return accepted;
-}
-
-void EnableRecOnlyControls(Form1& form) {
-  const bool selected = form.optRecordMode[kSelectedGroupsMode].value;
-  form.txtRecOnlyGSSI.enabled = selected;
-  form.lstRecOnlyGSSI.enabled = selected;
 }
 
 }  // namespace corvane

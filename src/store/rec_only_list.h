@@ -45,8 +45,4 @@ class RecOnlyList {
 // The accepted lines, exactly as they stand in the content.
 [[nodiscard]] std::vector<std::string> ParseRecOnlyList(std::string_view content);
 
-// Enables txtRecOnlyGSSI and lstRecOnlyGSSI in "Record select GSSIs" mode and disables them in the
-// others.
-void EnableRecOnlyControls(Form1& form);
-
 }  // namespace corvane

@@ -9,7 +9,6 @@
 
 #include "base/number_text.h"
 #include "panel/logs.h"
-#include "store/rec_only_list.h"
 
 namespace corvane {
 
@@ -136,11 +135,8 @@ constexpr int kHighestCheckValue = 2;
 }
 
 // The first selected button; 0 when none is.
-[[nodiscard]] std::int16_t SelectedOption(std::span<const OptionButton> options) {
-  for (std::size_t i = 0; i < options.size(); ++i) {
-    if (options[i].value) return static_cast<std::int16_t>(i);
-  }
-  return 0;
+[[nodiscard]] std::int16_t IndexOf(std::span<const OptionButton> options) {
+  return static_cast<std::int16_t>(std::max(0, SelectedOption(options)));
 }
 
 [[nodiscard]] std::uint8_t ByteOf(const CheckBox& box) {
@@ -178,8 +174,8 @@ Load SettingsFile::ReadSettings() {
     return Load::kEnded;
   }
   SettingsRecord defaults;
-  defaults.MainWindowTop = form_.top;
-  defaults.MainWindowLeft = form_.left;
+  defaults.MainWindowTop = form_.bounds.get().top;
+  defaults.MainWindowLeft = form_.bounds.get().left;
   SettingsRecord record = DecodeSettings(content, defaults);
   ReplaceUnusableValues(record);
   return errors_.Handle(Apply(record));
@@ -225,8 +221,7 @@ ErrorNumber SettingsFile::ApplyCheckBoxes(const SettingsRecord& record) {
 ErrorNumber SettingsFile::Apply(const SettingsRecord& record) {
   presets_.CallTimeoutSeconds = record.Timeout;
   form_.txtTimeout.text = Decimal(record.Timeout);
-  form_.top = record.MainWindowTop;
-  form_.left = record.MainWindowLeft;
+  form_.MoveTo(record.MainWindowLeft, record.MainWindowTop);
   const int band = record.BaseFrequencyIndex;
   if (band < 0 || std::cmp_greater_equal(band, form_.cboBaseFrequency.entries.get().size())) {
     return kInvalidPropertyValue;
@@ -238,8 +233,7 @@ ErrorNumber SettingsFile::Apply(const SettingsRecord& record) {
   if (const ErrorNumber error = ApplyCheckBoxes(record)) return error;
   form_.mnuCompactMode.checked = record.CompactMode != 0;
   if (const ErrorNumber error = SelectOption(form_.optOffsets, record.OffsetIndex)) return error;
-  presets_.FrequencyOffset =
-      kCarrierOffsets[static_cast<std::size_t>(SelectedOption(form_.optOffsets))];
+  presets_.FrequencyOffset = kCarrierOffsets[static_cast<std::size_t>(IndexOf(form_.optOffsets))];
   if (const ErrorNumber error = SelectOption(form_.optRecordMode, record.RecordModeIndex)) {
     return error;
   }
@@ -258,8 +252,8 @@ ErrorNumber SettingsFile::Apply(const SettingsRecord& record) {
 SettingsRecord SettingsFile::Collect() const {
   SettingsRecord record;
   record.Timeout = presets_.CallTimeoutSeconds;
-  record.MainWindowTop = form_.top;
-  record.MainWindowLeft = form_.left;
+  record.MainWindowTop = form_.bounds.get().top;
+  record.MainWindowLeft = form_.bounds.get().left;
   record.BaseFrequencyIndex = static_cast<std::int16_t>(form_.cboBaseFrequency.list_index.get());
   record.ParkCarrier = presets_.ParkCarrier;
   record.SuppressSomePduMessages = ByteOf(form_.chkSuppressSomePduMessages);
@@ -269,8 +263,8 @@ SettingsRecord SettingsFile::Collect() const {
   record.CreateEventLog = ByteOf(form_.chkCreateEventLog);
   record.CreateCallActivityCsvFile = ByteOf(form_.chkCreateCallActivityCvsFile);
   record.CompactMode = form_.mnuCompactMode.checked ? -1 : 0;
-  record.OffsetIndex = SelectedOption(form_.optOffsets);
-  record.RecordModeIndex = SelectedOption(form_.optRecordMode);
+  record.OffsetIndex = IndexOf(form_.optOffsets);
+  record.RecordModeIndex = IndexOf(form_.optRecordMode);
   record.DeleteForcedCallEndFile = ByteOf(form_.chkDeleteForcedCallEndFile);
   record.VcVolume = static_cast<std::uint8_t>(presets_.VcAudioGain);
   record.CheckedColour = presets_.CheckedColour;

@@ -1,49 +1,51 @@
-// From the child windows' notifications and messages to the user events of MainForm.
+// From the child windows' notifications and messages to the user events of a window's handlers.
 #pragma once
 
-#include <cstdint>
+#include <windows.h>
+
 #include <functional>
 
 #include "ui/child_windows_win.h"
+#include "ui/user_events.h"
 
 namespace corvane {
 
 class LoopWin;
-class MainForm;
 
+// What comes while a handler is at work waits in the loop: the object outlives it.
 class ChildEvents {
  public:
   explicit ChildEvents(LoopWin& loop) : loop_(loop) {}
 
-  // Starts listening to the children of `owner` (HWND).
-  void Connect(void* owner, ChildWindows& children, Form1& form, MainForm& main_form);
-  // From here on no event reaches MainForm.
+  // Starts listening to the children of `owner`.
+  void Connect(HWND owner, ChildWindows& children, UserEvents& handlers);
+  // From here on no event reaches the handlers.
   void Disconnect();
 
   // WM_COMMAND of the owner: control or command id, and notification code (0 for menu items).
   void Command(int id, int code);
   void CloseRequested();
   void SessionEnding();
-  // A message (MSG*) for the owner or one of its children; true when it was keyboard navigation
-  // and has been dealt with.
-  bool Navigate(void* message);
+  // A message for the owner or one of its children; true when it was keyboard navigation and has
+  // been dealt with.
+  bool Navigate(MSG& key);
 
  private:
-  struct Hook;
-
-  void Run(const std::function<void(MainForm&)>& event);
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM w_param, LPARAM l_param,
+                                    UINT_PTR, DWORD_PTR data);
+  LRESULT Handle(const ChildWindow& child, UINT message, WPARAM w_param, LPARAM l_param);
+  void Run(const std::function<void(UserEvents&)>& event);
   void RunCommand(int id, int code);
   void ListCommand(const ChildWindow& child, int code);
   void BoxCommand(const ChildWindow& child, int code);
   void MoveInOptions(const ChildWindow& option, bool back);
-  [[nodiscard]] bool Pass(const ChildWindow& child, unsigned message, std::uintptr_t w_param);
-  void Report(const ChildWindow& child, unsigned message, std::uintptr_t w_param);
+  [[nodiscard]] bool Pass(const ChildWindow& child, UINT message, WPARAM w_param);
+  void Report(const ChildWindow& child, UINT message, WPARAM w_param);
 
   LoopWin& loop_;
-  void* owner_ = nullptr;
+  HWND owner_ = nullptr;
   ChildWindows* children_ = nullptr;
-  Form1* form_ = nullptr;
-  MainForm* main_form_ = nullptr;
+  UserEvents* handlers_ = nullptr;
   int keys_under_way_ = 0;  // key messages that a list is handling
 };
 

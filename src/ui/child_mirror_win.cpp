@@ -1,65 +1,75 @@
-// Bringing the child windows to the controls' state, field by field. The lines of list boxes are
-// in child_lists_win.cpp.
-#include <windows.h>
+// Bringing the child windows to the controls' state, field by field, and the lines, selections and
+// scrolling of the list boxes.
+#include "ui/child_windows_win.h"
 //
 #include <commctrl.h>
 
 #include <algorithm>
-
-#include "ui/child_windows_win.h"
+#include <utility>
 
 namespace corvane {
 
 namespace {
 
-HWND Handle(const ChildWindow& child) {
-  return static_cast<HWND>(child.window);
-}
-
-LRESULT Send(const ChildWindow& child, UINT message, WPARAM w_param = 0, LPARAM l_param = 0) {
-  return SendMessageA(Handle(child), message, w_param, l_param);
-}
+// Blanks at the end of the widest line stay clear of the list's edge.
+constexpr int kExtentMargin = 8;
+// A burst longer than a log is shown in pieces.
+constexpr std::size_t kMostWaiting = 2000;
 
 LPARAM Text(const std::string& text) {
   return reinterpret_cast<LPARAM>(text.c_str());
 }
 
-const std::string* CaptionOf(const Control& control) {
-  if (const auto* label = dynamic_cast<const Label*>(&control)) return &label->caption.get();
-  if (const auto* button = dynamic_cast<const Button*>(&control)) return &button->caption.get();
-  if (const auto* box = dynamic_cast<const CheckBox*>(&control)) return &box->caption.get();
-  if (const auto* option = dynamic_cast<const OptionButton*>(&control)) {
-    return &option->caption.get();
+void Apply(const ChildWindow& list, const LineChange& change) {
+  switch (change.change) {
+    case ListChange::kAdded:
+      list.Send(LB_INSERTSTRING, change.index, Text(change.text));
+      break;
+    case ListChange::kRemoved:
+      list.Send(LB_DELETESTRING, change.index);
+      break;
+    case ListChange::kCleared:
+      list.Send(LB_RESETCONTENT);
+      break;
+    case ListChange::kReplaced: {
+      const LRESULT top = list.Send(LB_GETTOPINDEX);
+      const LRESULT selected = list.Send(LB_GETCURSEL);
+      list.Send(LB_DELETESTRING, change.index);
+      list.Send(LB_INSERTSTRING, change.index, Text(change.text));
+      list.Send(LB_SETCURSEL, static_cast<WPARAM>(selected));
+      list.Send(LB_SETTOPINDEX, static_cast<WPARAM>(top));
+      break;
+    }
   }
-  if (const auto* frame = dynamic_cast<const Frame*>(&control)) return &frame->caption.get();
-  return nullptr;
 }
 
 }  // namespace
 
 int SelectedIndex(const ChildWindow& child) {
-  const UINT message = child.kind == ChildKind::kComboBox ? CB_GETCURSEL : LB_GETCURSEL;
-  return static_cast<int>(Send(child, message));
+  const UINT message = child.kind() == ControlKind::kComboBox ? CB_GETCURSEL : LB_GETCURSEL;
+  return static_cast<int>(child.Send(message));
 }
 
 std::string ShownText(const ChildWindow& box) {
   std::string text(kLongestBoxText + 1, '\0');
-  const int length = GetWindowTextA(Handle(box), text.data(), static_cast<int>(text.size()));
+  const int length = GetWindowTextA(box.window, text.data(), static_cast<int>(text.size()));
   text.resize(static_cast<std::size_t>(std::max(0, length)));
   return text;
 }
 
 void ChildWindows::Mirror(const Control& control, Field field) {
-  if (const auto* item = dynamic_cast<const MenuItem*>(&control)) {
-    if (menu_ != nullptr) MirrorMenuItem(*item);
+  if (control.kind() == ControlKind::kMenuItem) {
+    for (const MenuRow& row : table_->menu) {
+      if (&row.item == &control) MirrorMenuItem(row);
+    }
     return;
   }
   ChildWindow* child = Find(control);
   if (child == nullptr) return;
   switch (field) {
     case Field::kCaption:
-      SetWindowTextA(Handle(*child), CaptionOf(control)->c_str());
-      if (child->kind == ChildKind::kFrame) InvalidateRect(Handle(*child), nullptr, FALSE);
+      SetWindowTextA(child->window, control.caption.get().c_str());
+      if (child->kind() == ControlKind::kFrame) InvalidateRect(child->window, nullptr, FALSE);
       break;
     case Field::kText:
       MirrorText(*child);
@@ -71,7 +81,7 @@ void ChildWindows::Mirror(const Control& control, Field field) {
       MirrorEnabled(*child);
       break;
     case Field::kToolTip:
-      tips_.SetText(child->window, Number(child->id), control.tool_tip);
+      tips_.SetText(child->window, child->number(), control.tool_tip);
       break;
     case Field::kBold:
       SetFont(*child);
@@ -81,7 +91,7 @@ void ChildWindows::Mirror(const Control& control, Field field) {
     case Field::kFillColour:
     case Field::kBorderColour:
     case Field::kBorderWidth:
-      InvalidateRect(Handle(*child), nullptr, TRUE);
+      InvalidateRect(child->window, nullptr, TRUE);
       break;
     case Field::kValue:
       MirrorValue(*child);
@@ -93,7 +103,7 @@ void ChildWindows::Mirror(const Control& control, Field field) {
       MirrorEntries(*child);
       break;
     case Field::kBounds:
-      LayOut(dpi_, compact_);
+      LayOut(dpi_);
       break;
     case Field::kTag:
     case Field::kChecked:
@@ -102,49 +112,58 @@ void ChildWindows::Mirror(const Control& control, Field field) {
 }
 
 void ChildWindows::MirrorAll(ChildWindow& child) {
-  const Control& control = *child.control;
+  const Control& control = child.control();
   SetFont(child);
-  if (const std::string* caption = CaptionOf(control)) {
-    SetWindowTextA(Handle(child), caption->c_str());
+  if (!control.caption.get().empty()) SetWindowTextA(child.window, control.caption.get().c_str());
+  switch (child.kind()) {
+    case ControlKind::kTextBox:
+      MirrorText(child);
+      break;
+    case ControlKind::kComboBox:
+      MirrorEntries(child);
+      break;
+    case ControlKind::kListBox: {
+      const auto& list = As<ListBox>(control);
+      for (std::size_t i = 0; i < list.items().size(); ++i) {
+        MirrorList(list, ListChange::kAdded, i);
+      }
+      MirrorSelection(child);
+      ShowList(child);
+      break;
+    }
+    case ControlKind::kCheckBox:
+    case ControlKind::kOption:
+      MirrorValue(child);
+      break;
+    default:
+      break;
   }
-  if (child.kind == ChildKind::kTextBox) MirrorText(child);
-  if (child.kind == ChildKind::kComboBox) MirrorEntries(child);
-  if (child.kind == ChildKind::kListBox) {
-    const auto& list = static_cast<const ListBox&>(*child.control);
-    for (std::size_t i = 0; i < list.items().size(); ++i) MirrorList(list, ListChange::kAdded, i);
-    MirrorSelection(child);
-    ShowList(child);
-  }
-  if (child.kind == ChildKind::kCheckBox || child.kind == ChildKind::kOption) MirrorValue(child);
-  tips_.SetText(child.window, Number(child.id), control.tool_tip);
-  EnableWindow(Handle(child), control.enabled);
+  tips_.SetText(child.window, child.number(), control.tool_tip);
+  EnableWindow(child.window, control.enabled);
   MirrorVisible(child);
 }
 
-void ChildWindows::MirrorMenuItem(const MenuItem& item) {
-  const auto id = FindControlId(item.name());
-  if (!id) return;
-  std::string caption = item.caption;
+void ChildWindows::MirrorMenuItem(const MenuRow& row) {
+  std::string caption = row.item.caption;
   MENUITEMINFOA info{};
   info.cbSize = sizeof info;
   info.fMask = MIIM_STRING | MIIM_STATE;
   info.dwTypeData = caption.data();
-  info.fState =
-      (item.checked ? MFS_CHECKED : MFS_UNCHECKED) | (item.enabled ? MFS_ENABLED : MFS_DISABLED);
-  SetMenuItemInfoA(static_cast<HMENU>(menu_), static_cast<UINT>(Number(*id)), FALSE, &info);
-  DrawMenuBar(static_cast<HWND>(owner_));
+  info.fState = (row.item.checked ? MFS_CHECKED : MFS_UNCHECKED) |
+                (row.item.enabled ? MFS_ENABLED : MFS_DISABLED);
+  SetMenuItemInfoA(menu_, static_cast<UINT>(Number(row.id)), FALSE, &info);
+  DrawMenuBar(owner_);
 }
 
 void ChildWindows::MirrorText(ChildWindow& child) {
-  const auto* box = dynamic_cast<const TextBox*>(child.control);
-  if (box == nullptr) return;  // a drop-down list shows its selected entry
+  if (child.kind() != ControlKind::kTextBox) return;  // a drop-down list shows its selected entry
   mirroring_text_ = true;
-  SetWindowTextA(Handle(child), box->text.get().c_str());
+  SetWindowTextA(child.window, As<TextBox>(child.control()).text.get().c_str());
   mirroring_text_ = false;
 }
 
 void ChildWindows::MirrorVisible(const ChildWindow& child) {
-  ShowWindow(Handle(child), Shown(child) ? SW_SHOWNA : SW_HIDE);
+  ShowWindow(child.window, Shown(child) ? SW_SHOWNA : SW_HIDE);
   UpdateDisabledTip(child);
   for (const ChildWindow& inner : children_) {
     if (inner.frame == &child) MirrorVisible(inner);
@@ -152,27 +171,27 @@ void ChildWindows::MirrorVisible(const ChildWindow& child) {
 }
 
 void ChildWindows::MirrorEnabled(ChildWindow& child) {
+  const bool enabled = child.control().enabled;
   // A disabled window would keep the keyboard to itself.
-  if (!child.control->enabled && GetFocus() == Handle(child)) {
-    ::SetFocus(Handle(*Find(ControlId::lstCallLog)));
-  }
-  EnableWindow(Handle(child), child.control->enabled);
-  InvalidateRect(Handle(child), nullptr, TRUE);
+  if (!enabled && GetFocus() == child.window) ::SetFocus(Find(table_->home)->window);
+  EnableWindow(child.window, enabled);
+  InvalidateRect(child.window, nullptr, TRUE);
   UpdateDisabledTip(child);
 }
 
 void ChildWindows::MirrorValue(ChildWindow& child) {
-  if (const auto* box = dynamic_cast<const CheckBox*>(child.control)) {
-    Send(child, BM_SETCHECK, static_cast<WPARAM>(box->value.get()));
-  } else if (const auto* option = dynamic_cast<const OptionButton*>(child.control)) {
-    Send(child, BM_SETCHECK, option->value ? BST_CHECKED : BST_UNCHECKED);
+  if (child.kind() == ControlKind::kCheckBox) {
+    child.Send(BM_SETCHECK, static_cast<WPARAM>(As<CheckBox>(child.control()).value));
+  } else {
+    const bool selected = As<OptionButton>(child.control()).value;
+    child.Send(BM_SETCHECK, selected ? BST_CHECKED : BST_UNCHECKED);
     SetTabStop(child);
   }
 }
 
 void ChildWindows::MirrorSelection(ChildWindow& child) {
-  if (const auto* combo = dynamic_cast<const ComboBox*>(child.control)) {
-    Send(child, CB_SETCURSEL, static_cast<WPARAM>(combo->list_index.get()));
+  if (child.kind() == ControlKind::kComboBox) {
+    child.Send(CB_SETCURSEL, static_cast<WPARAM>(As<ComboBox>(child.control()).list_index));
     return;
   }
   child.selection_waits = true;
@@ -180,39 +199,119 @@ void ChildWindows::MirrorSelection(ChildWindow& child) {
 }
 
 void ChildWindows::MirrorEntries(ChildWindow& child) {
-  const auto& combo = static_cast<const ComboBox&>(*child.control);
-  Send(child, CB_RESETCONTENT);
-  for (const ComboBox::Entry& entry : combo.entries.get()) {
-    Send(child, CB_ADDSTRING, 0, Text(entry.text));
+  child.Send(CB_RESETCONTENT);
+  for (const ComboBox::Entry& entry : As<ComboBox>(child.control()).entries.get()) {
+    child.Send(CB_ADDSTRING, 0, Text(entry.text));
   }
   MirrorSelection(child);
 }
 
 void ChildWindows::SetFont(const ChildWindow& child) {
-  Send(child, WM_SETFONT,
-       reinterpret_cast<WPARAM>(fonts_.Get(child.place->font, child.control->bold)), TRUE);
+  child.Send(WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(child)), TRUE);
 }
 
 // The tab key passes by what a compact window cuts off, and stops once in a group of options.
 void ChildWindows::SetTabStop(const ChildWindow& child) {
-  if (child.kind == ChildKind::kLabel || child.kind == ChildKind::kShape ||
-      child.kind == ChildKind::kFrame) {
+  if (child.kind() == ControlKind::kLabel || child.kind() == ControlKind::kShape ||
+      child.kind() == ControlKind::kFrame) {
     return;
   }
   RECT client{};
-  GetClientRect(static_cast<HWND>(owner_), &client);
-  bool stop = child.rect.left < client.right || child.id == ControlId::lstCallLog;
-  if (const auto* option = dynamic_cast<const OptionButton*>(child.control)) {
-    stop = stop && option->value;
+  GetClientRect(owner_, &client);
+  bool stop = child.rect.left < client.right || &child.control() == &table_->home;
+  if (child.kind() == ControlKind::kOption) {
+    stop = stop && As<OptionButton>(child.control()).value;
   }
-  const LONG_PTR style = GetWindowLongPtrA(Handle(child), GWL_STYLE);
+  const LONG_PTR style = GetWindowLongPtrA(child.window, GWL_STYLE);
   const LONG_PTR wanted = stop ? style | WS_TABSTOP : style & ~static_cast<LONG_PTR>(WS_TABSTOP);
-  if (style != wanted) SetWindowLongPtrA(Handle(child), GWL_STYLE, wanted);
+  if (style != wanted) SetWindowLongPtrA(child.window, GWL_STYLE, wanted);
 }
 
 void ChildWindows::UpdateDisabledTip(const ChildWindow& child) {
-  const bool covered = Shown(child) && !child.control->enabled;
-  tips_.SetDisabledRect(Number(child.id), covered ? child.rect : PixelRect{});
+  const bool covered = Shown(child) && !child.control().enabled;
+  tips_.SetDisabledRect(child.number(), covered ? child.rect : PixelRect{});
+}
+
+void ReportTopIndex(const ChildWindow& list) {
+  As<ListBox>(list.control()).ReportTopIndex(static_cast<int>(list.Send(LB_GETTOPINDEX)));
+}
+
+bool EndInView(const ChildWindow& list) {
+  const LRESULT count = list.Send(LB_GETCOUNT);
+  RECT line{};
+  RECT client{};
+  list.Send(LB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&line));
+  GetClientRect(list.window, &client);
+  return count == 0 || line.top < client.bottom;
+}
+
+void ScrollToEnd(const ChildWindow& list) {
+  list.Send(LB_SETTOPINDEX, static_cast<WPARAM>(list.Send(LB_GETCOUNT) - 1));
+  ReportTopIndex(list);
+}
+
+void ChildWindows::MirrorList(const ListBox& list, ListChange change, std::size_t index) {
+  ChildWindow* child = Find(list);
+  if (child == nullptr) return;
+  if (change == ListChange::kCleared) child->waiting.clear();
+  const bool has_text = change == ListChange::kAdded || change == ListChange::kReplaced;
+  child->waiting.push_back({change, index, has_text ? list.items()[index] : std::string{}});
+  lists_wait_ = true;
+  if (child->waiting.size() >= kMostWaiting) ShowList(*child);
+}
+
+void ChildWindows::ShowLists() {
+  if (!std::exchange(lists_wait_, false)) return;
+  for (ChildWindow& child : children_) ShowList(child);
+}
+
+void ChildWindows::ShowList(ChildWindow& list) {
+  const std::vector<LineChange> changes = std::exchange(list.waiting, {});
+  const bool selects = std::exchange(list.selection_waits, false);
+  if (changes.empty() && !selects) return;
+
+  list.Send(WM_SETREDRAW, FALSE);
+  for (const LineChange& change : changes) Apply(list, change);
+  if (selects) {
+    list.Send(LB_SETCURSEL, static_cast<WPARAM>(As<ListBox>(list.control()).list_index()));
+  }
+  list.Send(WM_SETREDRAW, TRUE);
+  InvalidateRect(list.window, nullptr, TRUE);
+  for (const LineChange& change : changes) {
+    if (change.change != ListChange::kCleared) {
+      Widen(list, change.text);
+    } else if (list.extent != 0) {
+      list.extent = 0;
+      list.Send(LB_SETHORIZONTALEXTENT);
+    }
+  }
+  ReportTopIndex(list);
+}
+
+void ChildWindows::Widen(ChildWindow& list, const std::string& line) {
+  if (!list.row->Has(kScrollsSideways)) return;
+  const HDC dc = GetDC(list.window);
+  const HGDIOBJ before = SelectObject(dc, FontOf(list));
+  SIZE size{};
+  GetTextExtentPoint32A(dc, line.data(), static_cast<int>(line.size()), &size);
+  SelectObject(dc, before);
+  ReleaseDC(list.window, dc);
+  const int wanted = static_cast<int>(size.cx) + kExtentMargin;
+  if (wanted <= list.extent) return;
+  list.extent = wanted;
+  list.Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(wanted));
+  // A scroll bar that comes with the first wide line must not cost the list its rows.
+  RECT client{};
+  GetClientRect(list.window, &client);
+  if (list.fitted_height != 0 && client.bottom != list.fitted_height) {
+    list.asked = {};
+    LayOut(dpi_);
+  }
+}
+
+void ChildWindows::MeasureLines(ChildWindow& list) {
+  list.extent = 0;
+  for (const std::string& line : As<ListBox>(list.control()).items()) Widen(list, line);
 }
 
 }  // namespace corvane

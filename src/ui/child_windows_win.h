@@ -1,30 +1,18 @@
-// The child windows and menu items of the main window: made from the controls' state, and brought
-// to every later change of it. Handles no input.
+// The child windows and menu items of one window: made from its table, and brought to every later
+// change of the controls' state. Handles no input.
 #pragma once
 
+#include <windows.h>
+
+#include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "panel/form1.h"
-#include "ui/control_ids.h"
-#include "ui/fonts_win.h"
+#include "ui/drawing_win.h"
 #include "ui/layout.h"
-#include "ui/painting_win.h"
 #include "ui/tool_tips_win.h"
 
 namespace corvane {
-
-enum class ChildKind {
-  kLabel,
-  kButton,
-  kTextBox,
-  kListBox,
-  kComboBox,
-  kCheckBox,
-  kOption,
-  kShape,
-  kFrame,
-};
 
 // A change of a list box's lines that its window does not show yet.
 struct LineChange {
@@ -34,31 +22,38 @@ struct LineChange {
 };
 
 struct ChildWindow {
-  ChildKind kind;
-  ControlId id;
-  Control* control;
-  const ControlPlace* place;
-  const ChildWindow* frame;           // nullptr: stands on the window itself
-  void* window;                       // HWND
-  PixelRect asked;                    // where the layout wants it
-  PixelRect rect;                     // where it stands
-  int extent;                         // lists: width of the widest line, in pixels
-  std::vector<LineChange> waiting{};  // lists
-  bool selection_waits = false;       // lists
+  const ControlRow* row;
+  HWND window;
+  const ChildWindow* frame = nullptr;  // nullptr: stands on the window itself
+  PixelRect asked{};                   // where the layout wants it
+  PixelRect rect{};                    // where it stands
+  int extent = 0;                      // lists: width of the widest line, in pixels
+  int fitted_height = 0;               // kFitsRows: the client height that its rows take
+  std::vector<LineChange> waiting{};   // lists
+  bool selection_waits = false;        // lists
+
+  [[nodiscard]] Control& control() const { return row->control; }
+  [[nodiscard]] ControlKind kind() const { return row->control.kind(); }
+  [[nodiscard]] int number() const { return Number(row->id); }
+  LRESULT Send(UINT message, WPARAM w_param = 0, LPARAM l_param = 0) const {
+    return SendMessageA(window, message, w_param, l_param);
+  }
 };
 
 class ChildWindows {
  public:
-  // Makes all of `form`'s controls on the window `owner` (HWND). False when one is refused.
-  [[nodiscard]] bool Create(void* owner, Form1& form, int dpi);
+  // Makes all of the table's controls on the window `owner`. False when one is refused. The table
+  // stays where it is until Clear.
+  [[nodiscard]] bool Create(HWND owner, const WindowTable& table, int dpi);
   // Forgets them; their windows end with the owner.
   void Clear();
 
   // nullptr for what is no child window of these.
   [[nodiscard]] ChildWindow* Find(const Control& control);
-  [[nodiscard]] ChildWindow* Find(ControlId id);
+  [[nodiscard]] ChildWindow* Find(HWND window);
+  [[nodiscard]] ChildWindow* FindNumber(int id);
   // The menu item with this command id, or nullptr.
-  [[nodiscard]] MenuItem* FindMenuItem(ControlId id);
+  [[nodiscard]] MenuItem* FindMenuItem(int id) const;
   [[nodiscard]] std::vector<ChildWindow>& all() { return children_; }
 
   // Brings the window (or menu item) of `control` to the state of `field`.
@@ -72,50 +67,48 @@ class ChildWindows {
   [[nodiscard]] bool mirroring_text() const { return mirroring_text_; }
 
   // Places everything for the owner's present client area.
-  void LayOut(int dpi, bool compact);
+  void LayOut(int dpi);
   // As LayOut, with fonts for another resolution.
-  void ChangeDpi(int dpi, bool compact);
+  void ChangeDpi(int dpi);
 
   // True when the control and its frame are shown.
   [[nodiscard]] bool Shown(const ChildWindow& child) const;
 
   // Answers WM_CTLCOLOR*: sets the colours of `dc` and gives the brush, nullptr for a stranger.
-  [[nodiscard]] void* ColourOf(void* dc, void* window);
+  [[nodiscard]] HBRUSH ColourOf(HDC dc, HWND window);
   // Answers WM_DRAWITEM; false for a stranger.
-  bool Draw(const void* draw_item);
+  bool Draw(const DRAWITEMSTRUCT& item);
   void PaintFrameOf(const ChildWindow& child);
 
  private:
-  [[nodiscard]] bool CreateChild(const ControlPlace& place, Control& control);
-  void CreateMenu();
+  [[nodiscard]] bool CreateChild(const ControlRow& row);
+  void CreateMenuBar();
   void MirrorAll(ChildWindow& child);
-  void MirrorMenuItem(const MenuItem& item);
+  void MirrorMenuItem(const MenuRow& row);
   void MirrorValue(ChildWindow& child);
   void MirrorSelection(ChildWindow& child);
-  void ShowList(ChildWindow& list);
   void MirrorEntries(ChildWindow& child);
   void MirrorText(ChildWindow& child);
   void MirrorVisible(const ChildWindow& child);
   void MirrorEnabled(ChildWindow& child);
+  void ShowList(ChildWindow& list);
+  void Widen(ChildWindow& list, const std::string& line);
+  void MeasureLines(ChildWindow& list);
+  [[nodiscard]] HFONT FontOf(const ChildWindow& child) const;
   void SetFont(const ChildWindow& child);
   void SetTabStop(const ChildWindow& child);
   void UpdateDisabledTip(const ChildWindow& child);
   void Place(ChildWindow& child);
-  void FitCallLog(ChildWindow& log);
-  void Widen(ChildWindow& list, const std::string& line);
-  void MeasureLines(ChildWindow& list);
+  void FitList(ChildWindow& list);
 
-  void* owner_ = nullptr;
-  void* menu_ = nullptr;
-  Form1* form_ = nullptr;
+  HWND owner_ = nullptr;
+  HMENU menu_ = nullptr;
+  const WindowTable* table_ = nullptr;
   int dpi_ = kDesignDpi;
-  bool compact_ = false;
-  int call_log_client_height_ = 0;
   bool mirroring_text_ = false;
   bool lists_wait_ = false;
   std::vector<ChildWindow> children_;
   std::unordered_map<const Control*, std::size_t> by_control_;
-  std::unordered_map<int, MenuItem*> menu_items_;
   FontSet fonts_;
   BrushCache brushes_;
   ToolTips tips_;

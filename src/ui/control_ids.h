@@ -3,9 +3,6 @@
 // given stays.
 #pragma once
 
-#include <optional>
-#include <string_view>
-
 namespace corvane {
 
 enum class ControlId : int {
@@ -100,9 +97,6 @@ enum class ControlId : int {
   txtSSI_labelEdit = 1214,
   lblLastSeen = 1215,
 };
-
-// The id that belongs to a control's own name; nullopt for a name that is no control's.
-[[nodiscard]] std::optional<ControlId> FindControlId(std::string_view name);
 
 [[nodiscard]] constexpr int Number(ControlId id) {
   return static_cast<int>(id);

@@ -7,9 +7,17 @@
 
 #include "panel/form1.h"
 #include "ui/actions.h"
-#include "ui/editor_hand_over.h"
 
 namespace corvane {
+
+// What the main window tells the G/SSI editor when it shows it.
+struct EditorHandOver {
+  std::int32_t EditorMcc = 0;
+  std::int32_t EditorMnc = 0;
+  std::int32_t EditorGssi = 0;   // 0: none
+  std::int32_t EditorSsi = 0;    // 0: none
+  bool EditorPreselect = false;  // the editor is to select EditorGssi and EditorSsi
+};
 
 // What a call-log line names; the other one is 0.
 struct LineParty {

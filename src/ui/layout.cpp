@@ -1,4 +1,4 @@
-// Arithmetic of the layout. The table itself is in layout_table.cpp.
+// Arithmetic of the layout. The main window's table is in main_layout.cpp.
 #include "ui/layout.h"
 
 #include <algorithm>
@@ -13,8 +13,7 @@ namespace {
 // twips, from the controls that grow; beyond it they are cut off.
 constexpr int kMostShrinkage = 360;
 
-// Whole rows of the call log and the least and most of one more, in hundredths of a row.
-constexpr int kFullRows = 21;
+// The least and most that shows of the row behind the full ones, in hundredths of a row.
 constexpr int kLeastPart = 30;
 constexpr int kMostPart = 70;
 
@@ -42,25 +41,52 @@ PixelRect Scale(const TwipRect& rect, int dpi) {
           ToPixels(rect.top + rect.height, dpi) - top};
 }
 
-void Grow(PixelRect& rect, unsigned growth, const Extra& extra) {
-  if ((growth & kMovesRight) != 0) rect.left += extra.width;
-  if ((growth & kGrowsRight) != 0) rect.width += extra.width;
-  if ((growth & kMovesDown) != 0) rect.top += extra.height;
-  if ((growth & kGrowsDown) != 0) rect.height += extra.height;
+void Grow(PixelRect& rect, unsigned traits, const Extra& extra) {
+  if ((traits & kMovesRight) != 0) rect.left += extra.width;
+  if ((traits & kGrowsRight) != 0) rect.width += extra.width;
+  if ((traits & kMovesDown) != 0) rect.top += extra.height;
+  if ((traits & kGrowsDown) != 0) rect.height += extra.height;
 }
 
-// In compact mode everything but the call details stays where a least normal window has it, cut off
-// by the window's edge.
-Extra ExtraSpace(const LayoutInput& input, bool in_call_details) {
-  if (input.compact && !in_call_details) return {};
-  const int least_height = input.compact ? kCompactClientHeight : kClientHeight;
-  const int most_shrinkage = ToPixels(kMostShrinkage, input.dpi);
+// In compact mode everything else stays where a least normal window has it, cut off by the window's
+// edge.
+Extra ExtraSpace(const WindowTable& table, bool in_compact, int dpi, int client_width,
+                 int client_height) {
+  const bool compact = table.IsCompact();
+  if (compact && !in_compact) return {};
+  const int least_height = compact ? table.compact_client_height : table.client_height;
+  const int most_shrinkage = ToPixels(kMostShrinkage, dpi);
   Extra extra;
-  extra.height = std::max(input.client_height - ToPixels(least_height, input.dpi), -most_shrinkage);
-  if (!input.compact) {
-    extra.width = std::max(input.client_width - ToPixels(kClientWidth, input.dpi), -most_shrinkage);
+  extra.height = std::max(client_height - ToPixels(least_height, dpi), -most_shrinkage);
+  if (!compact) {
+    extra.width = std::max(client_width - ToPixels(table.client_width, dpi), -most_shrinkage);
   }
   return extra;
+}
+
+// Where the row's control stands in the client area, before anything grows.
+TwipRect PlaceOf(const ControlRow& row, const ControlRow* frame) {
+  TwipRect rect{row.left, row.top, row.width, row.height};
+  if (frame != nullptr) {
+    rect.left += frame->left;
+    rect.top += frame->top;
+  }
+  const ControlRow& outer = frame != nullptr ? *frame : row;
+  if (outer.Has(kMovable)) {
+    const Frame::Corner& corner = As<Frame>(outer.control).corner;
+    rect.left += corner.left;
+    rect.top += corner.top;
+  }
+  return rect;
+}
+
+const ControlRow* FrameOf(const ControlRow& row, const WindowTable& table) {
+  if (row.frame == nullptr) return nullptr;
+  const auto found =
+      std::find_if(table.controls.begin(), table.controls.end(),
+                   [&](const ControlRow& other) { return &other.control == row.frame; });
+  assert(found != table.controls.end());
+  return &*found;
 }
 
 long long SquaredDistance(const PixelRect& one, const PixelRect& other) {
@@ -96,12 +122,11 @@ int FontPixels(FontKind kind, int dpi) {
   return (FontOf(kind).quarter_points * dpi + kQuarterPointsPerInch / 2) / kQuarterPointsPerInch;
 }
 
-const ControlPlace& PlaceOf(ControlId id) {
-  const auto places = MainWindowPlaces();
-  const auto found = std::find_if(places.begin(), places.end(),
-                                  [id](const ControlPlace& place) { return place.id == id; });
-  assert(found != places.end());
-  return *found;
+std::vector<Control*> WindowTable::AllControls() const {
+  std::vector<Control*> all;
+  for (const ControlRow& row : controls) all.push_back(&row.control);
+  for (const MenuRow& row : menu) all.push_back(&row.item);
+  return all;
 }
 
 int ToPixels(int twips, int dpi) {
@@ -110,35 +135,26 @@ int ToPixels(int twips, int dpi) {
   return static_cast<int>((scaled + half) / kTwipsPerInch);
 }
 
-std::vector<PlacedControl> ComputeLayout(const LayoutInput& input) {
-  std::vector<PlacedControl> placed;
-  for (const ControlPlace& place : MainWindowPlaces()) {
-    const ControlPlace* frame = place.frame ? &PlaceOf(*place.frame) : nullptr;
-    const bool in_call_details =
-        place.id == ControlId::fraCallDetails || place.frame == ControlId::fraCallDetails;
-    TwipRect rect{place.left, place.top, place.width, place.height};
-    if (in_call_details) {
-      if (frame == nullptr) rect.left = rect.top = 0;
-      rect.left += input.call_details_left;
-      rect.top += input.call_details_top;
-    } else if (frame != nullptr) {
-      rect.left += frame->left;
-      rect.top += frame->top;
-    }
-    PixelRect pixels = Scale(rect, input.dpi);
-    const Extra extra = ExtraSpace(input, in_call_details);
-    if (frame != nullptr) Grow(pixels, frame->growth & (kMovesRight | kMovesDown), extra);
-    Grow(pixels, place.growth, extra);
-    placed.push_back({place.id, pixels});
+std::vector<PixelRect> ComputeLayout(const WindowTable& table, int dpi, int client_width,
+                                     int client_height) {
+  std::vector<PixelRect> placed;
+  for (const ControlRow& row : table.controls) {
+    const ControlRow* frame = FrameOf(row, table);
+    PixelRect pixels = Scale(PlaceOf(row, frame), dpi);
+    const bool in_compact = (frame != nullptr ? *frame : row).Has(kInCompact);
+    const Extra extra = ExtraSpace(table, in_compact, dpi, client_width, client_height);
+    if (frame != nullptr) Grow(pixels, frame->traits & (kMovesRight | kMovesDown), extra);
+    Grow(pixels, row.traits, extra);
+    placed.push_back(pixels);
   }
   return placed;
 }
 
-RowFit FitCallLogRows(int available, int font_height) {
-  const int row = std::max(font_height, available * 100 / (kFullRows * 100 + kLeastPart));
+RowFit FitRows(int full_rows, int available, int font_height) {
+  const int row = std::max(font_height, available * 100 / (full_rows * 100 + kLeastPart));
   const int part =
-      std::clamp(available - kFullRows * row, (row * kLeastPart + 99) / 100, row * kMostPart / 100);
-  return {row, kFullRows * row + part};
+      std::clamp(available - full_rows * row, (row * kLeastPart + 99) / 100, row * kMostPart / 100);
+  return {row, full_rows * row + part};
 }
 
 PixelRect MoveIntoView(const PixelRect& window, std::span<const PixelRect> screens) {

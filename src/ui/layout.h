@@ -1,37 +1,18 @@
-// Where the main window's controls stand: a table in twips (1440 per inch), scaled to the pixels of
-// a screen by plain arithmetic. Knows no window system.
+// Where the controls of a window stand: a table in twips (1440 per inch), scaled to the pixels of a
+// screen by plain arithmetic. Knows no window system, and no window of the program.
 #pragma once
 
 #include <optional>
 #include <span>
 #include <vector>
 
+#include "panel/controls.h"
 #include "ui/control_ids.h"
 
 namespace corvane {
 
 inline constexpr int kTwipsPerInch = 1440;
 inline constexpr int kDesignDpi = 96;
-
-// The outer size of the window, and where the call details stand in it, in twips.
-struct WindowArrangement {
-  int width;
-  int height;
-  int call_details_left;
-  int call_details_top;
-  bool winsock_visible;
-  const char* title;
-};
-inline constexpr WindowArrangement kNormalArrangement = {12450, 6120, 120,
-                                                         1680,  true, "Corvane v0.99.6s"};
-inline constexpr WindowArrangement kCompactArrangement = {3690, 4440,  120,
-                                                          0,    false, "Corva v0.99.6s"};
-
-// The least client area that a window of those outer sizes has (wide sizing borders), in twips. A
-// larger one goes to the controls that grow.
-inline constexpr int kClientWidth = 12210;
-inline constexpr int kClientHeight = 5235;
-inline constexpr int kCompactClientHeight = 3555;
 
 enum class FontKind {
   kText,   // Tahoma 8.25
@@ -47,31 +28,70 @@ struct FontSpec {
 // The character height to ask for, in pixels, as a positive number.
 [[nodiscard]] int FontPixels(FontKind kind, int dpi);
 
-// What a control does with client area beyond the least.
-enum Growth : unsigned {
-  kFixed = 0,
-  kGrowsRight = 1,
-  kGrowsDown = 2,
-  kMovesRight = 4,
-  kMovesDown = 8,
+// What a control does with client area beyond the least, and what else is its own.
+enum Trait : unsigned {
+  kPlain = 0,
+  kGrowsRight = 1U << 0,
+  kGrowsDown = 1U << 1,
+  kMovesRight = 1U << 2,
+  kMovesDown = 1U << 3,
+  kInCompact = 1U << 4,         // frame: what a compact window is about, with all that is in it
+  kMovable = 1U << 5,           // frame: stands at its corner, not at a place of the table
+  kTakesMouse = 1U << 6,        // frame: the mouse over it and its labels is told of
+  kClickable = 1U << 7,         // label: the mouse pointer is a hand
+  kBordered = 1U << 8,          // label: with a border, its text in the middle of the height
+  kCentred = 1U << 9,           // label: its text in the middle of the width
+  kScrollsSideways = 1U << 10,  // list: as far as its widest line
+  kFitsRows = 1U << 11,         // list: its full rows and a part of the next, bars always there
 };
 
-struct ControlPlace {
+// One control of a window, a child window of it.
+struct ControlRow {
   ControlId id;
-  std::optional<ControlId> frame;  // left and top count from it; none: from the client area
-  int left;                        // twips, like the next three
+  Control& control;
+  const Frame* frame;  // left and top count from it; nullptr: from the client area
+  int left;            // twips, like the next three
   int top;
   int width;
   int height;
   FontKind font;
-  unsigned growth;  // of Growth
+  unsigned traits;  // of Trait
+
+  [[nodiscard]] bool Has(Trait trait) const { return (traits & trait) != 0; }
 };
 
-// Every child window of the main window once: first the controls in the order of the tab key, then
-// the frames, which lie behind them.
-[[nodiscard]] std::span<const ControlPlace> MainWindowPlaces();
-// The entry of `id`; `id` is one of them.
-[[nodiscard]] const ControlPlace& PlaceOf(ControlId id);
+struct MenuRow {
+  ControlId id;
+  MenuItem& item;
+  const MenuItem* menu;  // the item that opens the menu it stands in; nullptr: in the menu bar
+};
+
+// Everything about the controls of one window, from which the rest follows: what is made, in which
+// order the tab key goes round, by which number others find it, where it stands. Sizes are in
+// twips.
+struct WindowTable {
+  Window& window;
+  const char* window_class;
+  // The outer size to begin with, and the least client area that a window of that size has (wide
+  // sizing borders). A larger one goes to the controls that grow.
+  int width;
+  int height;
+  int client_width;
+  int client_height;
+  // The window is compact while the item is checked; nullptr: never.
+  const MenuItem* compact;
+  int compact_client_height;
+  // Takes the keyboard when what has it cannot keep it.
+  Control& home;
+  // In the order of the tab key; last the frames, which lie behind what stands in them.
+  std::vector<ControlRow> controls;
+  // From left to right; what opens a menu before what is in it.
+  std::vector<MenuRow> menu;
+
+  [[nodiscard]] bool IsCompact() const { return compact != nullptr && compact->checked; }
+  // Controls and menu items together.
+  [[nodiscard]] std::vector<Control*> AllControls() const;
+};
 
 struct PixelRect {
   int left = 0;
@@ -86,31 +106,18 @@ struct PixelRect {
 // Twips to pixels, rounded to nearest.
 [[nodiscard]] int ToPixels(int twips, int dpi);
 
-struct LayoutInput {
-  int dpi = kDesignDpi;
-  int client_width = 0;   // pixels
-  int client_height = 0;  // pixels
-  bool compact = false;
-  int call_details_left = kNormalArrangement.call_details_left;  // twips
-  int call_details_top = kNormalArrangement.call_details_top;    // twips
-};
+// The places of all controls in a client area of that many pixels, in the order of the table.
+[[nodiscard]] std::vector<PixelRect> ComputeLayout(const WindowTable& table, int dpi,
+                                                   int client_width, int client_height);
 
-struct PlacedControl {
-  ControlId id;
-  PixelRect rect;  // in the client area
-};
-
-// The places of all controls, in the order of MainWindowPlaces.
-[[nodiscard]] std::vector<PlacedControl> ComputeLayout(const LayoutInput& input);
-
-// The rows of the call log: 21 whole ones and a part of the next have to show in it.
+// The rows of a list that has to show so many whole ones and a part of the next.
 struct RowFit {
   int row_height = 0;     // pixels of one row
   int client_height = 0;  // pixels that the rows take together
 };
 // Divides `available` pixels; rows are at least `font_height` high, so that a small `available` is
 // exceeded rather than text cut off.
-[[nodiscard]] RowFit FitCallLogRows(int available, int font_height);
+[[nodiscard]] RowFit FitRows(int full_rows, int available, int font_height);
 
 // `window` moved, if need be, so that its title bar can be reached on one of the screens' work
 // areas; those are not empty.

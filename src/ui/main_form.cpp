@@ -1,38 +1,35 @@
-// The main window's user events and their handlers.
+// The main window's handlers.
 #include "ui/main_form.h"
 
-#include "panel/logs.h"
-#include "ui/editor_entry.h"
-#include "ui/layout.h"
-#include "ui/preset_boxes.h"
+#include <array>
+#include <span>
+
+#include "base/number_text.h"
+#include "ui/main_layout.h"
 
 namespace corvane {
 
 namespace {
 
 constexpr int kCheckboxPageIndex = 4;
+constexpr std::size_t kLongestParkText = 6;
 
 std::array<Frame*, 5> PagesOf(Form1& form) {
   return {&form.fraPresets, &form.fraRecordingOptions, &form.fraOptions, &form.fraLoggingOptions,
           &form.fraCheckboxDetection};
 }
 
-template <std::size_t kCount>
-int SelectedOption(const std::array<OptionButton, kCount>& options) {
-  for (std::size_t index = 0; index < kCount; ++index) {
-    if (options[index].value) return static_cast<int>(index);
-  }
-  return -1;
-}
-
 // True when `chosen` was one of them.
-template <std::size_t kCount>
-bool ChooseAmong(std::array<OptionButton, kCount>& options, const OptionButton& chosen) {
+bool ChooseAmong(std::span<OptionButton> options, const OptionButton& chosen) {
   bool found = false;
   for (const OptionButton& option : options) found = found || &option == &chosen;
   if (!found) return false;
   for (OptionButton& option : options) option.value = &option == &chosen;
   return true;
+}
+
+bool PassesDigitFilter(int code) {
+  return code == kBackspaceCode || (code >= '0' && code <= '9');
 }
 
 }  // namespace
@@ -43,39 +40,7 @@ MainForm::MainForm(Form1& form, Presets& presets, const ProgramFlags& flags,
       presets_(presets),
       flags_(flags),
       tmrDetectcheckbox_(tmrDetectcheckbox),
-      actions_(actions) {
-  ConnectClicks();
-  ConnectDoubleClicks();
-}
-
-void MainForm::ConnectClicks() {
-  for (int index = 0; index < static_cast<int>(form_.cmdSettingTab.size()); ++index) {
-    on_click_[&form_.cmdSettingTab[static_cast<std::size_t>(index)]] = [this, index] {
-      ShowSettingsPage(index);
-    };
-  }
-  for (OptionButton& option : form_.optOffsets) on_click_[&option] = [this] { ApplyOffset(); };
-  for (OptionButton& option : form_.optRecordMode) {
-    on_click_[&option] = [this] { ApplyRecordMode(); };
-  }
-  on_click_[&form_.cmdStartAll] = [this] { StartClicked(); };
-  on_click_[&form_.mnuCompactMode] = [this] { FlipCompactMode(); };
-  on_click_[&form_.mnuGSSIEditor] = [this] { ShowEditorFromMenu(hand_over_, actions_); };
-  on_click_[&form_.lblManualD_Release] = [this] { actions_.ManualRelease(); };
-  on_click_[&form_.cmdSetCheckedValue] = [this] { actions_.SampleCheckedColour(); };
-  on_click_[&form_.cmdSetUnCheckedValue] = [this] { actions_.SampleUnCheckedColour(); };
-}
-
-void MainForm::ConnectDoubleClicks() {
-  on_double_click_[&form_.lstCallLog] = [this] {
-    ShowEditorFromCallLog(form_, hand_over_, actions_);
-  };
-  on_double_click_[&form_.lstRecOnlyGSSI] = [this] {
-    if (form_.lstRecOnlyGSSI.list_index() >= 0) actions_.RemoveRecOnlyGssi();
-  };
-  on_double_click_[&form_.lblChangeToCcFrequency] = [this] { actions_.ParkOnControlChannel(); };
-  on_double_click_[&form_.lblPositionSdrSharpCC] = [this] { actions_.CaptureSdrPosition(); };
-}
+      actions_(actions) {}
 
 bool MainForm::Accepts(const Control& control) const {
   return !flags_.mblnShuttingDown && control.enabled;
@@ -83,29 +48,59 @@ bool MainForm::Accepts(const Control& control) const {
 
 void MainForm::Click(Control& control) {
   if (!Accepts(control)) return;
-  if (auto* box = dynamic_cast<CheckBox*>(&control)) {
-    TickBox(*box);
-    return;
+  switch (control.kind()) {
+    case ControlKind::kButton:
+      return ClickButton(control);
+    case ControlKind::kCheckBox:
+      return TickBox(As<CheckBox>(control));
+    case ControlKind::kOption:
+      return ChooseOption(As<OptionButton>(control));
+    case ControlKind::kMenuItem:
+      return ClickMenuItem(control);
+    default:
+      if (&control == &form_.lblManualD_Release) actions_.ManualRelease();
   }
-  if (auto* option = dynamic_cast<OptionButton*>(&control)) ChooseOption(*option);
-  const auto handler = on_click_.find(&control);
-  if (handler != on_click_.end()) handler->second();
+}
+
+void MainForm::ClickButton(const Control& button) {
+  if (&button == &form_.cmdStartAll) return StartClicked();
+  if (&button == &form_.cmdSetCheckedValue) return actions_.SampleCheckedColour();
+  if (&button == &form_.cmdSetUnCheckedValue) return actions_.SampleUnCheckedColour();
+  for (std::size_t tab = 0; tab < form_.cmdSettingTab.size(); ++tab) {
+    if (&button == &form_.cmdSettingTab[tab]) ShowSettingsPage(static_cast<int>(tab));
+  }
+}
+
+void MainForm::ClickMenuItem(const Control& item) {
+  if (&item == &form_.mnuGSSIEditor) ShowEditorFromMenu(hand_over_, actions_);
+  if (&item == &form_.mnuCompactMode) {
+    form_.mnuCompactMode.checked = !form_.mnuCompactMode.checked;
+    ApplyCompactMode();
+  }
 }
 
 void MainForm::DoubleClick(Control& control) {
   if (!Accepts(control)) return;
-  const auto handler = on_double_click_.find(&control);
-  if (handler != on_double_click_.end()) handler->second();
+  if (&control == &form_.lstCallLog) ShowEditorFromCallLog(form_, hand_over_, actions_);
+  if (&control == &form_.lstRecOnlyGSSI && form_.lstRecOnlyGSSI.list_index() >= 0) {
+    actions_.RemoveRecOnlyGssi();
+  }
+  if (&control == &form_.lblChangeToCcFrequency) actions_.ParkOnControlChannel();
+  if (&control == &form_.lblPositionSdrSharpCC) actions_.CaptureSdrPosition();
 }
 
 void MainForm::TextEdited(TextBox& box, const std::string& text) {
   if (Accepts(box)) box.text.TakeFromUser(text);
 }
 
+bool MainForm::IsPresetBox(const Control& control) const {
+  return &control == &form_.txtTimeout || &control == &form_.txtVcVolume ||
+         &control == &form_.txtParkCarrier;
+}
+
 bool MainForm::KeyPress(Control& control, int code) {
   if (!Accepts(control)) return false;
-  const bool is_preset = &control == &form_.txtTimeout || &control == &form_.txtVcVolume ||
-                         &control == &form_.txtParkCarrier;
+  const bool is_preset = IsPresetBox(control);
   if (code != kEnterCode) return !is_preset || PassesDigitFilter(code);
   if (&control == &form_.txtRecOnlyGSSI) actions_.AddRecOnlyGssi();
   if (is_preset || &control == &form_.txtRecOnlyGSSI) SetFocus(form_, form_.lstStatusLog);
@@ -123,10 +118,30 @@ void MainForm::KeyUp(Control& control, int key_code) {
 void MainForm::LostFocus(Control& control) {
   if (!Accepts(control)) return;
   bool to_be_saved = false;
-  if (&control == &form_.txtTimeout) to_be_saved = AcceptTimeout(form_, presets_);
-  if (&control == &form_.txtVcVolume) to_be_saved = AcceptVolume(form_, presets_);
-  if (&control == &form_.txtParkCarrier) AcceptParkCarrier(form_, presets_);
+  if (&control == &form_.txtTimeout) {
+    to_be_saved = Accept(form_.txtTimeout, 1, kLongestTimeoutSeconds, presets_.CallTimeoutSeconds);
+  }
+  if (&control == &form_.txtVcVolume) {
+    to_be_saved = Accept(form_.txtVcVolume, kLowestVolume, kHighestVolume, presets_.VcAudioGain);
+  }
+  if (&control == &form_.txtParkCarrier) {
+    Accept(form_.txtParkCarrier, 0, kHighestParkCarrier, presets_.ParkCarrier);
+  }
   if (to_be_saved) actions_.SaveSettings();
+}
+
+// Pasted text can be anything; a number too large for the type is as wrong as letters.
+bool MainForm::Accept(TextBox& box, std::int16_t lowest, std::int16_t highest,
+                      std::int16_t& value) {
+  const std::string& text = box.text;
+  const auto number = ParseDecimal<std::int16_t>(text);
+  const bool too_long = &box == &form_.txtParkCarrier && text.size() > kLongestParkText;
+  if (too_long || !number || *number < lowest || *number > highest) {
+    box.text = Decimal(value);
+    return false;
+  }
+  value = *number;
+  return true;
 }
 
 void MainForm::ListSelected(ListBox& list, int index, bool by_mouse) {
@@ -169,14 +184,15 @@ void MainForm::SessionEnding() {
 
 void MainForm::TickBox(CheckBox& box) {
   const bool was_checked = box.checked();
-  box.value = box.value.get() == 0 ? 1 : 0;
+  box.value = box.value == 0 ? 1 : 0;
   if (&box == &form_.chkCreateCallActivityCvsFile && box.checked() != was_checked) {
     actions_.LogModeSwitched(box.checked());
   }
 }
 
 void MainForm::ChooseOption(OptionButton& option) {
-  if (!ChooseAmong(form_.optOffsets, option)) ChooseAmong(form_.optRecordMode, option);
+  if (ChooseAmong(form_.optOffsets, option)) ApplyOffset();
+  if (ChooseAmong(form_.optRecordMode, option)) EnableRecOnlyControls(form_);
 }
 
 void MainForm::ApplyBaseFrequency() {
@@ -189,32 +205,19 @@ void MainForm::ApplyOffset() {
   if (index >= 0) presets_.FrequencyOffset = kCarrierOffsets[static_cast<std::size_t>(index)];
 }
 
-void MainForm::ApplyRecordMode() {
-  const bool select_mode = form_.optRecordMode[2].value;
-  form_.txtRecOnlyGSSI.enabled = select_mode;
-  form_.lstRecOnlyGSSI.enabled = select_mode;
-}
-
 void MainForm::StartClicked() {
   form_.cmdStartAll.enabled = false;
   form_.cmdStartAll.back_colour = kButtonFace;
   actions_.StartLink();
 }
 
-void MainForm::FlipCompactMode() {
-  form_.mnuCompactMode.checked = !form_.mnuCompactMode.checked;
-  ApplyCompactMode();
-}
-
 void MainForm::ApplyCompactMode() {
   const WindowArrangement& arrangement =
       form_.mnuCompactMode.checked ? kCompactArrangement : kNormalArrangement;
-  form_.width = arrangement.width;
-  form_.height = arrangement.height;
-  form_.fraCallDetails.top = arrangement.call_details_top;
-  form_.fraCallDetails.left = arrangement.call_details_left;
+  form_.Resize(arrangement.width, arrangement.height);
+  form_.fraCallDetails.corner = arrangement.call_details;
   form_.fraWinsock.visible = arrangement.winsock_visible;
-  form_.Window::caption = arrangement.title;
+  form_.caption = arrangement.title;
 }
 
 void MainForm::ShowSettingsPage(int index) {
@@ -231,7 +234,7 @@ void MainForm::ShowSettingsPage(int index) {
 void MainForm::ApplyRestoredSettings() {
   ApplyBaseFrequency();
   ApplyOffset();
-  ApplyRecordMode();
+  EnableRecOnlyControls(form_);
   ApplyCompactMode();
   ShowSettingsPage(0);
   if (form_.chkCreateCallActivityCvsFile.checked()) actions_.LogModeSwitched(true);

@@ -2,8 +2,7 @@
 // which handler then runs. Knows no window system and nothing of the program behind Actions.
 #pragma once
 
-#include <functional>
-#include <map>
+#include <cstdint>
 #include <string>
 
 #include "base/loop.h"
@@ -11,21 +10,12 @@
 #include "panel/presets.h"
 #include "panel/program_flags.h"
 #include "ui/actions.h"
-#include "ui/editor_hand_over.h"
+#include "ui/editor_entry.h"
+#include "ui/user_events.h"
 
 namespace corvane {
 
-// Mouse buttons as MouseUp counts them.
-inline constexpr int kLeftButton = 1;
-inline constexpr int kRightButton = 2;
-inline constexpr int kMiddleButton = 4;
-
-// Key codes and characters with a meaning here.
-inline constexpr int kBackspaceCode = 8;
-inline constexpr int kEnterCode = 13;
-inline constexpr int kSpaceBarCode = 32;
-
-class MainForm {
+class MainForm final : public UserEvents {
  public:
   // `tmrDetectcheckbox` is switched with the settings page; its tick belongs to whoever made it.
   MainForm(Form1& form, Presets& presets, const ProgramFlags& flags, Timer& tmrDetectcheckbox,
@@ -33,31 +23,20 @@ class MainForm {
   MainForm(const MainForm&) = delete;
   MainForm& operator=(const MainForm&) = delete;
 
-  // -- What the user does. Each method first brings the state to what the user sees, then runs the
-  // handler, which may let events run. All of them do nothing once mblnShuttingDown is set, and
-  // nothing for a disabled control.
-
-  // Buttons, check boxes, option buttons, labels, menu items. Check boxes and option buttons take
-  // their new value here, through the sink: the window need not change by itself.
-  void Click(Control& control);
-  // Labels and lists; the list's selection has been reported before.
-  void DoubleClick(Control& control);
-  // The box shows `text` now. No echo to the sink.
-  void TextEdited(TextBox& box, const std::string& text);
-  // A character is about to be typed; false when it is to be discarded.
-  [[nodiscard]] bool KeyPress(Control& control, int code);
-  void KeyUp(Control& control, int key_code);
-  // The control has lost the keyboard focus. A real window reports this by itself, also for a
-  // change of focus that FocusWanted caused; a simulated one must do the same.
-  void LostFocus(Control& control);
-  // Line `index` (-1: none) is selected now. No echo to the sink.
-  void ListSelected(ListBox& list, int index, bool by_mouse);
-  void ComboSelected(ComboBox& combo, int index);
-  void MouseUp(Control& control, int button);
-  // The mouse moved over a control's own area; for a frame, over it and the labels in it.
-  void MouseMove(Control& control, bool form_is_foreground);
-  void CloseRequested();
-  void SessionEnding();
+  // -- What the user does. All of these do nothing once mblnShuttingDown is set, and nothing for a
+  // disabled control.
+  void Click(Control& control) override;
+  void DoubleClick(Control& control) override;
+  void TextEdited(TextBox& box, const std::string& text) override;
+  [[nodiscard]] bool KeyPress(Control& control, int code) override;
+  void KeyUp(Control& control, int key_code) override;
+  void LostFocus(Control& control) override;
+  void ListSelected(ListBox& list, int index, bool by_mouse) override;
+  void ComboSelected(ComboBox& combo, int index) override;
+  void MouseUp(Control& control, int button) override;
+  void MouseMove(Control& control, bool form_is_foreground) override;
+  void CloseRequested() override;
+  void SessionEnding() override;
 
   // -- What the program does.
 
@@ -77,18 +56,17 @@ class MainForm {
   [[nodiscard]] EditorHandOver& hand_over() { return hand_over_; }
 
  private:
-  using Handler = std::function<void()>;
-
-  void ConnectClicks();
-  void ConnectDoubleClicks();
   [[nodiscard]] bool Accepts(const Control& control) const;
-  void StartClicked();
-  void FlipCompactMode();
-  void ApplyBaseFrequency();
-  void ApplyOffset();
-  void ApplyRecordMode();
+  void ClickButton(const Control& button);
+  void ClickMenuItem(const Control& item);
   void TickBox(CheckBox& box);
   void ChooseOption(OptionButton& option);
+  void StartClicked();
+  void ApplyBaseFrequency();
+  void ApplyOffset();
+  [[nodiscard]] bool IsPresetBox(const Control& control) const;
+  // The text becomes the value in force, or that one goes back into the box. True when accepted.
+  bool Accept(TextBox& box, std::int16_t lowest, std::int16_t highest, std::int16_t& value);
 
   Form1& form_;
   Presets& presets_;
@@ -96,8 +74,6 @@ class MainForm {
   Timer& tmrDetectcheckbox_;
   Actions& actions_;
   EditorHandOver hand_over_;
-  std::map<const Control*, Handler> on_click_;
-  std::map<const Control*, Handler> on_double_click_;
 };
 
 }  // namespace corvane

@@ -1,8 +1,6 @@
 // Tool tips by the common control, ANSI texts.
 #include "ui/tool_tips_win.h"
 
-#include <windows.h>
-//
 #include <commctrl.h>
 
 namespace corvane {
@@ -10,39 +8,39 @@ namespace corvane {
 namespace {
 
 // Two tools per control: its window, and its rectangle in the owner.
-TTTOOLINFOA WindowTool(void* control) {
+TTTOOLINFOA WindowTool(HWND control) {
   TTTOOLINFOA tool{};
   tool.cbSize = sizeof tool;
   tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-  tool.hwnd = GetParent(static_cast<HWND>(control));
+  tool.hwnd = GetParent(control);
   tool.uId = reinterpret_cast<UINT_PTR>(control);
   return tool;
 }
 
-TTTOOLINFOA RectTool(void* owner, int id) {
+TTTOOLINFOA RectTool(HWND owner, int id) {
   TTTOOLINFOA tool{};
   tool.cbSize = sizeof tool;
   tool.uFlags = TTF_SUBCLASS;
-  tool.hwnd = static_cast<HWND>(owner);
+  tool.hwnd = owner;
   tool.uId = static_cast<UINT_PTR>(id);
   return tool;
 }
 
-void Send(void* tips, UINT message, TTTOOLINFOA& tool) {
-  SendMessageA(static_cast<HWND>(tips), message, 0, reinterpret_cast<LPARAM>(&tool));
+void Send(HWND tips, UINT message, TTTOOLINFOA& tool) {
+  SendMessageA(tips, message, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 }  // namespace
 
-void ToolTips::Create(void* owner) {
+void ToolTips::Create(HWND owner) {
   owner_ = owner;
   tips_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr,
                           WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
-                          CW_USEDEFAULT, CW_USEDEFAULT, static_cast<HWND>(owner), nullptr,
-                          GetModuleHandleA(nullptr), nullptr);
+                          CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, GetModuleHandleA(nullptr),
+                          nullptr);
 }
 
-void ToolTips::Add(void* control, int id) {
+void ToolTips::Add(HWND control, int id) {
   if (tips_ == nullptr) return;
   char nothing[] = "";
   TTTOOLINFOA window = WindowTool(control);
@@ -53,7 +51,7 @@ void ToolTips::Add(void* control, int id) {
   Send(tips_, TTM_ADDTOOLA, rect);
 }
 
-void ToolTips::SetText(void* control, int id, const std::string& text) {
+void ToolTips::SetText(HWND control, int id, const std::string& text) {
   if (tips_ == nullptr) return;
   std::string copy = text;
   TTTOOLINFOA window = WindowTool(control);

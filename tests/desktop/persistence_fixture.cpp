@@ -10,6 +10,7 @@
 #include "base/wall_clock_win.h"
 #include "panel/form1.h"
 #include "panel/presets.h"
+#include "app/start_load.h"
 #include "sim/no_sink.h"
 #include "sim/sim_loop.h"
 #include "sim/sim_prompts.h"
@@ -17,8 +18,7 @@
 #include "store/rec_only_list.h"
 #include "store/saved_lists.h"
 #include "store/settings.h"
-#include "app/start_load.h"
-#include "ui/main_window_win.h"
+#include "ui/main_layout.h"
 
 namespace corvane::desktop {
 

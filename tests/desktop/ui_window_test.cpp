@@ -2,9 +2,9 @@
 #include <atomic>
 #include <thread>
 
+#include "core/group_locks.h"
 #include "desktop/ui_window/window_fixture.h"
 #include "panel/logs.h"
-#include "ui/group_hold.h"
 
 namespace corvane::ui_test {
 
@@ -31,6 +31,9 @@ TEST_F(WindowTest, ShownTabIsGreyAndItsPageAloneIsVisible) {
                                        cmdSettingTab_3, cmdSettingTab_4};
   const std::vector<ControlId> pages = {fraPresets, fraRecordingOptions, fraOptions,
                                         fraLoggingOptions, fraCheckboxDetection};
+  const std::vector<const Frame*> frames = {&form_.fraPresets, &form_.fraRecordingOptions,
+                                            &form_.fraOptions, &form_.fraLoggingOptions,
+                                            &form_.fraCheckboxDetection};
   for (const std::size_t shown : {4U, 2U, 1U, 3U, 0U}) {
     Press(tabs[shown]);
     for (std::size_t page = 0; page < pages.size(); ++page) {
@@ -38,12 +41,12 @@ TEST_F(WindowTest, ShownTabIsGreyAndItsPageAloneIsVisible) {
       const std::uint32_t colour = PixelOf(Child(tabs[page]), 4, 4);
       EXPECT_EQ(colour == kShownTabGrey, page == shown) << page << " " << std::hex << colour;
     }
-    for (const ControlPlace& place : MainWindowPlaces()) {
-      if (place.frame == pages[shown]) {
-        EXPECT_TRUE(IsShown(Child(place.id))) << Number(place.id);
-      } else if (place.frame && *place.frame >= fraPresets) {
-        EXPECT_FALSE(IsShown(Child(place.id))) << Number(place.id);
+    for (const ControlRow& row : MainWindowTable(form_).controls) {
+      if (row.frame == nullptr || row.frame == &form_.fraWinsock ||
+          row.frame == &form_.fraCallDetails) {
+        continue;
       }
+      EXPECT_EQ(IsShown(Child(row.id)), row.frame == frames[shown]) << row.control.name();
     }
     EXPECT_EQ(timer_->enabled(), shown == 4);
     EXPECT_EQ(Focused(), Child(lstCallLog));
@@ -65,35 +68,35 @@ TEST_F(WindowTest, ClickAndDoubleClickOnLabels) {
 }
 
 TEST_F(WindowTest, LeftReleaseOnGroupLabelHoldsInOrangeAndBold) {
-  form_.lblGroupNumber.caption = " 9001";
-  Post(Child(lblGroupHold), kWmRButtonUp);
-  Post(Child(lblGroupHold), kWmMButtonUp);
+  GroupLocks locks(form_);
+  actions_.on_hold = [&locks] { locks.ToggleHold(9001); };
+  Post(Child(lblGroupHold), WM_RBUTTONUP);
+  Post(Child(lblGroupHold), WM_MBUTTONUP);
   Pump();
-  EXPECT_FALSE(HoldingGroup(form_));
-  Post(Child(lblGroupHold), kWmLButtonUp);
+  EXPECT_TRUE(actions_.calls.empty());
+  Post(Child(lblGroupHold), WM_LBUTTONUP);
   Pump();
-  ASSERT_TRUE(HoldingGroup(form_));
+  EXPECT_EQ(actions_.calls, Calls{"ToggleGroupHold"});
+  ASSERT_TRUE(locks.held());
   EXPECT_EQ(LabelTextColour(main(), Child(lblGroupHold)), 0x0080FFU);
   EXPECT_EQ(FontOfWindow(Child(lblGroupHold)).weight, 700);
   EXPECT_EQ(ToolTipOf(main(), Child(lblGroupHold)), "Holding GSSI:  9001");
   EXPECT_EQ(ToolTipOf(main(), Child(lblGroupNumber)), "Holding GSSI:  9001");
-  Post(Child(lblGroupHold), kWmLButtonUp);
+  Post(Child(lblGroupHold), WM_LBUTTONUP);
   Pump();
   EXPECT_EQ(FontOfWindow(Child(lblGroupHold)).weight, 400);
   EXPECT_EQ(ToolTipOf(main(), Child(lblGroupNumber)), "");
 }
 
 TEST_F(WindowTest, SpaceBarInEachOfTheThreeListsTogglesTheHold) {
-  form_.lblGroupNumber.caption = " 9001";
-  bool held = false;
   for (const ControlId list : {lstCallLog, lstCurrentSSI_Users, lstStatusLog}) {
-    Post(Child(list), kWmKeyUp, 'A');
+    actions_.calls.clear();
+    Post(Child(list), WM_KEYUP, 'A');
     Pump();
-    EXPECT_EQ(HoldingGroup(form_), held);
-    Post(Child(list), kWmKeyUp, ' ');
+    EXPECT_TRUE(actions_.calls.empty());
+    Post(Child(list), WM_KEYUP, ' ');
     Pump();
-    held = !held;
-    EXPECT_EQ(HoldingGroup(form_), held) << Number(list);
+    EXPECT_EQ(actions_.calls, Calls{"ToggleGroupHold"}) << Number(list);
   }
 }
 
@@ -102,7 +105,7 @@ TEST_F(WindowTest, TextBoxTakesDigitsAloneAndEnterAcceptsThem) {
   SetText(Child(txtTimeout), "");
   Type(txtTimeout, "a1-2.");
   EXPECT_EQ(TextOf(Child(txtTimeout)), "12");
-  EXPECT_EQ(form_.txtTimeout.text.get(), "12");
+  EXPECT_EQ(form_.txtTimeout.text, "12");
   EXPECT_EQ(presets_.CallTimeoutSeconds, 5);
   Type(txtTimeout, "\r");
   EXPECT_EQ(Focused(), Child(lstStatusLog));
@@ -113,10 +116,10 @@ TEST_F(WindowTest, TextBoxTakesDigitsAloneAndEnterAcceptsThem) {
 TEST_F(WindowTest, TextSetByAnotherProgramIsCheckedWhenTheBoxIsLeft) {
   Focus(Child(txtParkCarrier));
   SetText(Child(txtParkCarrier), "4000");
-  EXPECT_EQ(form_.txtParkCarrier.text.get(), "4000");
+  EXPECT_EQ(form_.txtParkCarrier.text, "4000");
   Focus(Child(lstCallLog));
   EXPECT_EQ(TextOf(Child(txtParkCarrier)), "2604");
-  EXPECT_EQ(form_.txtParkCarrier.text.get(), "2604");
+  EXPECT_EQ(form_.txtParkCarrier.text, "2604");
 
   Focus(Child(txtVcVolume));
   SetText(Child(txtVcVolume), "60");
@@ -127,20 +130,20 @@ TEST_F(WindowTest, TextSetByAnotherProgramIsCheckedWhenTheBoxIsLeft) {
 
 TEST_F(WindowTest, CheckBoxSwitchesWithItsStateAndShowsGrey) {
   Press(chkCreateCallActivityCvsFile);
-  EXPECT_EQ(Send(Child(chkCreateCallActivityCvsFile), kBmGetCheck), 1);
-  EXPECT_EQ(form_.chkCreateCallActivityCvsFile.value.get(), 1);
+  EXPECT_EQ(Send(Child(chkCreateCallActivityCvsFile), BM_GETCHECK), 1);
+  EXPECT_EQ(form_.chkCreateCallActivityCvsFile.value, 1);
   Press(chkCreateCallActivityCvsFile);
-  EXPECT_EQ(Send(Child(chkCreateCallActivityCvsFile), kBmGetCheck), 0);
+  EXPECT_EQ(Send(Child(chkCreateCallActivityCvsFile), BM_GETCHECK), 0);
   EXPECT_EQ(actions_.calls, (Calls{"LogMode on", "LogMode off"}));
   form_.chkIgnorePriority.value = 2;
-  EXPECT_EQ(Send(Child(chkIgnorePriority), kBmGetCheck), 2);
+  EXPECT_EQ(Send(Child(chkIgnorePriority), BM_GETCHECK), 2);
 }
 
 TEST_F(WindowTest, OptionsExcludeEachOtherAndSwitchTheRecordOnlyControls) {
   EXPECT_FALSE(IsEnabled(Child(lstRecOnlyGSSI)));
   Press(optRecordMode_2);
-  EXPECT_EQ(Send(Child(optRecordMode_0), kBmGetCheck), 0);
-  EXPECT_EQ(Send(Child(optRecordMode_2), kBmGetCheck), 1);
+  EXPECT_EQ(Send(Child(optRecordMode_0), BM_GETCHECK), 0);
+  EXPECT_EQ(Send(Child(optRecordMode_2), BM_GETCHECK), 1);
   EXPECT_TRUE(IsEnabled(Child(txtRecOnlyGSSI)));
   EXPECT_TRUE(IsEnabled(Child(lstRecOnlyGSSI)));
   Press(optRecordMode_1);
@@ -149,7 +152,7 @@ TEST_F(WindowTest, OptionsExcludeEachOtherAndSwitchTheRecordOnlyControls) {
 
 TEST_F(WindowTest, ArrowKeysMoveTheChosenOffset) {
   Focus(Child(optOffsets_3));
-  Post(Child(optOffsets_3), kWmKeyDown, kKeyDown);
+  Post(Child(optOffsets_3), WM_KEYDOWN, VK_DOWN);
   Pump();
   EXPECT_EQ(Focused(), Child(optOffsets_2));
   EXPECT_TRUE(form_.optOffsets[2].value);
@@ -158,19 +161,19 @@ TEST_F(WindowTest, ArrowKeysMoveTheChosenOffset) {
 }
 
 TEST_F(WindowTest, BaseFrequencyFollowsTheComboBox) {
-  ASSERT_EQ(Send(Child(cboBaseFrequency), kCbGetCount), 9);
-  EXPECT_EQ(Send(Child(cboBaseFrequency), kCbGetCurSel), 7);
-  Send(Child(cboBaseFrequency), kCbSetCurSel, 3);
-  SendCommand(main(), cboBaseFrequency, kSelChange);
+  ASSERT_EQ(Send(Child(cboBaseFrequency), CB_GETCOUNT), 9);
+  EXPECT_EQ(Send(Child(cboBaseFrequency), CB_GETCURSEL), 7);
+  Send(Child(cboBaseFrequency), CB_SETCURSEL, 3);
+  SendCommand(main(), cboBaseFrequency, CBN_SELCHANGE);
   EXPECT_EQ(presets_.BaseFrequency, 400000000);
 }
 
 TEST_F(WindowTest, MenuCommandsReachTheirHandlers) {
-  Post(main(), kWmCommand, static_cast<std::uintptr_t>(Number(mnuGSSIEditor)));
+  Post(main(), WM_COMMAND, static_cast<WPARAM>(Number(mnuGSSIEditor)));
   Pump();
   EXPECT_EQ(actions_.calls, Calls{"ShowEditor"});
   EXPECT_FALSE(MenuItemOf(main(), mnuCompactMode).checked);
-  Post(main(), kWmCommand, static_cast<std::uintptr_t>(Number(mnuCompactMode)));
+  Post(main(), WM_COMMAND, static_cast<WPARAM>(Number(mnuCompactMode)));
   Pump();
   EXPECT_TRUE(MenuItemOf(main(), mnuCompactMode).checked);
   EXPECT_EQ(TextOf(main()), "Corva v0.99.6s");
@@ -192,8 +195,8 @@ TEST_F(WindowTest, ListedSubscriberIsEditedByMouseAndNotByKeyboard) {
   form_.lstCurrentSSI_Users.Add("5010");
   form_.lstCurrentSSI_Users.Add("5011");
   Focus(Child(lstCurrentSSI_Users));
-  Post(Child(lstCurrentSSI_Users), kWmKeyDown, kKeyDown);  // may only reach the first line
-  Post(Child(lstCurrentSSI_Users), kWmKeyDown, kKeyDown);
+  Post(Child(lstCurrentSSI_Users), WM_KEYDOWN, VK_DOWN);  // may only reach the first line
+  Post(Child(lstCurrentSSI_Users), WM_KEYDOWN, VK_DOWN);
   Pump();
   EXPECT_EQ(form_.lstCurrentSSI_Users.list_index(), 1);
   EXPECT_TRUE(actions_.calls.empty());
@@ -209,7 +212,7 @@ TEST_F(WindowTest, EnterAndDoubleClickEditTheRecordOnlyList) {
   form_.lstRecOnlyGSSI.Add("9001");
   Focus(Child(txtRecOnlyGSSI));
   Type(txtRecOnlyGSSI, "9x\r");
-  EXPECT_EQ(form_.txtRecOnlyGSSI.text.get(), "9x");
+  EXPECT_EQ(form_.txtRecOnlyGSSI.text, "9x");
   EXPECT_EQ(actions_.calls, Calls{"AddRecOnlyGssi"});
   EXPECT_EQ(Focused(), Child(lstStatusLog));
   PostClickAtLine(Child(lstRecOnlyGSSI), 0, true);
@@ -223,18 +226,18 @@ TEST_F(WindowTest, MouseOverTheCallDetailsFetchesTheFocusOnlyInTheForeground) {
   ASSERT_TRUE(IsForeground(main()));
   for (const ControlId over : {fraCallDetails, lblCallID, lstCallLog}) {
     Focus(Child(txtTimeout));
-    Post(Child(over), kWmMouseMove, 0, 0x00050005);
+    Post(Child(over), WM_MOUSEMOVE, 0, 0x00050005);
     Pump();
     EXPECT_EQ(Focused(), Child(lstCallLog)) << Number(over);
   }
   Focus(Child(txtTimeout));
-  Post(Child(fraPresets), kWmMouseMove, 0, 0x00050005);
+  Post(Child(fraPresets), WM_MOUSEMOVE, 0, 0x00050005);
   Pump();
   EXPECT_EQ(Focused(), Child(txtTimeout));
 
   const Handle other = MakeOtherWindow();
   Focus(other);
-  Post(Child(lstCallLog), kWmMouseMove, 0, 0x00060006);
+  Post(Child(lstCallLog), WM_MOUSEMOVE, 0, 0x00060006);
   Pump();
   EXPECT_NE(Focused(), Child(lstCallLog));
   EndWindow(other);
@@ -242,23 +245,50 @@ TEST_F(WindowTest, MouseOverTheCallDetailsFetchesTheFocusOnlyInTheForeground) {
 
 TEST_F(WindowTest, TabKeyGoesRoundAndEnterPressesAButton) {
   Focus(Child(lstCallLog));
-  Post(Child(lstCallLog), kWmKeyDown, kKeyTab);
+  Post(Child(lstCallLog), WM_KEYDOWN, VK_TAB);
   Pump();
   EXPECT_EQ(Focused(), Child(cmdSettingTab_0));
-  Post(Child(cmdSettingTab_0), kWmKeyDown, kKeyTab);
+  Post(Child(cmdSettingTab_0), WM_KEYDOWN, VK_TAB);
   Pump();
   EXPECT_EQ(Focused(), Child(cmdSettingTab_1));
-  Post(Child(cmdSettingTab_1), kWmKeyDown, kKeyEnter);
+  Post(Child(cmdSettingTab_1), WM_KEYDOWN, VK_RETURN);
   Pump();
   EXPECT_TRUE(IsShown(Child(fraRecordingOptions)));
 }
 
+// The controls that a user reaches, in the order of the table, once round on every page.
+TEST_F(WindowTest, TabKeyGoesThroughTheTableInItsOrder) {
+  for (const ControlId tab :
+       {cmdSettingTab_0, cmdSettingTab_1, cmdSettingTab_2, cmdSettingTab_3, cmdSettingTab_4}) {
+    Press(tab);
+    std::vector<std::string> expected;
+    std::vector<std::string> reached;
+    Focus(Child(cmdStartAll));
+    for (const ControlRow& row : MainWindowTable(form_).controls) {
+      const ControlKind kind = row.control.kind();
+      const bool takes_none =
+          kind == ControlKind::kLabel || kind == ControlKind::kShape ||
+          kind == ControlKind::kFrame ||
+          (kind == ControlKind::kOption && !As<OptionButton>(row.control).value);
+      if (takes_none || !row.control.enabled) continue;
+      if (row.frame != nullptr && !row.frame->visible) continue;
+      expected.push_back(row.control.name());
+      reached.push_back(NameOf(Focused()));
+      Post(Focused(), WM_KEYDOWN, VK_TAB);
+      Pump();
+    }
+    EXPECT_GT(expected.size(), 10U);
+    EXPECT_EQ(reached, expected);
+    EXPECT_EQ(Focused(), Child(cmdStartAll));
+  }
+}
+
 TEST_F(WindowTest, TabKeyStopsOnceInAGroupOfOptions) {
   Focus(Child(cboBaseFrequency));
-  Post(Child(cboBaseFrequency), kWmKeyDown, kKeyTab);
+  Post(Child(cboBaseFrequency), WM_KEYDOWN, VK_TAB);
   Pump();
   EXPECT_EQ(Focused(), Child(optOffsets_3));
-  Post(Child(optOffsets_3), kWmKeyDown, kKeyTab);
+  Post(Child(optOffsets_3), WM_KEYDOWN, VK_TAB);
   Pump();
   EXPECT_EQ(Focused(), Child(txtTimeout));
 }
@@ -281,7 +311,7 @@ TEST_F(WindowTest, InputSentWhileAHandlerIsAtWorkWaitsForItsTurn) {
   std::thread other;
   loop_.Post(EventSource::kUser, [&] {
     other = std::thread([&] {
-      Send(box, kBmClick);
+      Send(box, BM_CLICK);
       sent = true;
     });
     AdmitSentMessages(sent);
@@ -298,8 +328,8 @@ TEST_F(WindowTest, InputSentWhileTheLoopIsWaitingIsHandledAtOnce) {
   std::atomic<bool> answered = false;
   std::intptr_t check = -1;
   std::thread other([&] {
-    Send(box, kBmClick);
-    check = Send(box, kBmGetCheck);
+    Send(box, BM_CLICK);
+    check = Send(box, BM_GETCHECK);
     answered = true;
   });
   while (!answered) loop_.DoEvents();
@@ -311,24 +341,24 @@ TEST_F(WindowTest, NothingReachesTheProgramOnceItIsShuttingDown) {
   flags_.mblnShuttingDown = true;
   Press(cmdStartAll);
   Press(chkIgnorePriority);
-  Post(main(), kWmClose);
+  Post(main(), WM_CLOSE);
   Pump();
   EXPECT_TRUE(actions_.calls.empty());
-  EXPECT_EQ(Send(Child(chkIgnorePriority), kBmGetCheck), 0);
+  EXPECT_EQ(Send(Child(chkIgnorePriority), BM_GETCHECK), 0);
 }
 
 TEST_F(WindowTest, EndOfSessionIsClosing) {
-  EXPECT_EQ(Send(main(), kWmQueryEndSession), 1);
-  Send(main(), kWmEndSession, 0);
+  EXPECT_EQ(Send(main(), WM_QUERYENDSESSION), 1);
+  Send(main(), WM_ENDSESSION, 0);
   EXPECT_TRUE(actions_.calls.empty());
-  Send(main(), kWmEndSession, 1);
+  Send(main(), WM_ENDSESSION, 1);
   EXPECT_EQ(actions_.calls, Calls{"SessionEnding"});
 }
 
 TEST_F(WindowTest, WindowEndedInsideItsOwnHandlerLeavesTheStateUsable) {
   const Handle old = main();
   actions_.on_close = [this] { window_.Destroy(); };
-  Post(main(), kWmClose);
+  Post(main(), WM_CLOSE);
   Pump();
   EXPECT_EQ(actions_.calls, Calls{"CloseRequested"});
   EXPECT_EQ(main(), nullptr);

@@ -19,6 +19,7 @@
 
 #include "base/text.h"
 #include "scenarios/world.h"
+#include "ui/main_layout.h"
 
 namespace corvane::sim {
 namespace {
@@ -82,7 +83,7 @@ Script ReadScript(const std::filesystem::path& path) {
 }
 
 Control* FindControl(Form1& form, const std::string& name) {
-  for (Control* control : form.Controls()) {
+  for (Control* control : MainWindowTable(form).AllControls()) {
     if (control->name() == name) return control;
   }
   return nullptr;
@@ -100,10 +101,9 @@ void Carry(World& world, const UserStep& step) {
   } else if (step.verb == "release") {
     world.user().MouseUp(*control, kLeftButton);
   } else if (step.verb == "type") {
-    auto* box = dynamic_cast<TextBox*>(control);
-    ASSERT_NE(box, nullptr);
-    world.user().TextEdited(*box, step.argument);
-    world.user().LostFocus(*box);
+    ASSERT_EQ(control->kind(), ControlKind::kTextBox);
+    world.user().TextEdited(As<TextBox>(*control), step.argument);
+    world.user().LostFocus(*control);
   } else {
     FAIL() << "unknown step " << step.verb;
   }

@@ -18,17 +18,15 @@ std::string Describe(const Control& control, Field field) {
   const std::string name = control.name();
   if (field == Field::kCaption) {
     if (name == "lblTimeoutCountdown") return {};
-    if (const auto* label = dynamic_cast<const Label*>(&control)) {
-      return name + " = \"" + label->caption.get() + "\"";
-    }
-    if (const auto* item = dynamic_cast<const MenuItem*>(&control)) {
-      return name + " = \"" + item->caption.get() + "\"";
+    if (control.kind() == ControlKind::kLabel || control.kind() == ControlKind::kMenuItem) {
+      return name + " = \"" + control.caption.get() + "\"";
     }
   }
-  if (const auto* shape = dynamic_cast<const Shape*>(&control)) {
+  if (control.kind() == ControlKind::kShape) {
+    const auto& shape = As<Shape>(control);
     char text[64];
-    std::snprintf(text, sizeof text, " fill %08X border %08X width %d", shape->fill_colour.get(),
-                  shape->border_colour.get(), shape->border_width.get());
+    std::snprintf(text, sizeof text, " fill %08X border %08X width %d", shape.fill_colour.get(),
+                  shape.border_colour.get(), shape.border_width.get());
     return name + text;
   }
   return {};

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "ui/main_layout.h"
+
 namespace corvane::sim {
 namespace {
 
@@ -223,7 +225,7 @@ TEST(World, ABusySoundDeviceIsReportedAndTheNextRecordingIsGood) {
 TEST(World, EveryControlHasItsOwnName) {
   World world(Usual());
   std::set<std::string> names;
-  for (const Control* control : world.form().Controls()) {
+  for (const Control* control : MainWindowTable(world.form()).AllControls()) {
     EXPECT_TRUE(names.insert(control->name()).second) << control->name();
   }
   EXPECT_GE(names.size(), 70U);

@@ -27,36 +27,24 @@ std::string Hex(Colour colour) {
   return text.data();
 }
 
-template <typename... Kinds>
-std::string CaptionOf(const Control& control) {
-  std::string caption;
-  const bool found = ([&] {
-    const auto* kind = dynamic_cast<const Kinds*>(&control);
-    if (kind != nullptr) caption = kind->caption.get();
-    return kind != nullptr;
-  }() || ...);
-  if (!found) throw std::logic_error(std::string(control.name()) + " has no caption");
-  return caption;
-}
-
 std::string TextOf(const Control& control) {
-  if (const auto* box = dynamic_cast<const TextBox*>(&control)) return box->text.get();
-  return dynamic_cast<const ComboBox&>(control).text.get();
+  if (control.kind() == ControlKind::kTextBox) return As<TextBox>(control).text;
+  return As<ComboBox>(control).text;
 }
 
 std::string ValueOf(const Control& control) {
-  if (const auto* box = dynamic_cast<const CheckBox*>(&control)) return Decimal(box->value.get());
-  return Bool(dynamic_cast<const OptionButton&>(control).value.get());
+  if (control.kind() == ControlKind::kCheckBox) return Decimal(As<CheckBox>(control).value.get());
+  return Bool(As<OptionButton>(control).value);
 }
 
 int ListIndexOf(const Control& control) {
-  if (const auto* list = dynamic_cast<const ListBox*>(&control)) return list->list_index();
-  return dynamic_cast<const ComboBox&>(control).list_index.get();
+  if (control.kind() == ControlKind::kListBox) return As<ListBox>(control).list_index();
+  return As<ComboBox>(control).list_index;
 }
 
 std::string ItemsOf(const Control& control) {
   std::string text;
-  for (const ComboBox::Entry& entry : dynamic_cast<const ComboBox&>(control).entries.get()) {
+  for (const ComboBox::Entry& entry : As<ComboBox>(control).entries.get()) {
     if (!text.empty()) text += ", ";
     text += Quoted(entry.text) + " (" + Decimal(entry.item_data) + ")";
   }
@@ -64,24 +52,23 @@ std::string ItemsOf(const Control& control) {
 }
 
 std::string BoundsOf(const Control& control) {
-  if (const auto* frame = dynamic_cast<const Frame*>(&control)) {
-    return Decimal(frame->left.get()) + ", " + Decimal(frame->top.get());
+  if (control.kind() == ControlKind::kFrame) {
+    const Frame::Corner& corner = As<Frame>(control).corner;
+    return Decimal(corner.left) + ", " + Decimal(corner.top);
   }
-  const auto& window = dynamic_cast<const Window&>(control);
-  return Decimal(window.left.get()) + ", " + Decimal(window.top.get()) + ", " +
-         Decimal(window.width.get()) + ", " + Decimal(window.height.get());
+  const Window::Bounds& bounds = As<Window>(control).bounds;
+  return Decimal(bounds.left) + ", " + Decimal(bounds.top) + ", " + Decimal(bounds.width) + ", " +
+         Decimal(bounds.height);
 }
 
 const Shape& ShapeOf(const Control& control) {
-  return dynamic_cast<const Shape&>(control);
+  return As<Shape>(control);
 }
 
 std::string Line(const Control& control, Field field) {
   switch (field) {
     case Field::kCaption:
-      return "caption = " +
-             Quoted(CaptionOf<Label, Button, CheckBox, OptionButton, Frame, MenuItem, Window>(
-                 control));
+      return "caption = " + Quoted(control.caption);
     case Field::kText:
       return "text = " + Quoted(TextOf(control));
     case Field::kVisible:
@@ -101,7 +88,7 @@ std::string Line(const Control& control, Field field) {
     case Field::kValue:
       return "value = " + ValueOf(control);
     case Field::kChecked:
-      return "checked = " + Bool(dynamic_cast<const MenuItem&>(control).checked);
+      return "checked = " + Bool(As<MenuItem>(control).checked);
     case Field::kListIndex:
       return "list_index = " + Decimal(ListIndexOf(control));
     case Field::kItems:

@@ -30,7 +30,7 @@ TEST_F(TraceSinkTest, WritesEveryKindOfValue) {
   form_.txtTimeout.text = std::string("7");
   form_.chkIgnorePriority.value = 1;
   form_.optOffsets[1].value = !form_.optOffsets[1].value.get();
-  form_.fraCallDetails.top = 120;
+  form_.fraCallDetails.corner = {0, 120};
   form_.ShapeBusy_state.border_width = 3;
   form_.mnuCompactMode.checked = true;
   form_.cboBaseFrequency.entries = {{"100 MHz", 0}, {"200 MHz", 1}};

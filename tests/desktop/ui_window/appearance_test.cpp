@@ -1,8 +1,6 @@
 // What the real main window shows: every control with its text, tip, font and room, at every
 // resolution; the call log's rows; the window's place.
-#include <algorithm>
 #include <map>
-#include <set>
 
 #include "desktop/ui_window/window_fixture.h"
 #include "panel/logs.h"
@@ -14,15 +12,6 @@ namespace {
 using enum ControlId;
 
 constexpr int kResolutions[] = {96, 120, 144, 192};
-
-std::string CaptionOf(const Control& control) {
-  if (const auto* label = dynamic_cast<const Label*>(&control)) return label->caption;
-  if (const auto* button = dynamic_cast<const Button*>(&control)) return button->caption;
-  if (const auto* box = dynamic_cast<const CheckBox*>(&control)) return box->caption;
-  if (const auto* option = dynamic_cast<const OptionButton*>(&control)) return option->caption;
-  if (const auto* frame = dynamic_cast<const Frame*>(&control)) return frame->caption;
-  return {};
-}
 
 // The widest texts that the program puts into labels which start out empty.
 const std::map<ControlId, std::string> kWidestTexts = {
@@ -42,24 +31,17 @@ const std::map<ControlId, std::string> kWidestTexts = {
     {lblValidateState, "Demodulator is UnChecked?"},
 };
 
-TEST_F(WindowTest, EveryControlExistsOnceUnderItsNumberWithItsText) {
-  std::vector<int> ids = ChildIds(main());
+TEST_F(WindowTest, EveryControlExistsOnceUnderItsNumberWithItsTextInTheOrderOfTheTable) {
   std::vector<int> expected;
-  for (const Control* control : form_.Controls()) {
-    const auto id = FindControlId(control->name());
-    ASSERT_TRUE(id) << control->name();
-    if (dynamic_cast<const MenuItem*>(control) != nullptr) continue;
-    expected.push_back(Number(*id));
-    EXPECT_EQ(TextOf(Child(*id)), dynamic_cast<const TextBox*>(control) != nullptr
-                                      ? static_cast<const TextBox*>(control)->text.get()
-                                  : *id == cboBaseFrequency ? "800 MHz"
-                                                            : CaptionOf(*control))
-        << control->name();
-    EXPECT_EQ(ToolTipOf(main(), Child(*id)), control->tool_tip.get()) << control->name();
+  for (const ControlRow& row : MainWindowTable(form_).controls) {
+    expected.push_back(Number(row.id));
+    std::string text = row.control.caption;
+    if (row.control.kind() == ControlKind::kTextBox) text = As<TextBox>(row.control).text;
+    if (row.id == cboBaseFrequency) text = "800 MHz";
+    EXPECT_EQ(TextOf(Child(row.id)), text) << row.control.name();
+    EXPECT_EQ(ToolTipOf(main(), Child(row.id)), row.control.tool_tip) << row.control.name();
   }
-  std::sort(ids.begin(), ids.end());
-  std::sort(expected.begin(), expected.end());
-  EXPECT_EQ(ids, expected);
+  EXPECT_EQ(ChildIds(main()), expected);
 }
 
 TEST_F(WindowTest, MenuBarHasToolsAndTheCountry) {
@@ -79,17 +61,17 @@ TEST_F(WindowTest, ToolTipsShowAmpersandsAndCoverDisabledControls) {
   Press(cmdSettingTab_1);
   EXPECT_EQ(DisabledToolTipRect(main(), lstRecOnlyGSSI), RectIn(main(), Child(lstRecOnlyGSSI)));
   // The mouse over a disabled control has to get through its frame to the window.
-  EXPECT_EQ(Send(Child(fraRecordingOptions), kWmNcHitTest), kHitTransparent);
-  EXPECT_EQ(Send(Child(fraCallDetails), kWmNcHitTest), kHitClient);
+  EXPECT_EQ(Send(Child(fraRecordingOptions), WM_NCHITTEST), HTTRANSPARENT);
+  EXPECT_EQ(Send(Child(fraCallDetails), WM_NCHITTEST), HTCLIENT);
   Press(optRecordMode_2);
   EXPECT_EQ(DisabledToolTipRect(main(), lstRecOnlyGSSI), PixelRect{});
 }
 
 TEST_F(WindowTest, FontsAreTahomaAndOnTheTabsMsSansSerif) {
-  for (const ControlPlace& place : MainWindowPlaces()) {
-    const bool is_tab = place.id >= cmdSettingTab_0 && place.id <= cmdSettingTab_4;
-    EXPECT_EQ(FontOfWindow(Child(place.id)).face, is_tab ? "MS Sans Serif" : "Tahoma")
-        << Number(place.id);
+  for (const ControlRow& row : MainWindowTable(form_).controls) {
+    const bool is_tab = row.id >= cmdSettingTab_0 && row.id <= cmdSettingTab_4;
+    EXPECT_EQ(FontOfWindow(Child(row.id)).face, is_tab ? "MS Sans Serif" : "Tahoma")
+        << row.control.name();
   }
 }
 
@@ -121,34 +103,37 @@ TEST_F(WindowTest, NormalAndCompactHaveTheirSizesAndGoBackExactly) {
   }
 }
 
+TEST_F(WindowTest, CompactModePassesThroughNoWrongSize) {
+  const std::vector<PixelRect> places = PlacesDuring(main(), [this] {
+    main_form_.Click(form_.mnuCompactMode);
+    main_form_.Click(form_.mnuCompactMode);
+  });
+  EXPECT_EQ(places, (std::vector<PixelRect>{{kLeft, kTop, 246, 296}, {kLeft, kTop, 830, 408}}));
+}
+
 TEST_F(WindowTest, EveryTextHasRoomAtEveryResolution) {
-  for (const auto& [id, text] : kWidestTexts) {
-    auto* label = dynamic_cast<Label*>(form_.Controls()[0]);
-    for (Control* control : form_.Controls()) {
-      if (FindControlId(control->name()) == id) label = dynamic_cast<Label*>(control);
-    }
-    ASSERT_NE(label, nullptr);
-    label->caption = text;
+  const WindowTable table = MainWindowTable(form_);
+  for (const ControlRow& row : table.controls) {
+    const auto widest = kWidestTexts.find(row.id);
+    if (widest != kWidestTexts.end()) row.control.caption = widest->second;
   }
   form_.lblGroupHold.bold = true;
   for (const int dpi : kResolutions) {
     window_.SimulateDpi(dpi);
-    for (const Control* control : form_.Controls()) {
-      const auto id = FindControlId(control->name());
-      ASSERT_TRUE(id);
-      std::string text = CaptionOf(*control);
-      if (*id == lblTetraPanelExpanded) text = "'Demodulator and Auto' are Visible";
+    for (const ControlRow& row : table.controls) {
+      std::string text = row.control.caption;
+      if (row.id == lblTetraPanelExpanded) text = "'Demodulator and Auto' are Visible";
       if (text.empty()) continue;
-      const PixelRect room = ClientRect(Child(*id));
+      const PixelRect room = ClientRect(Child(row.id));
+      const ControlKind kind = row.control.kind();
       int around = 0;
-      if (dynamic_cast<const Button*>(control) != nullptr) around = ToPixels(8 * 15, dpi);
-      if (dynamic_cast<const CheckBox*>(control) != nullptr ||
-          dynamic_cast<const OptionButton*>(control) != nullptr) {
+      if (kind == ControlKind::kButton) around = ToPixels(8 * 15, dpi);
+      if (kind == ControlKind::kCheckBox || kind == ControlKind::kOption) {
         around = ToPixels(18 * 15, dpi);
       }
-      EXPECT_LE(TextWidth(Child(*id), text) + around, room.width)
-          << control->name() << " at " << dpi;
-      EXPECT_LE(TextHeight(Child(*id)), room.height) << control->name() << " at " << dpi;
+      EXPECT_LE(TextWidth(Child(row.id), text) + around, room.width)
+          << row.control.name() << " at " << dpi;
+      EXPECT_LE(TextHeight(Child(row.id)), room.height) << row.control.name() << " at " << dpi;
     }
     // Two lines have to do for the longest state of the panel.
     const Handle panel = Child(lblTetraPanelExpanded);
@@ -172,7 +157,7 @@ TEST_F(WindowTest, ListsShowTheirFullRowsAtEveryResolution) {
   for (const int dpi : kResolutions) {
     window_.SimulateDpi(dpi);
     for (const auto& [id, rows] : lists) {
-      const auto row = static_cast<int>(Send(Child(id), kLbGetItemHeight));
+      const auto row = static_cast<int>(Send(Child(id), LB_GETITEMHEIGHT));
       EXPECT_GE(ClientRect(Child(id)).height / row, rows) << Number(id) << " at " << dpi;
     }
   }
@@ -183,7 +168,7 @@ TEST_F(WindowTest, CallLogShowsItsRowsAndAPartOfTheNextAtEveryResolution) {
     if (wide) form_.lstCallLog.Add(std::string(300, 'W'));
     for (const int dpi : kResolutions) {
       window_.SimulateDpi(dpi);
-      const auto row = static_cast<int>(Send(Child(lstCallLog), kLbGetItemHeight));
+      const auto row = static_cast<int>(Send(Child(lstCallLog), LB_GETITEMHEIGHT));
       const int height = ClientRect(Child(lstCallLog)).height;
       EXPECT_GE(row, TextHeight(Child(lstCallLog))) << dpi;
       EXPECT_EQ(height / row, kCallLogFullRows) << dpi;
@@ -199,12 +184,12 @@ TEST_F(WindowTest, CallLogAtItsEndFollowsEveryLine) {
   for (int line = 1; line <= 200; ++line) {
     const int before = form_.lstCallLog.top_index();
     AddCallLine(form_, "15/11/2026 14:23:05 - line " + std::to_string(line));
-    EXPECT_EQ(Send(Child(lstCallLog), kLbGetTopIndex), form_.lstCallLog.top_index());
-    EXPECT_EQ(Send(Child(lstCallLog), kLbGetCount), line);
+    EXPECT_EQ(Send(Child(lstCallLog), LB_GETTOPINDEX), form_.lstCallLog.top_index());
+    EXPECT_EQ(Send(Child(lstCallLog), LB_GETCOUNT), line);
     if (form_.lstCallLog.top_index() > before) ++scrolled;
     if (line > kCallLogFullRows) {
       EXPECT_EQ(form_.lstCallLog.top_index(), line - kCallLogFullRows);
-      EXPECT_EQ(Send(Child(lstCallLog), kLbGetCurSel), line - 1);
+      EXPECT_EQ(Send(Child(lstCallLog), LB_GETCURSEL), line - 1);
     }
   }
   EXPECT_EQ(scrolled, 179);
@@ -247,29 +232,29 @@ TEST_F(WindowTest, LinesThatComeAndGoInOneEventLeaveTheListAsTheStateHasIt) {
   log.Select(5);
   log.Add("last");
   log.Replace(29, "last but not least");
-  EXPECT_EQ(Send(Child(lstCallLog), kLbGetCount), log.count());
-  EXPECT_EQ(Send(Child(lstCallLog), kLbGetCurSel), 5);
+  EXPECT_EQ(Send(Child(lstCallLog), LB_GETCOUNT), log.count());
+  EXPECT_EQ(Send(Child(lstCallLog), LB_GETCURSEL), 5);
   for (int line = 0; line < log.count(); ++line) {
     EXPECT_EQ(ListLine(Child(lstCallLog), line), log.Item(line));
   }
   log.Add("away");
   log.Clear();
   log.Add("alone");
-  EXPECT_EQ(Send(Child(lstCallLog), kLbGetCount), 1);
+  EXPECT_EQ(Send(Child(lstCallLog), LB_GETCOUNT), 1);
   EXPECT_EQ(ListLine(Child(lstCallLog), 0), "alone");
 }
 
 TEST_F(WindowTest, ScrolledUpCallLogStaysWhereItIs) {
   for (int line = 0; line < 60; ++line) AddCallLine(form_, "line");
   ASSERT_EQ(form_.lstCallLog.top_index(), 39);
-  Post(Child(lstCallLog), kWmVScroll, kScrollLineUp);
-  Post(Child(lstCallLog), kWmVScroll, kScrollLineUp);
+  Post(Child(lstCallLog), WM_VSCROLL, SB_LINEUP);
+  Post(Child(lstCallLog), WM_VSCROLL, SB_LINEUP);
   Pump();
   EXPECT_EQ(form_.lstCallLog.top_index(), 37);
   for (int line = 0; line < 140; ++line) AddCallLine(form_, "line");
-  EXPECT_EQ(Send(Child(lstCallLog), kLbGetTopIndex), 37);
+  EXPECT_EQ(Send(Child(lstCallLog), LB_GETTOPINDEX), 37);
   // Back at the end it follows again.
-  Send(Child(lstCallLog), kLbSetTopIndex, 199);
+  Send(Child(lstCallLog), LB_SETTOPINDEX, 199);
   EXPECT_EQ(form_.lstCallLog.top_index(), 179);
   AddCallLine(form_, "line");
   EXPECT_EQ(form_.lstCallLog.top_index(), 180);
@@ -281,12 +266,12 @@ TEST_F(WindowTest, LogsScrollSidewaysAsFarAsTheirWidestLine) {
   form_.lstCallLog.Add(line);
   form_.lstStatusLog.Add(line);
   for (const ControlId log : {lstCallLog, lstStatusLog}) {
-    EXPECT_GE(Send(Child(log), kLbGetHorizontalExtent), TextWidth(Child(log), line));
+    EXPECT_GE(Send(Child(log), LB_GETHORIZONTALEXTENT), TextWidth(Child(log), line));
   }
   window_.SimulateDpi(192);
-  EXPECT_GE(Send(Child(lstCallLog), kLbGetHorizontalExtent), TextWidth(Child(lstCallLog), line));
+  EXPECT_GE(Send(Child(lstCallLog), LB_GETHORIZONTALEXTENT), TextWidth(Child(lstCallLog), line));
   form_.lstCallLog.Clear();
-  EXPECT_EQ(Send(Child(lstCallLog), kLbGetHorizontalExtent), 0);
+  EXPECT_EQ(Send(Child(lstCallLog), LB_GETHORIZONTALEXTENT), 0);
 }
 
 TEST_F(WindowTest, ShapesShowTheirColours) {
@@ -305,19 +290,18 @@ TEST_F(WindowTest, WindowStandsWhereTheStateSaysAndReportsWhereItWasMoved) {
   EXPECT_EQ(OuterRect(main()).top, kTop);
   MoveTo(main(), 123, 77);
   Pump();
-  EXPECT_EQ(form_.left.get(), 123 * 15);
-  EXPECT_EQ(form_.top.get(), 77 * 15);
+  EXPECT_EQ(form_.bounds.get().left, 123 * 15);
+  EXPECT_EQ(form_.bounds.get().top, 77 * 15);
   Minimise(main());
   Pump();
-  EXPECT_EQ(form_.left.get(), 123 * 15);
-  EXPECT_EQ(form_.top.get(), 77 * 15);
+  EXPECT_EQ(form_.bounds.get().left, 123 * 15);
+  EXPECT_EQ(form_.bounds.get().top, 77 * 15);
 }
 
 TEST_F(WindowTest, WindowOffEveryScreenIsMovedIntoViewAndNotMinimised) {
   window_.Destroy();
-  ASSERT_TRUE(window_.Create(form_, main_form_));
-  form_.left = -30000 * 15;
-  form_.top = 20000 * 15;
+  ASSERT_TRUE(Create());
+  form_.MoveTo(-30000 * 15, 20000 * 15);
   window_.Show();
   Pump();
   const PixelRect outer = OuterRect(main());
@@ -325,7 +309,7 @@ TEST_F(WindowTest, WindowOffEveryScreenIsMovedIntoViewAndNotMinimised) {
   EXPECT_GE(outer.left, area.left);
   EXPECT_LE(outer.right(), area.right());
   EXPECT_LE(outer.bottom(), area.bottom());
-  EXPECT_EQ(form_.left.get(), outer.left * 15);
+  EXPECT_EQ(form_.bounds.get().left, outer.left * 15);
   EXPECT_FALSE(IsMinimised(main()));
 }
 

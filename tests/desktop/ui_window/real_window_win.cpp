@@ -1,8 +1,6 @@
 // System calls of the main window's tests.
-#include "desktop/ui_window/real_window.h"
+#include "desktop/ui_window/real_window_win.h"
 
-#include <windows.h>
-//
 #include <commctrl.h>
 
 #include <algorithm>
@@ -12,13 +10,9 @@ namespace corvane::ui_test {
 
 namespace {
 
-HWND Hwnd(Handle window) {
-  return static_cast<HWND>(window);
-}
-
 LPARAM Middle(Handle window) {
   RECT rect{};
-  GetClientRect(Hwnd(window), &rect);
+  GetClientRect(window, &rect);
   return MAKELPARAM(rect.right / 2, rect.bottom / 2);
 }
 
@@ -43,7 +37,7 @@ BOOL CALLBACK FindToolTips(HWND window, LPARAM data) {
 }
 
 HWND ToolTipsOf(Handle window) {
-  ToolTipSearch search{Hwnd(window), nullptr};
+  ToolTipSearch search{window, nullptr};
   EnumThreadWindows(GetCurrentThreadId(), FindToolTips, reinterpret_cast<LPARAM>(&search));
   return search.found;
 }
@@ -56,10 +50,23 @@ BOOL CALLBACK UniteScreens(HMONITOR monitor, HDC, LPRECT, LPARAM data) {
   return TRUE;
 }
 
+LRESULT CALLBACK NotePlace(HWND window, UINT message, WPARAM w, LPARAM l, UINT_PTR,
+                           DWORD_PTR places) {
+  if (message == WM_WINDOWPOSCHANGED) {
+    const auto& position = *reinterpret_cast<const WINDOWPOS*>(l);
+    if ((position.flags & (SWP_NOMOVE | SWP_NOSIZE)) != (SWP_NOMOVE | SWP_NOSIZE)) {
+      RECT outer{};
+      GetWindowRect(window, &outer);
+      reinterpret_cast<std::vector<PixelRect>*>(places)->push_back(FromRect(outer));
+    }
+  }
+  return DefSubclassProc(window, message, w, l);
+}
+
 // A device context with the window's font selected.
 class FontContext {
  public:
-  explicit FontContext(Handle window) : window_(Hwnd(window)), dc_(GetDC(window_)) {
+  explicit FontContext(Handle window) : window_(window), dc_(GetDC(window_)) {
     before_ = SelectObject(dc_, reinterpret_cast<HGDIOBJ>(SendMessageA(window_, WM_GETFONT, 0, 0)));
   }
   ~FontContext() {
@@ -79,12 +86,12 @@ class FontContext {
 }  // namespace
 
 Handle ChildOf(Handle window, ControlId id) {
-  return GetDlgItem(Hwnd(window), Number(id));
+  return GetDlgItem(window, Number(id));
 }
 
 std::vector<int> ChildIds(Handle window) {
   std::vector<int> ids;
-  for (HWND child = GetWindow(Hwnd(window), GW_CHILD); child != nullptr;
+  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
        child = GetWindow(child, GW_HWNDNEXT)) {
     ids.push_back(GetDlgCtrlID(child));
   }
@@ -93,20 +100,20 @@ std::vector<int> ChildIds(Handle window) {
 
 std::string TextOf(Handle window) {
   std::array<char, 512> text{};
-  const int length = GetWindowTextA(Hwnd(window), text.data(), static_cast<int>(text.size()));
+  const int length = GetWindowTextA(window, text.data(), static_cast<int>(text.size()));
   return {text.data(), static_cast<std::size_t>(length)};
 }
 
 void SetText(Handle window, const std::string& text) {
-  SendMessageA(Hwnd(window), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+  SendMessageA(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-std::intptr_t Send(Handle window, unsigned message, std::uintptr_t w, std::intptr_t l) {
-  return SendMessageA(Hwnd(window), message, w, l);
+LRESULT Send(Handle window, UINT message, WPARAM w, LPARAM l) {
+  return SendMessageA(window, message, w, l);
 }
 
-void Post(Handle window, unsigned message, std::uintptr_t w, std::intptr_t l) {
-  PostMessageA(Hwnd(window), message, w, l);
+void Post(Handle window, UINT message, WPARAM w, LPARAM l) {
+  PostMessageA(window, message, w, l);
 }
 
 void PostClick(Handle window) {
@@ -122,8 +129,7 @@ void PostDoubleClick(Handle window) {
 
 void PostClickAtLine(Handle list, int line, bool twice) {
   RECT item{};
-  SendMessageA(Hwnd(list), LB_GETITEMRECT, static_cast<WPARAM>(line),
-               reinterpret_cast<LPARAM>(&item));
+  SendMessageA(list, LB_GETITEMRECT, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(&item));
   const LPARAM place = MAKELPARAM(item.left + 4, (item.top + item.bottom) / 2);
   Post(list, WM_LBUTTONDOWN, MK_LBUTTON, place);
   Post(list, WM_LBUTTONUP, 0, place);
@@ -133,40 +139,40 @@ void PostClickAtLine(Handle list, int line, bool twice) {
 }
 
 void SendCommand(Handle parent, ControlId id, int code) {
-  SendMessageA(Hwnd(parent), WM_COMMAND,
+  SendMessageA(parent, WM_COMMAND,
                MAKEWPARAM(static_cast<WORD>(Number(id)), static_cast<WORD>(code)),
                reinterpret_cast<LPARAM>(ChildOf(parent, id)));
 }
 
 bool IsShown(Handle window) {
-  return IsWindowVisible(Hwnd(window)) != FALSE;
+  return IsWindowVisible(window) != FALSE;
 }
 bool HasVisibleStyle(Handle window) {
-  return (GetWindowLongPtrA(Hwnd(window), GWL_STYLE) & WS_VISIBLE) != 0;
+  return (GetWindowLongPtrA(window, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 bool IsEnabled(Handle window) {
-  return IsWindowEnabled(Hwnd(window)) != FALSE;
+  return IsWindowEnabled(window) != FALSE;
 }
 bool IsWindowAlive(Handle window) {
-  return IsWindow(Hwnd(window)) != FALSE;
+  return IsWindow(window) != FALSE;
 }
 bool IsMinimised(Handle window) {
-  return IsIconic(Hwnd(window)) != FALSE;
+  return IsIconic(window) != FALSE;
 }
 void Minimise(Handle window) {
-  ShowWindow(Hwnd(window), SW_MINIMIZE);
+  ShowWindow(window, SW_MINIMIZE);
 }
 Handle Focused() {
   return GetFocus();
 }
 void Focus(Handle window) {
-  SetFocus(Hwnd(window));
+  SetFocus(window);
 }
 bool IsForeground(Handle window) {
-  return GetForegroundWindow() == Hwnd(window);
+  return GetForegroundWindow() == window;
 }
 void TakeForeground(Handle window) {
-  SetForegroundWindow(Hwnd(window));
+  SetForegroundWindow(window);
 }
 Handle MakeOtherWindow() {
   const HWND window = CreateWindowExA(0, WC_EDITA, "other", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
@@ -175,34 +181,42 @@ Handle MakeOtherWindow() {
   return window;
 }
 void EndWindow(Handle window) {
-  DestroyWindow(Hwnd(window));
+  DestroyWindow(window);
 }
 
 PixelRect OuterRect(Handle window) {
   RECT rect{};
-  GetWindowRect(Hwnd(window), &rect);
+  GetWindowRect(window, &rect);
   return FromRect(rect);
 }
 
 PixelRect RectIn(Handle parent, Handle child) {
   RECT rect{};
-  GetWindowRect(Hwnd(child), &rect);
-  MapWindowPoints(nullptr, Hwnd(parent), reinterpret_cast<POINT*>(&rect), 2);
+  GetWindowRect(child, &rect);
+  MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&rect), 2);
   return FromRect(rect);
 }
 
 PixelRect ClientRect(Handle window) {
   RECT rect{};
-  GetClientRect(Hwnd(window), &rect);
+  GetClientRect(window, &rect);
   return FromRect(rect);
+}
+
+std::vector<PixelRect> PlacesDuring(Handle window, const std::function<void()>& work) {
+  std::vector<PixelRect> places;
+  SetWindowSubclass(window, NotePlace, 0, reinterpret_cast<DWORD_PTR>(&places));
+  work();
+  RemoveWindowSubclass(window, NotePlace, 0);
+  return places;
 }
 
 std::string ListLine(Handle list, int line) {
   const auto index = static_cast<WPARAM>(line);
-  const LRESULT length = SendMessageA(Hwnd(list), LB_GETTEXTLEN, index, 0);
+  const LRESULT length = SendMessageA(list, LB_GETTEXTLEN, index, 0);
   if (length < 0) return "no such line";
   std::string text(static_cast<std::size_t>(length) + 1, '\0');
-  SendMessageA(Hwnd(list), LB_GETTEXT, index, reinterpret_cast<LPARAM>(text.data()));
+  SendMessageA(list, LB_GETTEXT, index, reinterpret_cast<LPARAM>(text.data()));
   text.resize(static_cast<std::size_t>(length));
   return text;
 }
@@ -211,12 +225,12 @@ int ScrollEnd(Handle list) {
   SCROLLINFO info{};
   info.cbSize = sizeof info;
   info.fMask = SIF_RANGE;
-  GetScrollInfo(Hwnd(list), SB_VERT, &info);
+  GetScrollInfo(list, SB_VERT, &info);
   return info.nMax;
 }
 
 void MoveTo(Handle window, int left, int top) {
-  SetWindowPos(Hwnd(window), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
 }
 
 PixelRect WorkArea() {
@@ -227,8 +241,7 @@ PixelRect WorkArea() {
 
 FontFacts FontOfWindow(Handle window) {
   LOGFONTA font{};
-  GetObjectA(reinterpret_cast<HGDIOBJ>(SendMessageA(Hwnd(window), WM_GETFONT, 0, 0)), sizeof font,
-             &font);
+  GetObjectA(reinterpret_cast<HGDIOBJ>(SendMessageA(window, WM_GETFONT, 0, 0)), sizeof font, &font);
   return {font.lfFaceName, static_cast<int>(font.lfHeight), static_cast<int>(font.lfWeight)};
 }
 
@@ -247,21 +260,21 @@ int TextHeight(Handle window) {
 }
 
 std::uint32_t LabelTextColour(Handle window, Handle label) {
-  const HDC dc = GetDC(Hwnd(label));
+  const HDC dc = GetDC(label);
   SetTextColor(dc, 0x123456);
-  SendMessageA(Hwnd(window), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+  SendMessageA(window, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
                reinterpret_cast<LPARAM>(label));
   const COLORREF colour = GetTextColor(dc);
-  ReleaseDC(Hwnd(label), dc);
+  ReleaseDC(label, dc);
   return colour;
 }
 
 std::uint32_t PixelOf(Handle window, int x, int y) {
-  UpdateWindow(Hwnd(window));
+  UpdateWindow(window);
   GdiFlush();
-  const HDC dc = GetDC(Hwnd(window));
+  const HDC dc = GetDC(window);
   const COLORREF colour = GetPixel(dc, x, y);
-  ReleaseDC(Hwnd(window), dc);
+  ReleaseDC(window, dc);
   return colour;
 }
 
@@ -273,7 +286,7 @@ std::string ToolTipOf(Handle window, Handle child) {
   std::array<char, 512> text{};
   TTTOOLINFOA tool{};
   tool.cbSize = sizeof tool;
-  tool.hwnd = Hwnd(window);
+  tool.hwnd = window;
   tool.uId = reinterpret_cast<UINT_PTR>(child);
   tool.lpszText = text.data();
   SendMessageA(ToolTipsOf(window), TTM_GETTEXTA, text.size(), reinterpret_cast<LPARAM>(&tool));
@@ -283,7 +296,7 @@ std::string ToolTipOf(Handle window, Handle child) {
 PixelRect DisabledToolTipRect(Handle window, ControlId id) {
   TTTOOLINFOA tool{};
   tool.cbSize = sizeof tool;
-  tool.hwnd = Hwnd(window);
+  tool.hwnd = window;
   tool.uId = static_cast<UINT_PTR>(Number(id));
   SendMessageA(ToolTipsOf(window), TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool));
   return FromRect(tool.rect);
@@ -300,13 +313,12 @@ MenuFacts MenuItemOf(Handle window, ControlId id) {
   info.fMask = MIIM_STRING | MIIM_STATE;
   info.dwTypeData = text.data();
   info.cch = static_cast<UINT>(text.size());
-  const BOOL found =
-      GetMenuItemInfoA(GetMenu(Hwnd(window)), static_cast<UINT>(Number(id)), FALSE, &info);
+  const BOOL found = GetMenuItemInfoA(GetMenu(window), static_cast<UINT>(Number(id)), FALSE, &info);
   return {text.data(), found != FALSE, (info.fState & MFS_CHECKED) != 0};
 }
 
 std::vector<std::string> MenuBarTexts(Handle window) {
-  const HMENU bar = GetMenu(Hwnd(window));
+  const HMENU bar = GetMenu(window);
   std::vector<std::string> texts;
   for (int index = 0; index < GetMenuItemCount(bar); ++index) {
     std::array<char, 256> text{};

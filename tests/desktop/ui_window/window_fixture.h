@@ -8,9 +8,10 @@
 #include <vector>
 
 #include "base/loop_win.h"
-#include "desktop/ui_window/real_window.h"
+#include "desktop/ui_window/real_window_win.h"
+#include "ui/form_window_win.h"
 #include "ui/main_form.h"
-#include "ui/main_window_win.h"
+#include "ui/main_layout.h"
 #include "unit/ui/recording_actions.h"
 
 namespace corvane::ui_test {
@@ -24,31 +25,41 @@ class WindowTest : public testing::Test {
         main_form_(form_, presets_, flags_, *timer_, actions_) {}
 
   void SetUp() override {
-    ASSERT_TRUE(window_.Create(form_, main_form_));
+    loop_.SetMessageFilter(
+        [this](void* message) { return window_.FilterMessage(*static_cast<MSG*>(message)); });
+    loop_.SetIdleHandler([this](bool at_rest) { window_.ShowLists(at_rest); });
+    ASSERT_TRUE(Create());
     form_.txtTimeout.text = "5";
     form_.txtVcVolume.text = "47";
     form_.txtParkCarrier.text = "2604";
-    form_.left = kLeft * 15;
-    form_.top = kTop * 15;
+    form_.MoveTo(kLeft * 15, kTop * 15);
     main_form_.ApplyRestoredSettings();
     window_.Show();
     Pump();
     actions_.calls.clear();
   }
 
+  [[nodiscard]] bool Create() { return window_.Create(MainWindowTable(form_), main_form_); }
   // Dispatches until nothing is left: what one message posts is dispatched too.
   void Pump() {
     for (int round = 0; round < 5; ++round) loop_.DoEvents();
   }
   [[nodiscard]] Handle main() const { return window_.handle(); }
   [[nodiscard]] Handle Child(ControlId id) const { return ChildOf(main(), id); }
+  // The name of the control that a child window shows; "" for a stranger.
+  [[nodiscard]] std::string NameOf(Handle child) {
+    for (const ControlRow& row : MainWindowTable(form_).controls) {
+      if (Child(row.id) == child) return row.control.name();
+    }
+    return {};
+  }
   void Press(ControlId id) {
-    Post(Child(id), kBmClick);
+    Post(Child(id), BM_CLICK);
     Pump();
   }
   void Type(ControlId id, const std::string& text) {
     for (const char character : text) {
-      Post(Child(id), kWmChar, static_cast<unsigned char>(character));
+      Post(Child(id), WM_CHAR, static_cast<unsigned char>(character));
     }
     Pump();
   }
@@ -62,7 +73,7 @@ class WindowTest : public testing::Test {
   using Calls = std::vector<std::string>;
 
   LoopWin loop_;
-  MainWindowWin window_;
+  FormWindow window_;
   Form1 form_;
   Presets presets_;
   ProgramFlags flags_;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "sim/no_sink.h"
 #include "sim/trace_sink.h"
 
 namespace corvane {
@@ -21,35 +22,22 @@ class ListTest : public testing::Test {
   ListBox list_{sink_, "list", 4};
 };
 
-TEST(Property, TellsTheSinkOfANewValueAlone) {
+// The trace has what the sink could read when it was told.
+TEST(Property, TellsTheSinkOfANewValueAloneAndHasItByThen) {
   sim::TraceSink sink;
   Label label(sink, "lblTest", "old");
   label.caption = "old";
   EXPECT_TRUE(sink.Take().empty());
   label.caption = "new";
   EXPECT_EQ(sink.Take(), Lines{"lblTest.caption = \"new\""});
-  EXPECT_EQ(label.caption.get(), "new");
-}
-
-TEST(Property, HasItsNewValueWhenTheSinkIsTold) {
-  struct Reader : ControlSink {
-    void Changed(const Control& control, Field field) override {
-      if (field == Field::kCaption) seen = static_cast<const Label&>(control).caption;
-    }
-    void ListChanged(ListBox&, ListChange, std::size_t) override {}
-    void FocusWanted(const Control&) override {}
-    std::string seen;
-  } reader;
-  Label label(reader, "lblTest");
-  label.caption = "new";
-  EXPECT_EQ(reader.seen, "new");
+  EXPECT_EQ(label.caption, "new");
 }
 
 TEST(Property, TakesTheUsersValueWithoutTellingTheSink) {
   sim::TraceSink sink;
   TextBox box(sink, "txtTest");
   box.text.TakeFromUser("typed");
-  EXPECT_EQ(box.text.get(), "typed");
+  EXPECT_EQ(box.text, "typed");
   EXPECT_TRUE(sink.Take().empty());
 }
 
@@ -59,8 +47,8 @@ TEST(Control, StartsVisibleEnabledAndInTheSystemsColours) {
   EXPECT_TRUE(label.visible);
   EXPECT_TRUE(label.enabled);
   EXPECT_FALSE(label.bold);
-  EXPECT_EQ(label.fore_colour.get(), kButtonText);
-  EXPECT_EQ(label.back_colour.get(), kButtonFace);
+  EXPECT_EQ(label.fore_colour, kButtonText);
+  EXPECT_EQ(label.back_colour, kButtonFace);
   EXPECT_EQ(TextBox(sink, "txtTest").back_colour.get(), kWindowBackground);
   EXPECT_EQ(ListBox(sink, "lstTest", 1).back_colour.get(), kWindowBackground);
   EXPECT_EQ(ComboBox(sink, "cboTest").back_colour.get(), kWindowBackground);
@@ -74,6 +62,34 @@ TEST(CheckBox, IsCheckedWithTheValueOneAlone) {
   EXPECT_TRUE(box.checked());
   box.value = 2;
   EXPECT_FALSE(box.checked());
+}
+
+TEST(SelectedOption, IsTheFirstThatIsSelectedOrNone) {
+  sim::NoSink sink;
+  OptionButton options[] = {{sink, "opt_0", ""}, {sink, "opt_1", ""}, {sink, "opt_2", ""}};
+  EXPECT_EQ(SelectedOption(options), -1);
+  options[2].value = true;
+  EXPECT_EQ(SelectedOption(options), 2);
+  options[1].value = true;
+  EXPECT_EQ(SelectedOption(options), 1);
+}
+
+TEST(Window, TellsTheSinkOnceOfANewPlaceOrSize) {
+  sim::TraceSink sink;
+  Window window(sink, "Form", "");
+  window.Resize(400, 300);
+  window.MoveTo(20, 10);
+  window.MoveTo(20, 10);
+  EXPECT_EQ(sink.Take(), (Lines{"Form.bounds = 0, 0, 400, 300", "Form.bounds = 20, 10, 400, 300"}));
+}
+
+TEST(Control, IsWhatItsKindSays) {
+  sim::NoSink sink;
+  CheckBox box(sink, "chkTest", "Test");
+  const Control& control = box;
+  ASSERT_EQ(control.kind(), ControlKind::kCheckBox);
+  EXPECT_EQ(&As<CheckBox>(control), &box);
+  EXPECT_EQ(control.caption, "Test");
 }
 
 TEST_F(ListTest, AddsAtTheEndWithoutSelectingOrScrolling) {

@@ -67,11 +67,11 @@ TEST_F(LogsTest, LastStatusLineOfAnEmptyLogSelectsNothing) {
 
 TEST_F(LogsTest, RecordingShowsAsAWideRedBorder) {
   ShowRecording(form_, true);
-  EXPECT_EQ(form_.ShapeBusy_state.border_colour.get(), kRed);
-  EXPECT_EQ(form_.ShapeBusy_state.border_width.get(), 3);
+  EXPECT_EQ(form_.ShapeBusy_state.border_colour, kRed);
+  EXPECT_EQ(form_.ShapeBusy_state.border_width, 3);
   ShowRecording(form_, false);
-  EXPECT_EQ(form_.ShapeBusy_state.border_colour.get(), kWindowText);
-  EXPECT_EQ(form_.ShapeBusy_state.border_width.get(), 1);
+  EXPECT_EQ(form_.ShapeBusy_state.border_colour, kWindowText);
+  EXPECT_EQ(form_.ShapeBusy_state.border_width, 1);
 }
 
 }  // namespace

@@ -251,8 +251,8 @@ TEST_F(SettingsFileTest, EveryFieldReachesItsControlAndItsVariable) {
   EXPECT_EQ(Read(Changed()), Load::kOk);
   EXPECT_EQ(run.presets.CallTimeoutSeconds, 12);
   EXPECT_EQ(form.txtTimeout.text.get(), "12");
-  EXPECT_EQ(form.top.get(), -300);
-  EXPECT_EQ(form.left.get(), 4500);
+  EXPECT_EQ(form.bounds.get().top, -300);
+  EXPECT_EQ(form.bounds.get().left, 4500);
   EXPECT_EQ(form.cboBaseFrequency.list_index.get(), 3);
   EXPECT_EQ(run.presets.BaseFrequency, 400000000);
   EXPECT_EQ(run.presets.ParkCarrier, 1234);
@@ -431,12 +431,11 @@ TEST_F(SettingsFileTest, AFileThatCannotBeReadIsLeftAlone) {
 }
 
 TEST_F(SettingsFileTest, AShortFileTakesTheDefaultsForWhatIsMissing) {
-  form.top = 1500;
-  form.left = 3000;
+  form.MoveTo(3000, 1500);
   files.Put(kSettingsPath, EncodeSettings(Changed()).substr(0, 12));
   EXPECT_EQ(run.settings.ReadSettings(), Load::kOk);
   EXPECT_EQ(form.txtTimeout.text.get(), "12");
-  EXPECT_EQ(form.top.get(), -300);
+  EXPECT_EQ(form.bounds.get().top, -300);
   EXPECT_EQ(form.cboBaseFrequency.list_index.get(), 3);
   EXPECT_EQ(form.txtParkCarrier.text.get(), "2604");
   EXPECT_EQ(run.presets.FrequencyOffset, 12500);
@@ -446,7 +445,7 @@ TEST_F(SettingsFileTest, AShortFileTakesTheDefaultsForWhatIsMissing) {
   EXPECT_TRUE(run.prompts.boxes().empty());
   files.Put(kSettingsPath, "\x07");
   EXPECT_EQ(run.settings.ReadSettings(), Load::kOk);
-  EXPECT_EQ(form.top.get(), -300) << "the window stays where it is";
+  EXPECT_EQ(form.bounds.get().top, -300) << "the window stays where it is";
 }
 
 TEST_F(SettingsFileTest, ValuesThatNoControlRefusesButNobodyCanUseTakeTheDefaults) {

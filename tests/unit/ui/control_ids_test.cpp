@@ -1,16 +1,17 @@
-// The numbers of the controls: complete, unique, and found by name.
+// The numbers of the controls: complete, unique, and given to the controls of that name.
 #include "ui/control_ids.h"
 
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <map>
+#include <set>
 #include <string>
 
 #include "base/number_text.h"
 #include "base/text.h"
-#include "panel/form1.h"
-#include "sim/trace_sink.h"
+#include "sim/no_sink.h"
+#include "ui/main_layout.h"
 
 namespace corvane {
 
@@ -33,23 +34,39 @@ std::map<std::string, int> NumbersInHeader() {
   return numbers;
 }
 
-TEST(ControlIds, EveryNumberOfTheHeaderIsFoundByItsName) {
+TEST(ControlIds, EveryNumberIsGivenOnce) {
   const auto numbers = NumbersInHeader();
   EXPECT_GT(numbers.size(), 80U);
   std::map<int, std::string> names;
   for (const auto& [name, number] : numbers) {
-    const auto id = FindControlId(name);
-    ASSERT_TRUE(id) << name;
-    EXPECT_EQ(Number(*id), number) << name;
     EXPECT_TRUE(names.emplace(number, name).second) << name << " and " << names[number];
   }
 }
 
-TEST(ControlIds, EveryControlOfTheMainWindowHasANumber) {
-  sim::TraceSink sink;
+TEST(ControlIds, ControlsOfTheMainWindowHaveTheNumberOfTheirName) {
+  const auto numbers = NumbersInHeader();
+  sim::NoSink sink;
   Form1 form(sink);
-  for (const Control* control : form.Controls()) {
-    EXPECT_TRUE(FindControlId(control->name())) << control->name();
+  const WindowTable table = MainWindowTable(form);
+  const auto expect_number = [&](const Control& control, ControlId id) {
+    ASSERT_TRUE(numbers.contains(control.name())) << control.name();
+    EXPECT_EQ(Number(id), numbers.at(control.name())) << control.name();
+  };
+  for (const ControlRow& row : table.controls) expect_number(row.control, row.id);
+  for (const MenuRow& row : table.menu) expect_number(row.item, row.id);
+}
+
+// Numbers below the editor's are the main window's: none of them is without a control.
+TEST(ControlIds, EveryNumberOfTheMainWindowHasItsControl) {
+  constexpr int kFirstOfTheEditor = Number(ControlId::cboCountry);
+  sim::NoSink sink;
+  Form1 form(sink);
+  std::set<std::string> names;
+  for (const Control* control : MainWindowTable(form).AllControls()) {
+    EXPECT_TRUE(names.insert(control->name()).second) << control->name() << " twice";
+  }
+  for (const auto& [name, number] : NumbersInHeader()) {
+    EXPECT_EQ(names.contains(name), number < kFirstOfTheEditor) << name;
   }
 }
 
@@ -58,12 +75,6 @@ TEST(ControlIds, NumbersStayClearOfTheSystemsOwn) {
     EXPECT_GT(number, 100) << name;
     EXPECT_LT(number, 0x8000) << name;
   }
-}
-
-TEST(ControlIds, StrangeNamesHaveNone) {
-  EXPECT_FALSE(FindControlId(""));
-  EXPECT_FALSE(FindControlId("lblgrouphold"));
-  EXPECT_FALSE(FindControlId("Form1"));
 }
 
 }  // namespace

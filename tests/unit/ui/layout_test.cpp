@@ -4,11 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 
-#include "panel/form1.h"
-#include "sim/trace_sink.h"
+#include "sim/no_sink.h"
+#include "ui/main_layout.h"
 
 namespace corvane {
 
@@ -34,22 +35,27 @@ std::vector<Case> Cases() {
   return cases;
 }
 
-std::map<ControlId, PixelRect> Place(const Case& at) {
-  const WindowArrangement& arrangement = at.compact ? kCompactArrangement : kNormalArrangement;
-  LayoutInput input;
-  input.dpi = at.dpi;
-  input.compact = at.compact;
-  const int height = at.compact ? kCompactClientHeight : kClientHeight;
-  const int width =
-      at.compact ? kClientWidth - (kNormalArrangement.width - arrangement.width) : kClientWidth;
-  input.client_width = ToPixels(width, at.dpi) + at.extra;
-  input.client_height = ToPixels(height, at.dpi) + at.extra;
-  input.call_details_left = arrangement.call_details_left;
-  input.call_details_top = arrangement.call_details_top;
-  std::map<ControlId, PixelRect> rects;
-  for (const PlacedControl& placed : ComputeLayout(input)) rects[placed.id] = placed.rect;
-  return rects;
-}
+class LayoutTest : public testing::Test {
+ protected:
+  std::map<ControlId, PixelRect> Place(const Case& at) {
+    const WindowArrangement& arrangement = at.compact ? kCompactArrangement : kNormalArrangement;
+    form_.mnuCompactMode.checked = at.compact;
+    form_.fraCallDetails.corner = arrangement.call_details;
+    const int height = at.compact ? kCompactClientHeight : kClientHeight;
+    const int width = kClientWidth - (kNormalArrangement.width - arrangement.width);
+    const auto placed = ComputeLayout(table_, at.dpi, ToPixels(width, at.dpi) + at.extra,
+                                      ToPixels(height, at.dpi) + at.extra);
+    std::map<ControlId, PixelRect> rects;
+    for (std::size_t row = 0; row < placed.size(); ++row) {
+      rects[table_.controls[row].id] = placed[row];
+    }
+    return rects;
+  }
+
+  sim::NoSink sink_;
+  Form1 form_{sink_};
+  const WindowTable table_ = MainWindowTable(form_);
+};
 
 PixelRect ClientOf(const Case& at) {
   const int height = at.compact ? kCompactClientHeight : kClientHeight;
@@ -76,73 +82,57 @@ bool IsPage(ControlId id) {
          id == fraLoggingOptions || id == fraCheckboxDetection;
 }
 
-TEST(Layout, HasAPlaceForEveryControlOnce) {
-  sim::TraceSink sink;
-  Form1 form(sink);
-  std::set<ControlId> expected;
-  for (const Control* control : form.Controls()) {
-    if (dynamic_cast<const MenuItem*>(control) != nullptr) continue;
-    const auto id = FindControlId(control->name());
-    ASSERT_TRUE(id) << control->name();
-    expected.insert(*id);
-  }
-  std::set<ControlId> placed;
-  for (const ControlPlace& place : MainWindowPlaces()) {
-    EXPECT_TRUE(placed.insert(place.id).second) << Number(place.id);
-  }
-  EXPECT_EQ(placed, expected);
-}
-
-TEST(Layout, FramesComeAfterEverythingThatStandsInThem) {
-  std::set<ControlId> frames_seen;
-  for (const ControlPlace& place : MainWindowPlaces()) {
-    if (place.frame) {
-      EXPECT_FALSE(frames_seen.contains(*place.frame)) << Number(place.id);
+TEST_F(LayoutTest, FramesComeAfterEverythingThatStandsInThem) {
+  std::set<const Control*> frames_seen;
+  for (const ControlRow& row : table_.controls) {
+    if (row.frame != nullptr) {
+      EXPECT_FALSE(frames_seen.contains(row.frame)) << Number(row.id);
     }
-    if (place.id == fraWinsock || place.id == fraCallDetails || IsPage(place.id)) {
-      frames_seen.insert(place.id);
-    }
+    if (row.control.kind() == ControlKind::kFrame) frames_seen.insert(&row.control);
   }
   EXPECT_EQ(frames_seen.size(), 7U);
 }
 
-TEST(Layout, ControlsLieInsideTheirFrames) {
+TEST_F(LayoutTest, ControlsLieInsideTheirFrames) {
   for (const Case& at : Cases()) {
     const auto rects = Place(at);
-    for (const ControlPlace& place : MainWindowPlaces()) {
-      if (!place.frame) continue;
-      EXPECT_TRUE(Inside(rects.at(place.id), rects.at(*place.frame))) << Describe(at, place.id);
+    for (const ControlRow& row : table_.controls) {
+      if (row.frame == nullptr) continue;
+      const ControlRow& frame =
+          *std::find_if(table_.controls.begin(), table_.controls.end(),
+                        [&](const ControlRow& other) { return &other.control == row.frame; });
+      EXPECT_TRUE(Inside(rects.at(row.id), rects.at(frame.id))) << Describe(at, row.id);
     }
   }
 }
 
-TEST(Layout, TopLevelControlsLieInsideTheClientArea) {
+TEST_F(LayoutTest, TopLevelControlsLieInsideTheClientArea) {
   for (const Case& at : Cases()) {
     const auto rects = Place(at);
-    for (const ControlPlace& place : MainWindowPlaces()) {
-      if (place.frame || (at.compact && place.id != fraCallDetails)) continue;
-      EXPECT_TRUE(Inside(rects.at(place.id), ClientOf(at))) << Describe(at, place.id);
+    for (const ControlRow& row : table_.controls) {
+      if (row.frame != nullptr || (at.compact && row.id != fraCallDetails)) continue;
+      EXPECT_TRUE(Inside(rects.at(row.id), ClientOf(at))) << Describe(at, row.id);
     }
   }
 }
 
-TEST(Layout, NeighboursDoNotOverlap) {
+TEST_F(LayoutTest, NeighboursDoNotOverlap) {
   for (const Case& at : Cases()) {
     const auto rects = Place(at);
-    const auto places = MainWindowPlaces();
-    for (std::size_t one = 0; one < places.size(); ++one) {
-      for (std::size_t other = one + 1; other < places.size(); ++other) {
-        if (places[one].frame != places[other].frame) continue;
-        if (IsPage(places[one].id) && IsPage(places[other].id)) continue;  // one shows at a time
-        if (at.compact && !places[one].frame) continue;
-        EXPECT_FALSE(Overlap(rects.at(places[one].id), rects.at(places[other].id)))
-            << Describe(at, places[one].id) << ", " << Number(places[other].id);
+    const std::vector<ControlRow>& rows = table_.controls;
+    for (std::size_t one = 0; one < rows.size(); ++one) {
+      for (std::size_t other = one + 1; other < rows.size(); ++other) {
+        if (rows[one].frame != rows[other].frame) continue;
+        if (IsPage(rows[one].id) && IsPage(rows[other].id)) continue;  // one shows at a time
+        if (at.compact && rows[one].frame == nullptr) continue;
+        EXPECT_FALSE(Overlap(rects.at(rows[one].id), rects.at(rows[other].id)))
+            << Describe(at, rows[one].id) << ", " << Number(rows[other].id);
       }
     }
   }
 }
 
-TEST(Layout, PagesShareOnePlace) {
+TEST_F(LayoutTest, PagesShareOnePlace) {
   for (const Case& at : Cases()) {
     const auto rects = Place(at);
     for (const auto& [id, rect] : rects) {
@@ -153,7 +143,7 @@ TEST(Layout, PagesShareOnePlace) {
   }
 }
 
-TEST(Layout, EverythingHasASize) {
+TEST_F(LayoutTest, EverythingHasASize) {
   for (const Case& at : Cases()) {
     for (const auto& [id, rect] : Place(at)) {
       EXPECT_GE(rect.width, ToPixels(12 * 15, at.dpi)) << Describe(at, id);
@@ -162,7 +152,7 @@ TEST(Layout, EverythingHasASize) {
   }
 }
 
-TEST(Layout, CallDetailsStandWhereTheArrangementsPutThem) {
+TEST_F(LayoutTest, CallDetailsStandWhereTheArrangementsPutThem) {
   for (const int dpi : kResolutions) {
     const PixelRect normal = Place({dpi, false, 0}).at(fraCallDetails);
     EXPECT_EQ(normal.left, ToPixels(120, dpi));
@@ -174,23 +164,14 @@ TEST(Layout, CallDetailsStandWhereTheArrangementsPutThem) {
   }
 }
 
-TEST(Layout, ArrangementsAreTheLaidDownOnes) {
-  EXPECT_EQ(kNormalArrangement.width, 12450);
-  EXPECT_EQ(kNormalArrangement.height, 6120);
-  EXPECT_STREQ(kNormalArrangement.title, "Corvane v0.99.6s");
-  EXPECT_EQ(kCompactArrangement.width, 3690);
-  EXPECT_EQ(kCompactArrangement.height, 4440);
-  EXPECT_STREQ(kCompactArrangement.title, "Corva v0.99.6s");
-}
-
-TEST(Layout, WinsockFrameIsWhatCompactModeMakesRoomFor) {
+TEST_F(LayoutTest, WinsockFrameIsWhatCompactModeMakesRoomFor) {
   const auto rects = Place({96, false, 0});
   EXPECT_LE(rects.at(fraWinsock).bottom(), rects.at(fraCallDetails).top);
   EXPECT_EQ(rects.at(fraWinsock).left, rects.at(fraCallDetails).left);
   EXPECT_EQ(rects.at(fraWinsock).width, rects.at(fraCallDetails).width);
 }
 
-TEST(Layout, SpareWidthGoesToTheCallLog) {
+TEST_F(LayoutTest, SpareWidthGoesToTheCallLog) {
   const auto least = Place({96, false, 0});
   const auto more = Place({96, false, 25});
   EXPECT_EQ(more.at(lstCallLog).width, least.at(lstCallLog).width + 25);
@@ -201,7 +182,7 @@ TEST(Layout, SpareWidthGoesToTheCallLog) {
   EXPECT_EQ(more.at(txtTimeout).top, least.at(txtTimeout).top);
 }
 
-TEST(Layout, OptionsStandInTheOrderOfTheirPage) {
+TEST_F(LayoutTest, OptionsStandInTheOrderOfTheirPage) {
   const auto rects = Place({96, false, 0});
   EXPECT_LT(rects.at(optOffsets_3).top, rects.at(optOffsets_2).top);
   EXPECT_LT(rects.at(optOffsets_1).top, rects.at(optOffsets_0).top);
@@ -233,7 +214,7 @@ TEST(Fonts, AreAsHighAsTheirPointsAtTheResolution) {
 
 TEST(CallLogRows, AreTwentyOneAndAPartWhateverTheRoom) {
   for (int available = 300; available <= 900; ++available) {
-    const RowFit fit = FitCallLogRows(available, 14);
+    const RowFit fit = FitRows(kCallLogFullRows, available, 14);
     EXPECT_EQ(fit.client_height / fit.row_height, 21) << available;
     const int part = fit.client_height % fit.row_height;
     EXPECT_GE(part * 100, fit.row_height * 30) << available;
@@ -245,18 +226,18 @@ TEST(CallLogRows, AreTwentyOneAndAPartWhateverTheRoom) {
 }
 
 TEST(CallLogRows, AreNeverLowerThanTheirText) {
-  const RowFit fit = FitCallLogRows(100, 14);
+  const RowFit fit = FitRows(kCallLogFullRows, 100, 14);
   EXPECT_EQ(fit.row_height, 14);
   EXPECT_EQ(fit.client_height, 21 * 14 + 5);
 }
 
-TEST(CallLogRows, FitTheLeastWindowAtEveryResolution) {
+TEST_F(LayoutTest, CallLogRowsFitTheLeastWindowAtEveryResolution) {
   // Heights of a line of Tahoma 9 and of a scroll bar with both borders.
   const std::map<int, std::pair<int, int>> measures = {
       {96, {14, 21}}, {120, {18, 25}}, {144, {22, 30}}, {192, {29, 38}}};
   for (const auto& [dpi, measure] : measures) {
     const int available = Place({dpi, false, 0}).at(lstCallLog).height - measure.second;
-    EXPECT_LE(FitCallLogRows(available, measure.first).client_height, available) << dpi;
+    EXPECT_LE(FitRows(kCallLogFullRows, available, measure.first).client_height, available) << dpi;
   }
 }
 

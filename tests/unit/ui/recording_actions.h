@@ -15,7 +15,10 @@ class RecordingActions : public Actions {
   void StartLink() override { calls.push_back("StartLink"); }
   void ManualRelease() override { calls.push_back("ManualRelease"); }
   void ParkOnControlChannel() override { calls.push_back("ParkOnControlChannel"); }
-  void ToggleGroupHold() override { calls.push_back("ToggleGroupHold"); }
+  void ToggleGroupHold() override {
+    calls.push_back("ToggleGroupHold");
+    if (on_hold) on_hold();
+  }
   void LogModeSwitched(bool checked) override {
     calls.push_back(checked ? "LogMode on" : "LogMode off");
   }
@@ -35,6 +38,7 @@ class RecordingActions : public Actions {
   [[nodiscard]] std::int32_t mnc() const override { return mnc_now; }
 
   std::vector<std::string> calls;
+  std::function<void()> on_hold;
   std::function<void()> on_close;
   std::int32_t mcc_now = 262;
   std::int32_t mnc_now = 1;

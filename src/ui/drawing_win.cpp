@@ -1,11 +1,7 @@
-// Drawing.
-#include "ui/painting_win.h"
-
-#include <windows.h>
+// Fonts, brushes and drawing by plain GDI.
+#include "ui/drawing_win.h"
 
 #include <algorithm>
-
-#include "ui/layout.h"
 
 namespace corvane {
 
@@ -37,13 +33,48 @@ class Selected {
   HGDIOBJ before_;
 };
 
-HBRUSH BrushOf(BrushCache& brushes, Colour colour) {
-  return static_cast<HBRUSH>(brushes.Get(colour));
-}
-
 }  // namespace
 
-std::uint32_t DrawnColour(Colour colour) {
+FontSet::~FontSet() {
+  Release();
+  replaced_.swap(fonts_);
+  Release();
+}
+
+void FontSet::Remake(int dpi) {
+  Release();
+  replaced_.swap(fonts_);
+  for (FontKind kind : {FontKind::kText, FontKind::kLog, FontKind::kGroup, FontKind::kTab}) {
+    for (bool bold : {false, true}) {
+      fonts_[{kind, bold}] =
+          CreateFontA(-FontPixels(kind, dpi), 0, 0, 0, bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE,
+                      FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                      DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, FontOf(kind).face);
+    }
+  }
+}
+
+void FontSet::Release() {
+  for (const auto& [key, font] : replaced_) DeleteObject(font);
+  replaced_.clear();
+}
+
+HFONT FontSet::Get(FontKind kind, bool bold) const {
+  const auto font = fonts_.find({kind, bold});
+  return font == fonts_.end() ? nullptr : font->second;
+}
+
+int FontSet::LineHeight(FontKind kind) const {
+  const HDC screen = GetDC(nullptr);
+  const HGDIOBJ before = SelectObject(screen, Get(kind, false));
+  TEXTMETRICA metrics{};
+  GetTextMetricsA(screen, &metrics);
+  SelectObject(screen, before);
+  ReleaseDC(nullptr, screen);
+  return static_cast<int>(metrics.tmHeight);
+}
+
+COLORREF DrawnColour(Colour colour) {
   if ((colour & kSystemColourBit) == 0) return colour & 0x00FFFFFF;
   return GetSysColor(static_cast<int>(colour & 0xFF));
 }
@@ -52,14 +83,13 @@ BrushCache::~BrushCache() {
   for (const auto& [colour, brush] : brushes_) DeleteObject(brush);
 }
 
-void* BrushCache::Get(Colour colour) {
-  void*& brush = brushes_[DrawnColour(colour)];
+HBRUSH BrushCache::Get(Colour colour) {
+  HBRUSH& brush = brushes_[DrawnColour(colour)];
   if (brush == nullptr) brush = CreateSolidBrush(DrawnColour(colour));
   return brush;
 }
 
-void DrawButton(const void* draw_item, const Button& button, void* font, BrushCache& brushes) {
-  const auto& item = *static_cast<const DRAWITEMSTRUCT*>(draw_item);
+void DrawButton(const DRAWITEMSTRUCT& item, const Button& button, HFONT font, BrushCache& brushes) {
   const HDC dc = item.hDC;
   RECT rect = item.rcItem;
   const bool disabled = (item.itemState & ODS_DISABLED) != 0;
@@ -72,8 +102,8 @@ void DrawButton(const void* draw_item, const Button& button, void* font, BrushCa
   if (button.back_colour == kButtonFace) fill = Mix(face, RGB(255, 255, 255), 55);
   if (disabled) fill = face;
   if (pressed) fill = Mix(fill, shadow, 70);
-  FillRect(dc, &rect, BrushOf(brushes, fill));
-  FrameRect(dc, &rect, BrushOf(brushes, disabled ? Mix(shadow, face, 50) : shadow));
+  FillRect(dc, &rect, brushes.Get(fill));
+  FrameRect(dc, &rect, brushes.Get(disabled ? Mix(shadow, face, 50) : shadow));
 
   const Selected with_font(dc, font);
   SetBkMode(dc, TRANSPARENT);
@@ -90,27 +120,26 @@ void DrawButton(const void* draw_item, const Button& button, void* font, BrushCa
   }
 }
 
-void DrawShape(const void* draw_item, const Shape& shape, int dpi, BrushCache& brushes) {
-  const auto& item = *static_cast<const DRAWITEMSTRUCT*>(draw_item);
+void DrawShape(const DRAWITEMSTRUCT& item, const Shape& shape, int dpi, BrushCache& brushes) {
   RECT rect = item.rcItem;
-  FillRect(item.hDC, &rect, BrushOf(brushes, shape.back_colour));
+  FillRect(item.hDC, &rect, brushes.Get(shape.back_colour));
   const int width = std::max(1, MulDiv(shape.border_width, dpi, kDesignDpi));
   const HPEN pen = CreatePen(PS_INSIDEFRAME, width, DrawnColour(shape.border_colour));
   {
     const Selected with_pen(item.hDC, pen);
-    const Selected with_brush(item.hDC, BrushOf(brushes, shape.fill_colour));
+    const Selected with_brush(item.hDC, brushes.Get(shape.fill_colour));
     Ellipse(item.hDC, rect.left, rect.top, rect.right, rect.bottom);
   }
   DeleteObject(pen);
 }
 
-void PaintFrame(void* window, const Frame& frame, void* font, int dpi, BrushCache& brushes) {
+void PaintFrame(HWND window, const Frame& frame, HFONT font, int dpi, BrushCache& brushes) {
   PAINTSTRUCT paint{};
-  const HDC dc = BeginPaint(static_cast<HWND>(window), &paint);
+  const HDC dc = BeginPaint(window, &paint);
   if (dc == nullptr) return;
   RECT rect{};
-  GetClientRect(static_cast<HWND>(window), &rect);
-  FillRect(dc, &rect, BrushOf(brushes, frame.back_colour));
+  GetClientRect(window, &rect);
+  FillRect(dc, &rect, brushes.Get(frame.back_colour));
 
   const Selected with_font(dc, font);
   const std::string& caption = frame.caption;
@@ -121,7 +150,7 @@ void PaintFrame(void* window, const Frame& frame, void* font, int dpi, BrushCach
     rect.top += size.cy / 2;
   }
   const COLORREF line = Mix(DrawnColour(kButtonShadow), DrawnColour(frame.back_colour), 60);
-  FrameRect(dc, &rect, BrushOf(brushes, line));
+  FrameRect(dc, &rect, brushes.Get(line));
   if (!caption.empty()) {
     SetTextColor(dc, DrawnColour(frame.fore_colour));
     SetBkColor(dc, DrawnColour(frame.back_colour));
@@ -130,7 +159,7 @@ void PaintFrame(void* window, const Frame& frame, void* font, int dpi, BrushCach
     RECT text{indent, 0, rect.right - indent, size.cy};
     DrawTextA(dc, with_margin.c_str(), -1, &text, DT_SINGLELINE | DT_END_ELLIPSIS);
   }
-  EndPaint(static_cast<HWND>(window), &paint);
+  EndPaint(window, &paint);
 }
 
 }  // namespace corvane

@@ -1,8 +1,10 @@
-// What the tests of the real main window ask the system about it and do to it. The tests themselves
-// include no system header.
+// What the tests of the real main window ask the system about it and do to it.
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,40 +13,7 @@
 
 namespace corvane::ui_test {
 
-using Handle = void*;  // HWND
-
-inline constexpr unsigned kWmNcHitTest = 0x84;
-inline constexpr unsigned kBmGetCheck = 0xF0;
-inline constexpr unsigned kBmClick = 0xF5;
-inline constexpr unsigned kLbSetCurSel = 0x186;
-inline constexpr unsigned kLbGetCurSel = 0x188;
-inline constexpr unsigned kLbGetCount = 0x18B;
-inline constexpr unsigned kLbGetTopIndex = 0x18E;
-inline constexpr unsigned kLbGetHorizontalExtent = 0x193;
-inline constexpr unsigned kLbSetTopIndex = 0x197;
-inline constexpr unsigned kLbGetItemHeight = 0x1A1;
-inline constexpr unsigned kCbGetCount = 0x146;
-inline constexpr unsigned kCbGetCurSel = 0x147;
-inline constexpr unsigned kCbSetCurSel = 0x14E;
-inline constexpr unsigned kWmClose = 0x10;
-inline constexpr unsigned kWmQueryEndSession = 0x11;
-inline constexpr unsigned kWmEndSession = 0x16;
-inline constexpr unsigned kWmKeyDown = 0x100;
-inline constexpr unsigned kWmKeyUp = 0x101;
-inline constexpr unsigned kWmChar = 0x102;
-inline constexpr unsigned kWmCommand = 0x111;
-inline constexpr unsigned kWmVScroll = 0x115;
-inline constexpr unsigned kWmMouseMove = 0x200;
-inline constexpr unsigned kWmLButtonUp = 0x202;
-inline constexpr unsigned kWmRButtonUp = 0x205;
-inline constexpr unsigned kWmMButtonUp = 0x208;
-inline constexpr int kSelChange = 1;  // of list and combo boxes
-inline constexpr int kKeyTab = 9;
-inline constexpr int kKeyEnter = 13;
-inline constexpr int kKeyDown = 40;
-inline constexpr int kScrollLineUp = 0;
-inline constexpr int kHitTransparent = -1;
-inline constexpr int kHitClient = 1;
+using Handle = HWND;
 
 [[nodiscard]] Handle ChildOf(Handle window, ControlId id);
 // The ids of all child windows, in the order of the tab key.
@@ -52,8 +21,8 @@ inline constexpr int kHitClient = 1;
 [[nodiscard]] std::string TextOf(Handle window);
 void SetText(Handle window, const std::string& text);
 
-std::intptr_t Send(Handle window, unsigned message, std::uintptr_t w = 0, std::intptr_t l = 0);
-void Post(Handle window, unsigned message, std::uintptr_t w = 0, std::intptr_t l = 0);
+LRESULT Send(Handle window, UINT message, WPARAM w = 0, LPARAM l = 0);
+void Post(Handle window, UINT message, WPARAM w = 0, LPARAM l = 0);
 // Down, up in the middle of the window.
 void PostClick(Handle window);
 // As a mouse does it: down, up, double click, up.
@@ -79,6 +48,8 @@ void EndWindow(Handle window);
 [[nodiscard]] PixelRect OuterRect(Handle window);             // on the screen
 [[nodiscard]] PixelRect RectIn(Handle parent, Handle child);  // in the parent's client area
 [[nodiscard]] PixelRect ClientRect(Handle window);
+// Where the window stands on the screen after each change of its place or size that `work` makes.
+[[nodiscard]] std::vector<PixelRect> PlacesDuring(Handle window, const std::function<void()>& work);
 // The last line that the vertical scroll bar of a list can reach, as painted so far: asks the list
 // itself nothing.
 [[nodiscard]] int ScrollEnd(Handle list);
