@@ -15,7 +15,7 @@ constexpr std::int64_t kMaxCount = 100000;
 constexpr std::int64_t kMaxMs = 3600000;
 constexpr std::int64_t kMaxScreen = 32000;
 
-// One that can be carried out while SDR# runs.
+// A command that only a running SDR# carries out.
 template <typename Act>
 Command WhileRunning(Act act) {
   return [act](Model& model) {
