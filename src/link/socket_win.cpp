@@ -4,11 +4,7 @@
 // socket out again while messages about the old one may still be in the queue.
 #include "link/socket_win.h"
 
-#include <winsock2.h>
-
 #include <ws2tcpip.h>
-
-#include <windows.h>
 
 #include <algorithm>
 #include <array>
@@ -45,56 +41,43 @@ u_long LoopBackAddress(const std::string& host) {
 
 }  // namespace
 
-class SocketWin::Impl : public std::enable_shared_from_this<SocketWin::Impl> {
- public:
-  explicit Impl(LoopWin& loop) : loop_(loop) {
-    WSADATA data{};
-    startup_error_ = WSAStartup(MAKEWORD(2, 2), &data);
-  }
-  ~Impl() {
-    Close();
-    if (startup_error_ == 0) WSACleanup();
-  }
-  Impl(const Impl&) = delete;
-  Impl& operator=(const Impl&) = delete;
+SocketWin::SocketWin(LoopWin& loop) : loop_(loop) {
+  WSADATA data{};
+  startup_error_ = WSAStartup(MAKEWORD(2, 2), &data);
+  loop.SetSocketHandler([weak = std::weak_ptr<SocketWin*>(self_)](
+                            unsigned message, std::uintptr_t w, std::intptr_t l) {
+    if (const auto self = weak.lock()) (*self)->OnMessage(message, w, l);
+  });
+}
 
-  void Connect();
-  void Close();
-  bool Send(std::string_view data);
-  std::string GetData();
-  void OnMessage(unsigned message, std::uintptr_t w, std::intptr_t l);
+SocketWin::~SocketWin() {
+  Close();
+  if (startup_error_ == 0) WSACleanup();
+}
 
-  Events events;
-  std::string host = "127.0.0.1";
-  std::uint16_t port = 0;
-  SocketState state = SocketState::kClosed;
+void SocketWin::SetEvents(Events events) {
+  events_ = std::move(events);
+}
 
- private:
-  [[nodiscard]] unsigned MessageNumber() const {
-    return LoopWin::kFirstSocketMessage + static_cast<unsigned>(connection_ % kSocketMessages);
-  }
-  [[nodiscard]] int Open();
-  void CloseSocket();
-  void Fail(int number);
-  void FailLater(int number);
-  void OnConnected(int error);
-  void OnReadable();
-  void OnPeerClosed(int error);
-  int Receive();
+void SocketWin::SetRemote(const std::string& host, std::uint16_t port) {
+  host_ = host;
+  port_ = port;
+}
 
-  LoopWin& loop_;
-  int startup_error_ = 0;
-  SOCKET socket_ = INVALID_SOCKET;
-  std::uint64_t connection_ = 0;  // counts up with every Connect and Close
-  std::string inbox_;
-};
+SocketState SocketWin::State() const {
+  return state_;
+}
 
-int SocketWin::Impl::Open() {
+unsigned SocketWin::MessageNumber() const {
+  return LoopWin::kFirstSocketMessage + static_cast<unsigned>(connection_ % kSocketMessages);
+}
+
+int SocketWin::Open() {
   if (startup_error_ != 0) return startup_error_;
   sockaddr_in address{};
   address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = LoopBackAddress(host);
+  address.sin_port = htons(port_);
+  address.sin_addr.s_addr = LoopBackAddress(host_);
   if (address.sin_addr.s_addr == INADDR_NONE) return WSAEADDRNOTAVAIL;
   socket_ = ::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
   if (socket_ == INVALID_SOCKET) return WSAGetLastError();
@@ -113,53 +96,57 @@ int SocketWin::Impl::Open() {
   return error == WSAEWOULDBLOCK ? 0 : error;
 }
 
-void SocketWin::Impl::Connect() {
-  if (state != SocketState::kClosed) return;
+void SocketWin::Connect() {
+  if (state_ != SocketState::kClosed) return;
   ++connection_;
-  state = SocketState::kConnecting;
-  if (const int error = Open()) FailLater(error);
+  state_ = SocketState::kConnecting;
+  if (const int error = Open()) {
+    CloseSocket();
+    state_ = SocketState::kError;
+    PostForThisConnection([this, error] { Fail(error); });
+  }
 }
 
-void SocketWin::Impl::CloseSocket() {
+void SocketWin::CloseSocket() {
   if (socket_ == INVALID_SOCKET) return;
   WSAAsyncSelect(socket_, static_cast<HWND>(loop_.socket_window()), 0, 0);
   closesocket(socket_);
   socket_ = INVALID_SOCKET;
 }
 
-void SocketWin::Impl::Close() {
+void SocketWin::Close() {
   ++connection_;
   CloseSocket();
   inbox_.clear();
-  state = SocketState::kClosed;
+  state_ = SocketState::kClosed;
 }
 
-void SocketWin::Impl::Fail(int number) {
+void SocketWin::Fail(int number) {
   CloseSocket();
-  state = SocketState::kError;
+  state_ = SocketState::kError;
   // A copy: the handler may set others.
-  const auto handler = events.error;
+  const auto handler = events_.error;
   if (handler) handler(number, SystemText(number));
 }
 
-void SocketWin::Impl::FailLater(int number) {
-  CloseSocket();
-  state = SocketState::kError;
-  loop_.Post(EventSource::kSocket, [weak = weak_from_this(), at = connection_, number] {
-    const auto self = weak.lock();
-    if (self && self->connection_ == at) self->Fail(number);
-  });
+// Dropped when the socket is closed, connects anew or is destroyed before its turn comes.
+void SocketWin::PostForThisConnection(std::function<void()> event) {
+  loop_.Post(EventSource::kSocket,
+             [weak = std::weak_ptr<SocketWin*>(self_), at = connection_, event = std::move(event)] {
+               const auto self = weak.lock();
+               if (self && (*self)->connection_ == at) event();
+             });
 }
 
-bool SocketWin::Impl::Send(std::string_view data) {
-  if (state != SocketState::kConnected) return false;
+bool SocketWin::SendData(std::string_view data) {
+  if (state_ != SocketState::kConnected) return false;
   if (data.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return false;
   const int sent = ::send(socket_, data.data(), static_cast<int>(data.size()), 0);
   return sent >= 0 && static_cast<std::size_t>(sent) == data.size();
 }
 
 // Takes what the system holds, as far as there is room. 0, or the error that ended the connection.
-int SocketWin::Impl::Receive() {
+int SocketWin::Receive() {
   if (socket_ == INVALID_SOCKET) return 0;
   std::array<char, 4096> piece{};
   while (inbox_.size() < kInboxLimit) {
@@ -175,53 +162,50 @@ int SocketWin::Impl::Receive() {
   return 0;
 }
 
-std::string SocketWin::Impl::GetData() {
+std::string SocketWin::GetData() {
   Receive();  // an error is reported by the message of the close
   std::string data = std::exchange(inbox_, {});
   // The system reports again only what is read after it: when the room had run out, that is now.
   if (data.size() >= kInboxLimit) {
-    loop_.Post(EventSource::kSocket, [weak = weak_from_this(), at = connection_] {
-      const auto self = weak.lock();
-      if (self && self->connection_ == at) self->OnReadable();
-    });
+    PostForThisConnection([this] { OnReadable(); });
   }
   return data;
 }
 
-void SocketWin::Impl::OnConnected(int error) {
-  if (state != SocketState::kConnecting) return;
+void SocketWin::OnConnected(int error) {
+  if (state_ != SocketState::kConnecting) return;
   if (error != 0) {
     Fail(error);
   } else {
-    state = SocketState::kConnected;
+    state_ = SocketState::kConnected;
   }
 }
 
-void SocketWin::Impl::OnReadable() {
-  if (state != SocketState::kConnected && state != SocketState::kClosing) return;
+void SocketWin::OnReadable() {
+  if (state_ != SocketState::kConnected && state_ != SocketState::kClosing) return;
   const int error = Receive();
   const std::uint64_t connection = connection_;
-  const auto handler = events.data_arrival;
+  const auto handler = events_.data_arrival;
   if (!inbox_.empty() && handler) handler(inbox_.size());
   if (error != 0 && connection == connection_) Fail(error);
 }
 
-void SocketWin::Impl::OnPeerClosed(int error) {
-  if (state == SocketState::kConnecting) {
+void SocketWin::OnPeerClosed(int error) {
+  if (state_ == SocketState::kConnecting) {
     Fail(error != 0 ? error : WSAECONNABORTED);
     return;
   }
   const std::uint64_t connection = connection_;
   OnReadable();  // what arrived just before
-  if (connection != connection_ || state != SocketState::kConnected) return;
+  if (connection != connection_ || state_ != SocketState::kConnected) return;
   if (error != 0) {
     Fail(error);
   } else {
-    state = SocketState::kClosing;
+    state_ = SocketState::kClosing;
   }
 }
 
-void SocketWin::Impl::OnMessage(unsigned message, std::uintptr_t w, std::intptr_t l) {
+void SocketWin::OnMessage(unsigned message, std::uintptr_t w, std::intptr_t l) {
   if (message != MessageNumber() || w != socket_ || socket_ == INVALID_SOCKET) return;
   const int error = WSAGETSELECTERROR(l);
   switch (WSAGETSELECTEVENT(l)) {
@@ -234,46 +218,6 @@ void SocketWin::Impl::OnMessage(unsigned message, std::uintptr_t w, std::intptr_
     default:
       return;
   }
-}
-
-SocketWin::SocketWin(LoopWin& loop) : impl_(std::make_shared<Impl>(loop)) {
-  loop.SetSocketHandler(
-      [weak = std::weak_ptr<Impl>(impl_)](unsigned message, std::uintptr_t w, std::intptr_t l) {
-        if (const auto self = weak.lock()) self->OnMessage(message, w, l);
-      });
-}
-
-SocketWin::~SocketWin() {
-  impl_->Close();
-}
-
-void SocketWin::SetEvents(Events events) {
-  impl_->events = std::move(events);
-}
-
-void SocketWin::SetRemote(const std::string& host, std::uint16_t port) {
-  impl_->host = host;
-  impl_->port = port;
-}
-
-SocketState SocketWin::State() const {
-  return impl_->state;
-}
-
-void SocketWin::Connect() {
-  impl_->Connect();
-}
-
-void SocketWin::Close() {
-  impl_->Close();
-}
-
-bool SocketWin::SendData(std::string_view data) {
-  return impl_->Send(data);
-}
-
-std::string SocketWin::GetData() {
-  return impl_->GetData();
 }
 
 }  // namespace corvane
