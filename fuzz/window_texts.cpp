@@ -4,7 +4,7 @@
 #include "fuzz/fuzzing.h"
 #include "link/net_remote_reply.h"
 #include "link/network_watch.h"
-#include "link/sdr_position.h"
+#include "link/sdr_setup.h"
 
 namespace corvane {
 namespace {

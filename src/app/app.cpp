@@ -1,7 +1,6 @@
 // Connecting the parts, and loading.
 #include "app/app.h"
 
-#include "link/sdr_position.h"
 #include "panel/logs.h"
 
 namespace corvane {
@@ -29,19 +28,18 @@ App::App(const Platform& platform, Shell& shell)
       recorder_(platform.mci, platform.files, form_, [this] { return folders_.DayFolder(); }),
       windows_(platform.windows, platform.loop),
       link_{platform.loop, platform.clock, windows_, platform.socket, form_, flags_},
+      discovery_(link_),
       net_remote_(link_, logs_, platform.program_folder, call_follower_,
                   [this] { return tmrSaveTimed_->enabled(); }),
-      network_info_(link_),
+      network_info_(link_, discovery_),
       daily_(platform.clock, form_, folders_, logs_, activity_),
       call_follower_({platform.loop, platform.clock, form_, flags_, presets_, network_, groups_,
                       subscribers_, daily_, recorder_, net_remote_}),
       scanner_(
           {platform.clock, form_, flags_, network_info_, folders_, logs_, daily_, call_follower_}),
-      discovery_(link_),
-      network_info_window_(link_, discovery_),
-      sdr_setup_(link_, net_remote_, network_info_window_, presets_),
+      sdr_setup_(link_, net_remote_, network_info_, presets_),
       network_watch_(link_, discovery_, network_, names_, groups_, call_follower_, scanner_),
-      poll_cycle_(link_, {discovery_, net_remote_, network_info_window_, sdr_setup_, network_watch_,
+      poll_cycle_(link_, {discovery_, net_remote_, network_info_, sdr_setup_, network_watch_,
                           call_follower_, folders_, activity_}),
       checkbox_detection_(link_, presets_),
       tmrCallWDT_(platform.loop.MakeTimer(

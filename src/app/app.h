@@ -16,7 +16,6 @@
 #include "link/discovery.h"
 #include "link/net_remote.h"
 #include "link/network_info.h"
-#include "link/network_info_window.h"
 #include "link/network_watch.h"
 #include "link/patient_windows.h"
 #include "link/poll_cycle.h"
@@ -118,6 +117,7 @@ class App : private Actions {
   // SDR# link, as far as call following needs it.
   PatientWindows windows_;
   LinkContext link_;
+  Discovery discovery_;
   NetRemote net_remote_;
   NetworkInfo network_info_;
 
@@ -127,8 +127,6 @@ class App : private Actions {
   Scanner scanner_;
 
   // The rest of the link, which drives call following.
-  Discovery discovery_;
-  NetworkInfoWindow network_info_window_;
   SdrSetup sdr_setup_;
   NetworkWatch network_watch_;
   PollCycle poll_cycle_;

@@ -60,15 +60,14 @@ int RunProgram() {
   RealShell shell(loop, window);
   App app(Platform{loop, clock, window, windows, socket, files, mci, prompts, ProgramFolder()},
           shell);
-  loop.SetMessageFilter(
-      [&window](void* message) { return window.FilterMessage(*static_cast<MSG*>(message)); });
+  loop.SetMessageFilter([&window](MSG* message) { return window.FilterMessage(*message); });
   loop.SetIdleHandler([&window](bool at_rest) { window.ShowLists(at_rest); });
   loop.SetErrorReporter([&app](const std::string& what) { app.ReportException(what.c_str()); });
 
   if (!window.Create(MainWindowTable(app.form()), app.main_form())) return 1;
-  windows.SetOwnMainWindow(reinterpret_cast<WindowHandle>(window.handle()));
+  windows.SetOwnMainWindow(window.handle());
   if (!app.Load()) return 1;
-  prompts.SetOwner(static_cast<HWND>(window.handle()));
+  prompts.SetOwner(window.handle());
   window.Show();
   instance.PublishWindow(window.handle());
   return loop.Run();

@@ -1,11 +1,12 @@
 // Walks over the desktop's windows; class names first, so that foreign windows get no messages.
 #include "link/discovery.h"
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "base/number_text.h"
 #include "base/text.h"
-#include "link/window_text.h"
 #include "panel/logs.h"
 
 namespace corvane {
@@ -70,7 +71,9 @@ void Discovery::DiscoverSdrWindows(Log log) {
   if (FoundAllNeeded()) {
     Say("All hwnd found - Ready to start");
     Say("");
-    SwitchNetRemoteOn();
+    context_.network_box.SwitchOnWhenFound(context_.handles[SdrRole::kPortBox],
+                                           context_.handles[SdrRole::kNetworkButton]);
+    context_.flags.NetRemoteLinkUp = true;
   } else if (context_.handles[SdrRole::kNetworkInfoEdit] == 0) {
     Say("No 'Network Info' editbox found. This not good.");
   }
@@ -93,8 +96,8 @@ void Discovery::FindMainWindow() {
   WindowOps& windows = context_.windows;
   windows.EnumTopLevel([&](WindowHandle window) {
     if (!Contains(windows.ClassName(window), kWindowClass)) return true;
-    if (!GetWindowTextOf(windows, window).starts_with("SDR# v")) return true;
-    context_.handles[SdrRole::kMainWindow] = window;
+    if (!windows.Text(window).value.starts_with("SDR# v")) return true;
+    context_.handles.At(SdrRole::kMainWindow) = window;
     return false;
   });
   if (context_.handles[SdrRole::kMainWindow] != 0) Say("SDR# is running");
@@ -109,9 +112,9 @@ void Discovery::FindHeaders() {
   if (handles[SdrRole::kMainWindow] != 0) {
     windows.EnumChildren(handles[SdrRole::kMainWindow], [&](WindowHandle child) {
       if (!HasClass(windows, child, kStaticClass)) return true;
-      const std::string text = GetWindowTextOf(windows, child);
+      const std::string text = windows.Text(child).value;
       for (const Caption& header : kHeaders) {
-        if (text == header.text && handles[header.role] == 0) handles[header.role] = child;
+        if (text == header.text && handles[header.role] == 0) handles.At(header.role) = child;
       }
       return !both_found();
     });
@@ -128,15 +131,15 @@ WindowHandle Discovery::PanelOf(SdrRole header) {
 
 void Discovery::FindNetRemoteControls() {
   WindowOps& windows = context_.windows;
-  WindowHandle& button = context_.handles[SdrRole::kNetworkButton];
-  WindowHandle& port_box = context_.handles[SdrRole::kPortBox];
+  WindowHandle& button = context_.handles.At(SdrRole::kNetworkButton);
+  WindowHandle& port_box = context_.handles.At(SdrRole::kPortBox);
   const WindowHandle panel = PanelOf(SdrRole::kNetRemoteHeader);
   if (panel != 0) {
     windows.EnumChildren(panel, [&](WindowHandle child) {
       if (HasClass(windows, child, kEditClass)) {
         port_box = child;
       } else if (button == 0 && HasClass(windows, child, kButtonClass) &&
-                 GetWindowTextOf(windows, child) == "Network") {
+                 windows.Text(child).value == "Network") {
         button = child;
       }
       return true;
@@ -154,11 +157,11 @@ void Discovery::FindTetraControls() {
   if (panel != 0) {
     windows.EnumChildren(panel, [&](WindowHandle child) {
       if (!HasClass(windows, child, kButtonClass)) return true;
-      const WindowText caption = ReadWindowText(windows, child);
-      if (caption.timed_out) return true;
+      const Answer<std::string> caption = windows.Text(child);
+      if (!caption.answered()) return true;  // it may be any of them
       for (const Caption& button : kTetraButtons) {
-        if (caption.text != button.text) continue;
-        if (handles[button.role] == 0) handles[button.role] = child;
+        if (caption.value != button.text) continue;
+        if (handles[button.role] == 0) handles.At(button.role) = child;
         return true;
       }
       if (handles[SdrRole::kDemodulatorBox] != 0 && after_demodulator == 0) {
@@ -168,7 +171,7 @@ void Discovery::FindTetraControls() {
     });
   }
   // Builds that give the second box another caption still show it behind the first.
-  if (handles[SdrRole::kAutoBox] == 0) handles[SdrRole::kAutoBox] = after_demodulator;
+  if (handles[SdrRole::kAutoBox] == 0) handles.At(SdrRole::kAutoBox) = after_demodulator;
   FindMissingIdentityLabels();
 
   const int found = handles.CountSet(SdrRole::kDemodulatorBox, SdrRole::kTimeslot4);
@@ -181,7 +184,7 @@ void Discovery::FindMissingIdentityLabels() {
   SdrHandles& handles = context_.handles;
   int missing = 0;
   for (const Caption& prefix : kIdentityPrefixes) {
-    WindowHandle& label = handles[prefix.role];
+    WindowHandle& label = handles.At(prefix.role);
     if (label != 0 && !windows.IsAlive(label)) label = 0;
     if (label == 0) ++missing;
   }
@@ -193,10 +196,10 @@ void Discovery::FindMissingIdentityLabels() {
       if (handles[prefix.role] == child) return true;
     }
     if (!HasClass(windows, child, kStaticClass)) return true;
-    const std::string text = GetWindowTextOf(windows, child);
+    const std::string text = windows.Text(child).value;
     for (const Caption& prefix : kIdentityPrefixes) {
       if (handles[prefix.role] != 0 || !text.starts_with(prefix.text)) continue;
-      handles[prefix.role] = child;
+      handles.At(prefix.role) = child;
       --missing;
       break;
     }
@@ -209,7 +212,7 @@ WindowHandle Discovery::FindNetworkInfoWindow() {
   WindowHandle found = 0;
   windows.EnumTopLevel([&](WindowHandle window) {
     if (!HasClass(windows, window, kWindowClass)) return true;
-    if (GetWindowTextOf(windows, window) != "Network Info") return true;
+    if (windows.Text(window).value != "Network Info") return true;
     found = window;
     return false;
   });
@@ -220,16 +223,16 @@ void Discovery::OpenNetworkInfo() {
   WindowHandle window = FindNetworkInfoWindow();
   if (window == 0) {
     Say("Opening 'Network Info' window, then rescanning.");
-    PressButton(context_, SdrRole::kNetInfoButton);
+    context_.windows.Press(context_.handles[SdrRole::kNetInfoButton]);
     window = FindNetworkInfoWindow();
   }
-  context_.handles[SdrRole::kNetworkInfoWindow] = window;
+  context_.handles.At(SdrRole::kNetworkInfoWindow) = window;
   if (window != 0) Say("'Network Info' window open");
 }
 
 void Discovery::FindNetworkInfoEdit() {
   WindowOps& windows = context_.windows;
-  WindowHandle& edit = context_.handles[SdrRole::kNetworkInfoEdit];
+  WindowHandle& edit = context_.handles.At(SdrRole::kNetworkInfoEdit);
   const WindowHandle window = context_.handles[SdrRole::kNetworkInfoWindow];
   edit = 0;
   if (window == 0) return;
@@ -240,7 +243,7 @@ void Discovery::FindNetworkInfoEdit() {
 }
 
 bool Discovery::FindNetworkInfo() {
-  context_.handles[SdrRole::kNetworkInfoWindow] = FindNetworkInfoWindow();
+  context_.handles.At(SdrRole::kNetworkInfoWindow) = FindNetworkInfoWindow();
   FindNetworkInfoEdit();
   return context_.handles[SdrRole::kNetworkInfoEdit] != 0;
 }
@@ -250,19 +253,6 @@ bool Discovery::FoundAllNeeded() const {
     if (context_.handles[role] == 0) return false;
   }
   return true;
-}
-
-// "Network" is a check box whose state cannot be asked for: a press under a live connection, or
-// right after the refused-connection handler's press, would switch it off.
-void Discovery::SwitchNetRemoteOn() {
-  const WindowHandle button = context_.handles[SdrRole::kNetworkButton];
-  context_.windows.SetText(context_.handles[SdrRole::kPortBox], kNetRemotePortText);
-  const bool just_pressed = context_.pressed_after_refusal == button;
-  context_.pressed_after_refusal = 0;
-  if (context_.socket.State() != SocketState::kConnected && !just_pressed) {
-    PressButton(context_, SdrRole::kNetworkButton);
-  }
-  context_.flags.NetRemoteLinkUp = true;
 }
 
 }  // namespace corvane

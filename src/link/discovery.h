@@ -1,6 +1,7 @@
 // Finds SDR#'s windows and its plug-ins' controls on the desktop and switches Net Remote on.
 //
 // Nothing here is fatal: what is missing is logged and leaves its handle 0. No events run inside.
+// The handle table is written here alone.
 #pragma once
 
 #include <string>
@@ -19,9 +20,8 @@ class Discovery {
 
   explicit Discovery(LinkContext& context) : context_(context) {}
 
-  // Fills the handle table afresh. Found all that is needed: writes the port, presses "Network"
-  // (not under a live connection, and not when the refused-connection handler has just done so)
-  // and sets NetRemoteLinkUp; else NetRemoteLinkUp is False.
+  // Fills the handle table afresh. Found all that is needed: writes the port, switches "Network" on
+  // (see NetworkBox) and sets NetRemoteLinkUp; else NetRemoteLinkUp is False.
   void DiscoverSdrWindows(Log log);
 
   // Looks for an open Network Info window and its edit box alone: no press, no log line, the link
@@ -41,7 +41,6 @@ class Discovery {
   void FindTetraControls();
   void OpenNetworkInfo();
   void FindNetworkInfoEdit();
-  void SwitchNetRemoteOn();
   [[nodiscard]] bool FoundAllNeeded() const;
   [[nodiscard]] WindowHandle PanelOf(SdrRole header);
   [[nodiscard]] WindowHandle FindNetworkInfoWindow();

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "base/scoped_flag.h"
 #include "panel/logs.h"
 
 namespace corvane {
@@ -11,20 +12,6 @@ namespace corvane {
 namespace {
 
 constexpr const char* kRule = "==============";
-constexpr std::uintptr_t kMkLButton = 1;
-constexpr std::intptr_t kSelectorPoint = 852006;  // client point x 38, y 13
-
-// Holds a flag True until it is left, by whatever way.
-class Raised {
- public:
-  explicit Raised(Flag& flag) : flag_(flag) { flag_ = true; }
-  ~Raised() { flag_ = false; }
-  Raised(const Raised&) = delete;
-  Raised& operator=(const Raised&) = delete;
-
- private:
-  Flag& flag_;
-};
 
 const char* Word(bool value) {
   return value ? "True" : "False";
@@ -91,26 +78,23 @@ void NetRemote::SendCommand(const std::string& command, Sender sender) {
     context_.loop.Sleep(kSendingPollMs);
   }
   if (flags.NetRemoteConnected && !flags.mblnShuttingDown) AwaitAnswer();
-  flags.mblnSending = true;
-  if (!flags.NetRemoteConnected) {
-    AddStatusLine(context_.form, "No SDR# NET connection");
-    flags.mblnSending = false;
-    flags.NetRemoteLinkUp = false;
-    return;
+  {
+    const ScopedFlag sending(flags.mblnSending);
+    if (!flags.NetRemoteConnected) {
+      AddStatusLine(context_.form, "No SDR# NET connection");
+      flags.NetRemoteLinkUp = false;
+      return;
+    }
+    // A failed send shows in the socket's State; it is not reported twice.
+    (void)context_.socket.SendData(command);
+    command_sent_ = true;
+    sent_at_ms_ = context_.loop.TickMs();
   }
-  // A failed send shows in the socket's State; it is not reported twice.
-  (void)context_.socket.SendData(command);
-  command_sent_ = true;
-  sent_at_ms_ = context_.loop.TickMs();
-  flags.mblnSending = false;
   if (sender == Sender::kSetOrGet) context_.loop.DoEvents();
 }
 
 void NetRemote::PressTimeslot(int timeslot) {
-  const WindowHandle selector = context_.handles.Timeslot(timeslot);
-  if (selector != 0) {
-    context_.windows.Send(selector, kWmLButtonDown, kMkLButton, kSelectorPoint);
-  }
+  context_.windows.PressSelector(context_.handles.Timeslot(timeslot));
 }
 
 void NetRemote::CloseConnection() {
@@ -162,12 +146,13 @@ void NetRemote::Connect() {
   context_.form.ShapeWinsock_state.fill_colour = kButtonFace;
   command_sent_ = false;
   context_.socket.Connect();
-  const auto shutting_down = [&flags] { return bool{flags.mblnShuttingDown}; };
-  (void)SleepAndYield(context_.loop, kConnectWaitMs, shutting_down);
+  (void)SleepAndYield(context_.loop, kConnectWaitMs,
+                      [&flags] { return bool{flags.mblnShuttingDown}; });
 }
 
+// Lets no event run: no code that waits ever meets mblnReceiving set.
 void NetRemote::OnDataArrival() {
-  Raised receiving(context_.flags.mblnReceiving);
+  const ScopedFlag receiving(context_.flags.mblnReceiving);
   const NetRemoteReply reply = ReadNetRemoteReply(context_.socket.GetData());
   Handle(reply);
   if (reply.is_result) command_sent_ = false;
@@ -240,11 +225,8 @@ void NetRemote::OnError(int number, const std::string& description) {
   Form1& form = context_.form;
   if (number == kConnectionRefused) {
     AddStatusLine(form, "Is 'Net Remote' enabled in SDR#?");
-    const WindowHandle port_box = context_.handles[SdrRole::kPortBox];
-    if (port_box != 0) context_.windows.SetText(port_box, kNetRemotePortText);
-    if (PressButton(context_, SdrRole::kNetworkButton)) {
-      context_.pressed_after_refusal = context_.handles[SdrRole::kNetworkButton];
-    }
+    context_.network_box.SwitchOnAfterRefusal(context_.handles[SdrRole::kPortBox],
+                                              context_.handles[SdrRole::kNetworkButton]);
     ShowLastStatusLine(form);
     return;
   }

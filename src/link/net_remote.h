@@ -31,10 +31,9 @@ class NetRemote : public SdrLink {
   void SetEndpoint();
 
   // A Set or Get waits, serving socket events alone, while a command is under way; it gives the
-  // waiting up when the socket is not connected, and does not wait while the program shuts down.
-  // It is dropped when the
-  // program shuts down while another one is being sent. Without a connection: one status line,
-  // NetRemoteLinkUp False, the command is lost. Lets events run once after a send.
+  // waiting up when the socket is not connected, and does not wait while the program shuts down. It
+  // is dropped when the program shuts down while another one is being sent. Without a connection:
+  // one status line, NetRemoteLinkUp False, the command is lost. Lets events run once after a send.
   // `value` goes out as given: text needs its own quotes.
   void SendNetRemoteSet(const std::string& method, const std::string& value) override;
   void SendNetRemoteGet(const std::string& method) override;

@@ -1,33 +1,61 @@
-// Messages to the Network Info edit box.
+// Reading the box, re-finding, opening and minimising its window.
 #include "link/network_info.h"
 
-#include <algorithm>
-#include <limits>
-
-#include "link/window_text.h"
+#include <utility>
 
 namespace corvane {
 
 std::uintptr_t NetworkInfo::Identity() const {
-  return context_.handles[SdrRole::kNetworkInfoEdit];
+  return Box();
 }
 
 std::int32_t NetworkInfo::LineCount() {
-  const WindowHandle box = context_.handles[SdrRole::kNetworkInfoEdit];
-  if (box == 0) return 0;
-  const Answer count = context_.windows.Send(box, kEmGetLineCount, 0, 0);
-  if (!count.answered) return 0;
-  return static_cast<std::int32_t>(
-      std::clamp<std::intptr_t>(count.value, 0, std::numeric_limits<std::int32_t>::max()));
+  return context_.windows.LineCount(Box()).value;
 }
 
 std::optional<std::string> NetworkInfo::Line(std::int32_t index) {
-  return GetEditLine(context_.windows, context_.handles[SdrRole::kNetworkInfoEdit], index);
+  if (Box() == 0 || index < 0) return std::string{};
+  Answer<std::string> line = context_.windows.Line(Box(), index);
+  if (!line.answered()) return std::nullopt;
+  return std::move(line.value);
 }
 
 void NetworkInfo::Clear() {
-  const WindowHandle box = context_.handles[SdrRole::kNetworkInfoEdit];
-  if (box != 0) context_.windows.SetText(box, {});
+  context_.windows.SetText(Box(), {});
+}
+
+bool NetworkInfo::IsThere() {
+  return context_.windows.IsAlive(context_.handles[SdrRole::kNetworkInfoWindow]) &&
+         context_.windows.IsAlive(Box());
+}
+
+void NetworkInfo::PressNetInfo() {
+  // A press per cycle would open window after window in a plug-in that makes a new one each time.
+  const std::int64_t now_ms = context_.loop.TickMs();
+  if (pressed_at_ms_ && now_ms - *pressed_at_ms_ < kPressPauseMs) return;
+  pressed_at_ms_ = now_ms;
+  context_.windows.Press(context_.handles[SdrRole::kNetInfoButton]);
+}
+
+void NetworkInfo::KeepOpen() {
+  if (!IsThere()) {
+    if (!discovery_.FindNetworkInfo()) {
+      PressNetInfo();
+      discovery_.FindNetworkInfo();
+    }
+  } else if (!context_.windows.IsVisible(context_.handles[SdrRole::kNetworkInfoWindow])) {
+    PressNetInfo();
+  }
+  Minimise();
+}
+
+void NetworkInfo::Minimise() {
+  const WindowHandle window = context_.handles[SdrRole::kNetworkInfoWindow];
+  Placement placement;
+  if (window == 0 || !context_.windows.GetPlacement(window, placement)) return;
+  if (placement.show_state != kShowNormal) return;
+  placement.show_state = kShowMinimised;
+  context_.windows.SetPlacement(window, placement);
 }
 
 }  // namespace corvane

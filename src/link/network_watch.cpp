@@ -7,7 +7,6 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
-#include "link/window_text.h"
 #include "panel/logs.h"
 
 namespace corvane {
@@ -38,22 +37,22 @@ std::string IdentityNumber(std::string_view text, std::string_view prefix) {
   return Decimal(ParseDecimal<std::int16_t>(text).value_or(0));
 }
 
-// False when a label of the last reading gave no answer in time: then neither a network nor its
-// absence was seen, and what was known stays.
+// False when a label of the last reading is there but did not tell its text: then neither a network
+// nor its absence was seen, and what was known stays.
 bool NetworkWatch::ReadIdentity() {
   discovery_.FindMissingIdentityLabels();
-  std::array<WindowText, std::size(kIdentityLabels)> texts;
+  std::array<Answer<std::string>, std::size(kIdentityLabels)> texts;
   for (int reading = 0; reading < kReadings; ++reading) {
     for (std::size_t i = 0; i < texts.size(); ++i) {
-      texts[i] = ReadWindowText(context_.windows, context_.handles[kIdentityLabels[i].role]);
+      texts[i] = context_.windows.Text(context_.handles[kIdentityLabels[i].role]);
     }
   }
-  for (const WindowText& text : texts) {
-    if (text.timed_out) return false;
+  for (const Answer<std::string>& text : texts) {
+    if (text.reply == Reply::kNoAnswer || text.reply == Reply::kRefused) return false;
   }
   for (std::size_t i = 0; i < texts.size(); ++i) {
     const IdentityLabel& label = kIdentityLabels[i];
-    network_.*label.value = IdentityNumber(texts[i].text, label.prefix);
+    network_.*label.value = IdentityNumber(texts[i].value, label.prefix);
   }
   return true;
 }
@@ -105,7 +104,7 @@ std::string NetworkWatch::LocationAreaSuffix() const {
       names_.LocationAreaLabels
           .Find(network_.CurrentMcc + ";" + network_.CurrentMnc + ";" + network_.CurrentLa)
           .value_or("");
-  return label.empty() ? std::string{} : " [" + label + "]";
+  return label.empty() ? std::string{} : " " + Bracketed(label);
 }
 
 void NetworkWatch::ShowCountry() {

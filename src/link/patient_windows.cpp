@@ -7,9 +7,15 @@ bool PatientWindows::Paused() const {
   return loop_.TickMs() < paused_until_ms_;
 }
 
-void PatientWindows::NoteAnswer(WindowHandle window, bool answered) {
-  if (answered || !windows_.IsAlive(window)) return;
-  paused_until_ms_ = loop_.TickMs() + kPauseMs;
+// The reply of a window that was not asked.
+Reply PatientWindows::Unasked(WindowHandle window) {
+  return windows_.IsAlive(window) ? Reply::kNoAnswer : Reply::kGone;
+}
+
+// A refusal and a window that is gone cost no time: only a time-out begins the pause.
+Reply PatientWindows::Note(Reply reply) {
+  if (reply == Reply::kNoAnswer) paused_until_ms_ = loop_.TickMs() + kPauseMs;
+  return reply;
 }
 
 void PatientWindows::EnumTopLevel(const std::function<bool(WindowHandle)>& visit) {
@@ -37,50 +43,12 @@ bool PatientWindows::IsVisible(WindowHandle window) {
   return windows_.IsVisible(window);
 }
 
-Answer PatientWindows::Send(WindowHandle window, unsigned message, std::uintptr_t w_param,
-                            std::intptr_t l_param) {
-  if (Paused()) return {};
-  const Answer answer = windows_.Send(window, message, w_param, l_param);
-  NoteAnswer(window, answer.answered);
-  return answer;
-}
-
-Answer PatientWindows::SetText(WindowHandle window, const std::string& text) {
-  if (Paused()) return {};
-  const Answer answer = windows_.SetText(window, text);
-  NoteAnswer(window, answer.answered);
-  return answer;
-}
-
-TextAnswer PatientWindows::GetText(WindowHandle window, std::size_t size) {
-  if (Paused()) return {};
-  TextAnswer answer = windows_.GetText(window, size);
-  NoteAnswer(window, answer.answered);
-  return answer;
-}
-
-TextAnswer PatientWindows::GetLine(WindowHandle window, std::int32_t line, std::size_t size) {
-  if (Paused()) return {};
-  TextAnswer answer = windows_.GetLine(window, line, size);
-  NoteAnswer(window, answer.answered);
-  return answer;
-}
-
 bool PatientWindows::GetPlacement(WindowHandle window, Placement& placement) {
   return windows_.GetPlacement(window, placement);
 }
 
-void PatientWindows::SetPlacement(WindowHandle window, const Placement& placement) {
-  if (Paused()) return;
-  windows_.SetPlacement(window, placement);
-}
-
 bool PatientWindows::GetRect(WindowHandle window, ScreenRect& rect) {
   return windows_.GetRect(window, rect);
-}
-
-void PatientWindows::SetForeground(WindowHandle window) {
-  windows_.SetForeground(window);
 }
 
 std::int32_t PatientWindows::ScreenPixel(WindowHandle control, std::int32_t x, std::int32_t y) {
@@ -89,6 +57,41 @@ std::int32_t PatientWindows::ScreenPixel(WindowHandle control, std::int32_t x, s
 
 WindowHandle PatientWindows::OwnMainWindow() {
   return windows_.OwnMainWindow();
+}
+
+Answer<std::string> PatientWindows::Text(WindowHandle window) {
+  if (Paused()) return {Unasked(window), {}};
+  return Note(windows_.Text(window));
+}
+
+Answer<std::int32_t> PatientWindows::LineCount(WindowHandle edit) {
+  if (Paused()) return {Unasked(edit), 0};
+  return Note(windows_.LineCount(edit));
+}
+
+Answer<std::string> PatientWindows::Line(WindowHandle edit, std::int32_t index) {
+  if (Paused()) return {Unasked(edit), {}};
+  return Note(windows_.Line(edit, index));
+}
+
+Reply PatientWindows::Press(WindowHandle button) {
+  return Paused() ? Unasked(button) : Note(windows_.Press(button));
+}
+
+Reply PatientWindows::SetText(WindowHandle window, const std::string& text) {
+  return Paused() ? Unasked(window) : Note(windows_.SetText(window, text));
+}
+
+Reply PatientWindows::PressSelector(WindowHandle selector) {
+  return Paused() ? Unasked(selector) : Note(windows_.PressSelector(selector));
+}
+
+void PatientWindows::SetPlacement(WindowHandle window, const Placement& placement) {
+  if (!Paused()) windows_.SetPlacement(window, placement);
+}
+
+void PatientWindows::SetForeground(WindowHandle window) {
+  windows_.SetForeground(window);
 }
 
 }  // namespace corvane

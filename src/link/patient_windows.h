@@ -1,5 +1,5 @@
-// Keeps a stalled SDR# from stalling this program: after a message that timed out, further messages
-// are not sent for a while but answered at once as unanswered.
+// Keeps a stalled SDR# from stalling this program: after a message that got no answer in time,
+// further ones are not sent for a while but answered so at once.
 #pragma once
 
 #include "base/loop.h"
@@ -23,22 +23,31 @@ class PatientWindows : public WindowOps {
   [[nodiscard]] WindowHandle Parent(WindowHandle window) override;
   [[nodiscard]] bool IsAlive(WindowHandle window) override;
   [[nodiscard]] bool IsVisible(WindowHandle window) override;
-  Answer Send(WindowHandle window, unsigned message, std::uintptr_t w_param,
-              std::intptr_t l_param) override;
-  Answer SetText(WindowHandle window, const std::string& text) override;
-  TextAnswer GetText(WindowHandle window, std::size_t size) override;
-  TextAnswer GetLine(WindowHandle window, std::int32_t line, std::size_t size) override;
   [[nodiscard]] bool GetPlacement(WindowHandle window, Placement& placement) override;
-  // Not passed on while messages are held back, because moving a window sends it messages.
-  void SetPlacement(WindowHandle window, const Placement& placement) override;
   [[nodiscard]] bool GetRect(WindowHandle window, ScreenRect& rect) override;
-  void SetForeground(WindowHandle window) override;
   [[nodiscard]] std::int32_t ScreenPixel(WindowHandle control, std::int32_t x,
                                          std::int32_t y) override;
   [[nodiscard]] WindowHandle OwnMainWindow() override;
 
+  [[nodiscard]] Answer<std::string> Text(WindowHandle window) override;
+  [[nodiscard]] Answer<std::int32_t> LineCount(WindowHandle edit) override;
+  [[nodiscard]] Answer<std::string> Line(WindowHandle edit, std::int32_t index) override;
+
+  Reply Press(WindowHandle button) override;
+  Reply SetText(WindowHandle window, const std::string& text) override;
+  Reply PressSelector(WindowHandle selector) override;
+  // Not passed on while messages are held back, because moving a window sends it messages.
+  void SetPlacement(WindowHandle window, const Placement& placement) override;
+  void SetForeground(WindowHandle window) override;
+
  private:
-  void NoteAnswer(WindowHandle window, bool answered);
+  [[nodiscard]] Reply Unasked(WindowHandle window);
+  Reply Note(Reply reply);
+  template <typename T>
+  Answer<T> Note(Answer<T> answer) {
+    Note(answer.reply);
+    return answer;
+  }
 
   WindowOps& windows_;
   Loop& loop_;

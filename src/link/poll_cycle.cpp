@@ -11,28 +11,28 @@ namespace corvane {
 PollCycle::PollCycle(LinkContext& context, Parts parts)
     : context_(context),
       parts_(parts),
-      timer_(context.loop.MakeTimer(kTickMs, NonReentrant([this] { Tick(); }))) {}
+      timer_(context.loop.MakeTimer(kTickMs, NonReentrant([this] { RunStartupCycle(); }))) {}
 
 void PollCycle::Start() {
   log_next_discovery_ = true;
   timer_->SetEnabled(true);
 }
 
-void PollCycle::Tick() {
-  if (!context_.flags.mblnFormLoaded || context_.flags.mblnShuttingDown) return;
-  timer_->SetEnabled(false);
-  RunStartupCycle();
-}
-
 void PollCycle::RunStartupCycle() {
+  ProgramFlags& flags = context_.flags;
+  if (!flags.mblnFormLoaded || flags.mblnShuttingDown) return;
+  timer_->SetEnabled(false);
   try {
-    RunCycle();
+    TakeResetRequest();
+    if (!flags.NetRemoteLinkUp) Reset();
+    if (flags.NetRemoteLinkUp) parts_.net_remote.CheckNetRemoteConnection();
+    if (flags.NetRemoteLinkUp && flags.NetRemoteConnected) PollSdrSharp();
   } catch (const std::exception& e) {
     ReportException(e.what());
   } catch (...) {
     ReportException("unknown");
   }
-  if (!context_.flags.mblnShuttingDown) timer_->SetEnabled(true);
+  if (!flags.mblnShuttingDown) timer_->SetEnabled(true);
 }
 
 // A cycle that fails fails again in 60 ms; the user needs to read it once.
@@ -40,14 +40,6 @@ void PollCycle::ReportException(const std::string& what) {
   const std::string line = "Error in poll cycle: " + what;
   const ListBox& log = context_.form.lstStatusLog;
   if (log.Item(log.count() - 1) != line) AddStatusLineInView(context_.form, line);
-}
-
-void PollCycle::RunCycle() {
-  TakeResetRequest();
-  if (!context_.flags.NetRemoteLinkUp) Reset();
-  if (!context_.flags.NetRemoteLinkUp) return;
-  parts_.net_remote.CheckNetRemoteConnection();
-  if (context_.flags.NetRemoteConnected) PollSdrSharp();
 }
 
 // An SDR# that answers the set-up itself with an error would otherwise be set up without end, which

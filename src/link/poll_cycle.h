@@ -9,7 +9,7 @@
 #include "link/discovery.h"
 #include "link/link_context.h"
 #include "link/net_remote.h"
-#include "link/network_info_window.h"
+#include "link/network_info.h"
 #include "link/network_watch.h"
 #include "link/sdr_setup.h"
 #include "store/call_activity.h"
@@ -26,7 +26,7 @@ class PollCycle {
   struct Parts {
     Discovery& discovery;
     NetRemote& net_remote;
-    NetworkInfoWindow& network_info;
+    NetworkInfo& network_info;
     SdrSetup& setup;
     NetworkWatch& network;
     CallFollower& follower;
@@ -39,18 +39,15 @@ class PollCycle {
   // logged whole.
   void Start();
 
-  // tmrStartup: disarms itself and runs one cycle; nothing before mblnFormLoaded or while shutting
-  // down. Lets events run.
-  void Tick();
-
-  // Resets and rediscovers if the link is down, keeps the connection, polls; arms tmrStartup again
-  // unless shutting down, whatever happened. An exception becomes one status line. Lets events run.
+  // One cycle, on each tick of tmrStartup; nothing before mblnFormLoaded or while shutting down.
+  // Disarms tmrStartup, resets and rediscovers if the link is down, keeps the connection, polls;
+  // arms tmrStartup again unless shutting down, whatever happened. An exception becomes one status
+  // line. Lets events run.
   void RunStartupCycle();
 
   [[nodiscard]] Timer& tmrStartup() { return *timer_; }
 
  private:
-  void RunCycle();
   void TakeResetRequest();
   [[nodiscard]] bool SetUp();
   void Reset();

@@ -1,9 +1,13 @@
 // The set-up sequence. Every pause lets events run, so that each answer is read by itself.
 #include "link/sdr_setup.h"
 
+#include <array>
+#include <cstdint>
+#include <vector>
+
 #include "base/number_text.h"
+#include "base/text.h"
 #include "link/checkbox_detection.h"
-#include "link/sdr_position.h"
 #include "panel/logs.h"
 
 namespace corvane {
@@ -14,7 +18,46 @@ constexpr int kSettleMs = 100;
 constexpr int kStepMs = 50;
 constexpr int kShowSteps = 30;  // of kStepMs, for SDR# to come to the front and start playing
 
+// SDR#'s placement while it is shown normally, neither minimised nor maximised.
+std::optional<Placement> NormalPlacement(LinkContext& context) {
+  Placement placement;
+  const WindowHandle window = context.handles[SdrRole::kMainWindow];
+  if (window == 0 || !context.windows.GetPlacement(window, placement)) return std::nullopt;
+  if (placement.show_state != kShowNormal) return std::nullopt;
+  return placement;
+}
+
 }  // namespace
+
+std::optional<ScreenRect> ParsePosition(std::string_view text) {
+  const std::vector<std::string> parts = Split(text, ',');
+  if (parts.size() != 4) return std::nullopt;
+  std::array<std::int32_t, 4> edges{};
+  for (std::size_t i = 0; i < edges.size(); ++i) {
+    const auto edge = ParseShown<std::int32_t>(parts[i]);
+    if (!edge) return std::nullopt;
+    edges[i] = *edge;
+  }
+  return ScreenRect{edges[0], edges[1], edges[2], edges[3]};
+}
+
+void TakeSdrPosition(LinkContext& context) {
+  const auto placement = NormalPlacement(context);
+  if (!placement) return;
+  const ScreenRect& rect = placement->normal_position;
+  context.form.lblPositionSdrSharpCC.caption = Decimal(rect.left) + "," + Decimal(rect.top) + "," +
+                                               Decimal(rect.right) + "," + Decimal(rect.bottom);
+}
+
+void SdrSetup::Position() {
+  if (!context_.form.chkPositionSDRsharps.checked()) return;
+  const auto position = ParsePosition(context_.form.lblPositionSdrSharpCC.caption.get());
+  if (!position) return;
+  auto placement = NormalPlacement(context_);
+  if (!placement) return;
+  placement->normal_position = *position;
+  context_.windows.SetPlacement(context_.handles[SdrRole::kMainWindow], *placement);
+}
 
 bool SdrSetup::MustStop() const {
   return context_.flags.mblnShuttingDown || !net_remote_.SocketConnected();
@@ -24,17 +67,13 @@ bool SdrSetup::Pause(int ms) {
   return SleepAndYield(context_.loop, ms, [this] { return MustStop(); });
 }
 
-bool SdrSetup::AwaitReply() {
-  return !MustStop();
-}
-
 bool SdrSetup::Set(const std::string& method, const std::string& value) {
   net_remote_.SendNetRemoteSet(method, value);
-  return AwaitReply() && Pause(kStepMs);
+  return !MustStop() && Pause(kStepMs);
 }
 
 bool SdrSetup::Run() {
-  ApplySdrPosition(context_);
+  Position();
   if (!Pause(kSettleMs) || !Tune() || !Play() || !ShowSdr() || !SetCheckBoxes()) return false;
   context_.windows.SetForeground(context_.windows.OwnMainWindow());
   context_.flags.mblnSetupDone = true;
@@ -51,12 +90,12 @@ bool SdrSetup::Play() {
   // An SDR# that was started anew is not playing, whatever the one before it last reported.
   context_.flags.mblnIsPlaying = false;
   net_remote_.SendNetRemoteGet("IsPlaying");
-  if (!AwaitReply() || !Pause(kStepMs)) return false;
+  if (MustStop() || !Pause(kStepMs)) return false;
   context_.loop.DoEvents();
   if (MustStop()) return false;
   if (context_.flags.mblnIsPlaying) return true;
   net_remote_.SendNetRemoteExe("Start");
-  if (!AwaitReply()) return false;
+  if (MustStop()) return false;
   context_.loop.DoEvents();
   return Pause(kStepMs);
 }
@@ -79,11 +118,11 @@ bool SdrSetup::SetCheckBoxes() {
     return true;
   }
   if (colour_of(SdrRole::kDemodulatorBox) == presets_.UnCheckedColour) {
-    PressButton(context_, SdrRole::kDemodulatorBox);
+    context_.windows.Press(context_.handles[SdrRole::kDemodulatorBox]);
   }
   if (!Pause(kStepMs)) return false;
   if (colour_of(SdrRole::kAutoBox) == presets_.CheckedColour) {
-    PressButton(context_, SdrRole::kAutoBox);
+    context_.windows.Press(context_.handles[SdrRole::kAutoBox]);
   }
   return true;
 }

@@ -1,10 +1,11 @@
 // The seam to other programs' windows.
 //
-// Every window can be gone at any line: a call about a window that does not exist gives the empty
-// answer. Every message to another program's window has a time limit.
+// Every window can be gone at any line. What the system itself knows is answered at once; what the
+// window has to do something for has a time limit, and the answer says what came of it.
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -13,27 +14,24 @@ namespace corvane {
 
 using WindowHandle = std::uintptr_t;  // 0: none
 
-// Message numbers and parameters, as SDR#'s windows receive them.
-inline constexpr unsigned kWmSetText = 12;
-inline constexpr unsigned kWmGetText = 13;
-inline constexpr unsigned kWmGetTextLength = 14;
-inline constexpr unsigned kEmGetLineCount = 186;
-inline constexpr unsigned kEmLineIndex = 187;
-inline constexpr unsigned kEmLineLength = 193;
-inline constexpr unsigned kEmGetLine = 196;
-inline constexpr unsigned kBmClick = 245;
-inline constexpr unsigned kWmLButtonDown = 513;
+// What came of a message to another program's window.
+enum class Reply {
+  kAnswered,
+  kNoAnswer,  // none within the time limit, or the window is known to hang
+  kRefused,   // the system lets this program send it nothing (error 5)
+  kGone,      // there is no such window; nothing was sent
+};
 
-// A window's answer to one message.
+template <typename T>
 struct Answer {
-  bool answered = false;  // false: timed out, hung, or no such window
-  std::intptr_t value = 0;
+  Reply reply = Reply::kGone;
+  T value{};  // of an answer; otherwise empty
+
+  [[nodiscard]] bool answered() const { return reply == Reply::kAnswered; }
 };
-struct TextAnswer {
-  bool answered = false;
-  std::intptr_t value = 0;  // what the message returned
-  std::string text;         // as many bytes of the buffer as `value` says
-};
+
+// What a window without a text reads as.
+inline constexpr const char* kNoWindowText = ">No text for this class<";
 
 struct ScreenRect {
   std::int32_t left = 0;
@@ -59,42 +57,48 @@ class WindowOps {
  public:
   virtual ~WindowOps() = default;
 
+  // --- What the system knows. A window that does not exist gives the empty answer. ---
+
   // Calls `visit` for each window, topmost first, until it answers false.
   virtual void EnumTopLevel(const std::function<bool(WindowHandle)>& visit) = 0;
   // All descendants of `parent`; none when it is 0.
   virtual void EnumChildren(WindowHandle parent,
                             const std::function<bool(WindowHandle)>& visit) = 0;
-
   // At most 49 characters.
   [[nodiscard]] virtual std::string ClassName(WindowHandle window) = 0;
   [[nodiscard]] virtual WindowHandle Parent(WindowHandle window) = 0;
   [[nodiscard]] virtual bool IsAlive(WindowHandle window) = 0;
   [[nodiscard]] virtual bool IsVisible(WindowHandle window) = 0;
-
-  // Sends a message without text.
-  virtual Answer Send(WindowHandle window, unsigned message, std::uintptr_t w_param,
-                      std::intptr_t l_param) = 0;
-  // WM_SETTEXT.
-  virtual Answer SetText(WindowHandle window, const std::string& text) = 0;
-  // WM_GETTEXT into a buffer of `size` bytes.
-  virtual TextAnswer GetText(WindowHandle window, std::size_t size) = 0;
-  // EM_GETLINE into a buffer of `size` bytes (at least 64) whose first 16-bit word is `size`.
-  virtual TextAnswer GetLine(WindowHandle window, std::int32_t line, std::size_t size) = 0;
-
   // False when there is no such window.
   [[nodiscard]] virtual bool GetPlacement(WindowHandle window, Placement& placement) = 0;
-  // Applies it by other calls where the direct one is refused.
-  virtual void SetPlacement(WindowHandle window, const Placement& placement) = 0;
   [[nodiscard]] virtual bool GetRect(WindowHandle window, ScreenRect& rect) = 0;
-  virtual void SetForeground(WindowHandle window) = 0;
-
   // The pixel of the screen at (x, y) as the screen gives it, -1 outside of it. `control` is the
   // window that the device context is released with.
   [[nodiscard]] virtual std::int32_t ScreenPixel(WindowHandle control, std::int32_t x,
                                                  std::int32_t y) = 0;
-
   // The program's own main window, to bring it back to the front.
   [[nodiscard]] virtual WindowHandle OwnMainWindow() = 0;
+
+  // --- Questions that the window answers ---
+
+  // kNoWindowText when it has none. What is behind kLongestText characters is cut off.
+  static constexpr std::size_t kLongestText = 65535;
+  [[nodiscard]] virtual Answer<std::string> Text(WindowHandle window) = 0;
+  // Lines of an edit box, which are never fewer than 1.
+  [[nodiscard]] virtual Answer<std::int32_t> LineCount(WindowHandle edit) = 0;
+  // One line of an edit box by its zero-based index; "" for a negative index, which asks nothing,
+  // and for a line that is not there.
+  [[nodiscard]] virtual Answer<std::string> Line(WindowHandle edit, std::int32_t index) = 0;
+
+  // --- Messages that have the window do something ---
+
+  virtual Reply Press(WindowHandle button) = 0;
+  virtual Reply SetText(WindowHandle window, const std::string& text) = 0;
+  // The left button goes down on one of the plug-in's timeslot selectors.
+  virtual Reply PressSelector(WindowHandle selector) = 0;
+  // Moves and shows it; applied by other calls where the direct one is refused.
+  virtual void SetPlacement(WindowHandle window, const Placement& placement) = 0;
+  virtual void SetForeground(WindowHandle window) = 0;
 };
 
 }  // namespace corvane

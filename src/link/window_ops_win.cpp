@@ -1,14 +1,11 @@
 // What is asked of other programs' windows, each time with a limit.
 #include "link/window_ops_win.h"
 
-#include <windows.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <exception>
-#include <string_view>
-#include <vector>
+#include <limits>
 
 namespace corvane {
 
@@ -16,14 +13,8 @@ namespace {
 
 constexpr int kClassNameSize = 50;
 constexpr std::size_t kSmallestLineBuffer = 64;
-constexpr std::size_t kLargestWord = 65535;
-
-HWND Window(WindowHandle handle) {
-  return reinterpret_cast<HWND>(handle);
-}
-WindowHandle Handle(HWND window) {
-  return reinterpret_cast<WindowHandle>(window);
-}
+constexpr std::size_t kLargestLineBuffer = 65535;      // the size goes into a 16-bit word
+constexpr LPARAM kSelectorPoint = MAKELPARAM(38, 13);  // in its client area
 
 // What `visit` throws must not pass through the system's enumeration.
 struct Visit {
@@ -34,27 +25,34 @@ struct Visit {
 BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter) {
   auto& visit = *reinterpret_cast<Visit*>(parameter);
   try {
-    return visit.visit(Handle(window)) ? TRUE : FALSE;
+    return visit.visit(ToHandle(window)) ? TRUE : FALSE;
   } catch (...) {
     visit.thrown = std::current_exception();
     return FALSE;
   }
 }
 
-Answer BoundedSend(WindowHandle window, unsigned message, WPARAM w_param, LPARAM l_param) {
+Answer<LRESULT> Ask(WindowHandle window, UINT message, WPARAM w_param, LPARAM l_param) {
+  HWND target = ToHwnd(window);
   // Never to all windows at once.
-  if (window == 0 || window == Handle(HWND_BROADCAST) || IsWindow(Window(window)) == 0) return {};
+  if (target == nullptr || target == HWND_BROADCAST || IsWindow(target) == 0) return {};
   DWORD_PTR result = 0;
-  if (SendMessageTimeoutA(Window(window), message, w_param, l_param, SMTO_ABORTIFHUNG | SMTO_NORMAL,
-                          WindowOpsWin::kSendLimitMs, &result) == 0) {
-    return {};
+  SetLastError(ERROR_SUCCESS);
+  if (SendMessageTimeoutA(target, message, w_param, l_param, SMTO_ABORTIFHUNG | SMTO_NORMAL,
+                          WindowOpsWin::kSendLimitMs, &result) != 0) {
+    return {Reply::kAnswered, static_cast<LRESULT>(result)};
   }
-  return {true, static_cast<std::intptr_t>(result)};
+  if (GetLastError() == ERROR_ACCESS_DENIED) return {Reply::kRefused, 0};
+  return {IsWindow(target) == 0 ? Reply::kGone : Reply::kNoAnswer, 0};
+}
+
+LPARAM Address(const char* bytes) {
+  return reinterpret_cast<LPARAM>(bytes);
 }
 
 // Whether calls that have no limit of their own would come back at once.
 bool Responds(WindowHandle window) {
-  return IsHungAppWindow(Window(window)) == 0 && BoundedSend(window, WM_NULL, 0, 0).answered;
+  return IsHungAppWindow(ToHwnd(window)) == 0 && Ask(window, WM_NULL, 0, 0).answered();
 }
 
 // Moves and shows a window without waiting for the program that it belongs to.
@@ -85,63 +83,32 @@ void WindowOpsWin::EnumChildren(WindowHandle parent,
                                 const std::function<bool(WindowHandle)>& visit) {
   if (parent == 0) return;  // the system would enumerate the top-level windows
   Visit state{visit, nullptr};
-  EnumChildWindows(Window(parent), &VisitWindow, reinterpret_cast<LPARAM>(&state));
+  EnumChildWindows(ToHwnd(parent), &VisitWindow, reinterpret_cast<LPARAM>(&state));
   if (state.thrown) std::rethrow_exception(state.thrown);
 }
 
 std::string WindowOpsWin::ClassName(WindowHandle window) {
   char name[kClassNameSize] = {};
-  const int size = GetClassNameA(Window(window), name, kClassNameSize);
+  const int size = GetClassNameA(ToHwnd(window), name, kClassNameSize);
   return std::string(name, static_cast<std::size_t>(std::max(size, 0)));
 }
 
 WindowHandle WindowOpsWin::Parent(WindowHandle window) {
-  return Handle(GetParent(Window(window)));
+  return ToHandle(GetParent(ToHwnd(window)));
 }
 
 bool WindowOpsWin::IsAlive(WindowHandle window) {
-  return IsWindow(Window(window)) != 0;
+  return IsWindow(ToHwnd(window)) != 0;
 }
 
 bool WindowOpsWin::IsVisible(WindowHandle window) {
-  return IsWindowVisible(Window(window)) != 0;
-}
-
-Answer WindowOpsWin::Send(WindowHandle window, unsigned message, std::uintptr_t w_param,
-                          std::intptr_t l_param) {
-  return BoundedSend(window, message, w_param, l_param);
-}
-
-Answer WindowOpsWin::SetText(WindowHandle window, const std::string& text) {
-  return BoundedSend(window, kWmSetText, 0, reinterpret_cast<LPARAM>(text.c_str()));
-}
-
-TextAnswer WindowOpsWin::GetText(WindowHandle window, std::size_t size) {
-  std::vector<char> buffer(std::clamp<std::size_t>(size, 1, kLargestText), '\0');
-  const Answer answer = BoundedSend(window, kWmGetText, std::min(size, buffer.size()),
-                                    reinterpret_cast<LPARAM>(buffer.data()));
-  if (!answer.answered) return {};
-  const auto length =
-      std::clamp<std::intptr_t>(answer.value, 0, static_cast<std::intptr_t>(buffer.size()));
-  return {true, answer.value, std::string(buffer.data(), static_cast<std::size_t>(length))};
-}
-
-TextAnswer WindowOpsWin::GetLine(WindowHandle window, std::int32_t line, std::size_t size) {
-  std::vector<char> buffer(std::clamp(size, kSmallestLineBuffer, kLargestText), '\0');
-  const auto word = static_cast<WORD>(std::min(buffer.size(), kLargestWord));
-  std::memcpy(buffer.data(), &word, sizeof word);
-  const Answer answer = BoundedSend(window, kEmGetLine, static_cast<WPARAM>(line),
-                                    reinterpret_cast<LPARAM>(buffer.data()));
-  if (!answer.answered) return {};
-  const auto length =
-      std::clamp<std::intptr_t>(answer.value, 0, static_cast<std::intptr_t>(buffer.size()));
-  return {true, answer.value, std::string(buffer.data(), static_cast<std::size_t>(length))};
+  return IsWindowVisible(ToHwnd(window)) != 0;
 }
 
 bool WindowOpsWin::GetPlacement(WindowHandle window, Placement& placement) {
   WINDOWPLACEMENT system{};
   system.length = sizeof system;
-  if (GetWindowPlacement(Window(window), &system) == 0) return false;
+  if (GetWindowPlacement(ToHwnd(window), &system) == 0) return false;
   placement.flags = system.flags;
   placement.show_state = system.showCmd;
   placement.min_position = {static_cast<std::int32_t>(system.ptMinPosition.x),
@@ -152,8 +119,75 @@ bool WindowOpsWin::GetPlacement(WindowHandle window, Placement& placement) {
   return true;
 }
 
+bool WindowOpsWin::GetRect(WindowHandle window, ScreenRect& rect) {
+  RECT system{};
+  if (GetWindowRect(ToHwnd(window), &system) == 0) return false;
+  rect = FromRect(system);
+  return true;
+}
+
+std::int32_t WindowOpsWin::ScreenPixel(WindowHandle control, std::int32_t x, std::int32_t y) {
+  HDC screen = GetWindowDC(nullptr);
+  if (screen == nullptr) return -1;
+  const COLORREF colour = GetPixel(screen, x, y);
+  if (ReleaseDC(ToHwnd(control), screen) == 0) ReleaseDC(nullptr, screen);
+  return static_cast<std::int32_t>(colour);
+}
+
+Answer<std::string> WindowOpsWin::Text(WindowHandle window) {
+  const Answer<LRESULT> length = Ask(window, WM_GETTEXTLENGTH, 0, 0);
+  if (!length.answered()) return {length.reply, {}};
+  if (length.value <= 0) return {Reply::kAnswered, kNoWindowText};
+  const std::size_t size = std::min(static_cast<std::size_t>(length.value), kLongestText) + 1;
+  std::string text(size, '\0');
+  const Answer<LRESULT> copied = Ask(window, WM_GETTEXT, size, Address(text.data()));
+  if (!copied.answered()) return {copied.reply, {}};
+  text.resize(
+      static_cast<std::size_t>(std::clamp<LRESULT>(copied.value, 0, static_cast<LRESULT>(size))));
+  return {Reply::kAnswered, std::move(text)};
+}
+
+Answer<std::int32_t> WindowOpsWin::LineCount(WindowHandle edit) {
+  const Answer<LRESULT> count = Ask(edit, EM_GETLINECOUNT, 0, 0);
+  return {count.reply, static_cast<std::int32_t>(std::clamp<LRESULT>(
+                           count.value, 0, std::numeric_limits<std::int32_t>::max()))};
+}
+
+Answer<std::string> WindowOpsWin::Line(WindowHandle edit, std::int32_t index) {
+  if (index < 0) return {Reply::kAnswered, {}};
+  const auto line = static_cast<WPARAM>(index);
+  const Answer<LRESULT> start = Ask(edit, EM_LINEINDEX, line, 0);
+  if (!start.answered() || start.value < 0) return {start.reply, {}};
+  const Answer<LRESULT> length = Ask(edit, EM_LINELENGTH, static_cast<WPARAM>(start.value), 0);
+  if (!length.answered() || length.value <= 0) return {length.reply, {}};
+
+  // Some edit boxes copy only half of what the size in the buffer allows, and more than the line.
+  const auto characters = std::min(static_cast<std::size_t>(length.value), kLargestLineBuffer);
+  const auto size = std::clamp(2 * characters + 2, kSmallestLineBuffer, kLargestLineBuffer);
+  std::string text(size, '\0');
+  const auto word = static_cast<WORD>(size);
+  std::memcpy(text.data(), &word, sizeof word);
+  const Answer<LRESULT> copied = Ask(edit, EM_GETLINE, line, Address(text.data()));
+  if (!copied.answered()) return {copied.reply, {}};
+  text.resize(static_cast<std::size_t>(
+      std::clamp<LRESULT>(copied.value, 0, static_cast<LRESULT>(characters))));
+  return {Reply::kAnswered, std::move(text)};
+}
+
+Reply WindowOpsWin::Press(WindowHandle button) {
+  return Ask(button, BM_CLICK, 0, 0).reply;
+}
+
+Reply WindowOpsWin::SetText(WindowHandle window, const std::string& text) {
+  return Ask(window, WM_SETTEXT, 0, Address(text.c_str())).reply;
+}
+
+Reply WindowOpsWin::PressSelector(WindowHandle selector) {
+  return Ask(selector, WM_LBUTTONDOWN, MK_LBUTTON, kSelectorPoint).reply;
+}
+
 void WindowOpsWin::SetPlacement(WindowHandle window, const Placement& placement) {
-  HWND target = Window(window);
+  HWND target = ToHwnd(window);
   if (window == 0 || IsWindow(target) == 0) return;
   if (Responds(window)) {
     WINDOWPLACEMENT system{};
@@ -169,29 +203,12 @@ void WindowOpsWin::SetPlacement(WindowHandle window, const Placement& placement)
   PlaceAsync(target, placement);
 }
 
-bool WindowOpsWin::GetRect(WindowHandle window, ScreenRect& rect) {
-  RECT system{};
-  if (GetWindowRect(Window(window), &system) == 0) return false;
-  rect = FromRect(system);
-  return true;
-}
-
 void WindowOpsWin::SetForeground(WindowHandle window) {
   if (window == 0 || !Responds(window)) return;
   // Taking the front away from a window may wait for its program too.
-  const WindowHandle front = Handle(GetForegroundWindow());
+  const WindowHandle front = ToHandle(GetForegroundWindow());
   if (front != 0 && front != window && IsAlive(front) && !Responds(front)) return;
-  SetForegroundWindow(Window(window));
-}
-
-std::int32_t WindowOpsWin::ScreenPixel(WindowHandle control, std::int32_t x, std::int32_t y) {
-  HDC screen = GetWindowDC(nullptr);
-  if (screen == nullptr) return -1;
-  const COLORREF colour = GetPixel(screen, x, y);
-  POINT cursor{};
-  GetCursorPos(&cursor);  // read as ever, and of no use
-  if (ReleaseDC(Window(control), screen) == 0) ReleaseDC(nullptr, screen);
-  return static_cast<std::int32_t>(colour);
+  SetForegroundWindow(ToHwnd(window));
 }
 
 }  // namespace corvane

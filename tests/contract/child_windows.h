@@ -14,6 +14,7 @@ inline constexpr char kChildClass[] =
 inline constexpr char kChildTitle[] = "Contract child v1.0";
 inline constexpr int kChildCheckBoxId = 11;
 inline constexpr int kChildEditId = 12;
+inline constexpr int kChildSelectorId = 13;
 inline constexpr unsigned kChildHangMessage = 0x8001;  // wParam: milliseconds
 // A property of the top-level window from when it hangs to when it does not any more.
 inline constexpr char kChildHangs[] = "CorvaneContract.Hangs";

@@ -99,6 +99,7 @@ int RunChildWindows() {
                              nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
   HWND panel = Child(top, kPanelClass, 0, 10, {10, 10, 180, 120});
   Child(panel, "BUTTON", BS_AUTOCHECKBOX, kChildCheckBoxId, {0, 0, 100, 20});
+  Child(panel, "BUTTON", BS_PUSHBUTTON, kChildSelectorId, {105, 0, 70, 25});
   HWND edit = Child(panel, "EDIT", ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | WS_VSCROLL,
                     kChildEditId, {0, 30, 180, 90});
   if (edit == nullptr) return 1;

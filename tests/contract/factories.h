@@ -120,6 +120,9 @@ class WindowsUnderTest {
   [[nodiscard]] virtual WindowHandle edit_top() = 0;
 
   [[nodiscard]] virtual bool Checked() = 0;
+  // A button below top() that reacts to the left button going down on it, and whether it has.
+  [[nodiscard]] virtual WindowHandle selector() = 0;
+  [[nodiscard]] virtual bool SelectorPressed() = 0;
   struct Painted {
     std::int32_t x = 0;
     std::int32_t y = 0;

@@ -33,10 +33,6 @@ class RealSocketUnderTest : public SocketUnderTest {
   SocketWin socket_{loop_.real()};
 };
 
-WindowHandle Handle(HWND window) {
-  return reinterpret_cast<WindowHandle>(window);
-}
-
 class RealWindowsUnderTest : public WindowsUnderTest {
  public:
   RealWindowsUnderTest() {
@@ -44,12 +40,16 @@ class RealWindowsUnderTest : public WindowsUnderTest {
   }
   LoopUnderTest& idle() override { return loop_; }
   WindowOps& windows() override { return windows_; }
-  WindowHandle top() override { return Handle(top_); }
+  WindowHandle top() override { return ToHandle(top_); }
   std::string top_class() override { return kChildClass; }
   std::string top_text() override { return kChildTitle; }
-  WindowHandle check_box() override { return Handle(check_box_); }
-  WindowHandle edit() override { return Handle(edit_); }
-  WindowHandle edit_top() override { return Handle(top_); }
+  WindowHandle check_box() override { return ToHandle(check_box_); }
+  WindowHandle edit() override { return ToHandle(edit_); }
+  WindowHandle edit_top() override { return ToHandle(top_); }
+  WindowHandle selector() override { return ToHandle(selector_); }
+  bool SelectorPressed() override {
+    return (SendMessageA(selector_, BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
+  }
   bool Checked() override { return SendMessageA(check_box_, BM_GETCHECK, 0, 0) == BST_CHECKED; }
   std::vector<Painted> PaintedPoints() override {
     SetWindowPos(top_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -76,7 +76,8 @@ class RealWindowsUnderTest : public WindowsUnderTest {
     EnumWindows(&RealWindowsUnderTest::Visit, reinterpret_cast<LPARAM>(this));
     if (top_ == nullptr) return false;
     EnumChildWindows(top_, &RealWindowsUnderTest::VisitChild, reinterpret_cast<LPARAM>(this));
-    return check_box_ != nullptr && edit_ != nullptr && IsWindowVisible(top_) != 0;
+    return check_box_ != nullptr && edit_ != nullptr && selector_ != nullptr &&
+           IsWindowVisible(top_) != 0;
   }
   static BOOL CALLBACK Visit(HWND window, LPARAM parameter) {
     auto& self = *reinterpret_cast<RealWindowsUnderTest*>(parameter);
@@ -93,6 +94,7 @@ class RealWindowsUnderTest : public WindowsUnderTest {
     const int id = GetDlgCtrlID(window);
     if (id == kChildCheckBoxId) self.check_box_ = window;
     if (id == kChildEditId) self.edit_ = window;
+    if (id == kChildSelectorId) self.selector_ = window;
     return TRUE;
   }
 
@@ -102,6 +104,7 @@ class RealWindowsUnderTest : public WindowsUnderTest {
   HWND top_ = nullptr;
   HWND check_box_ = nullptr;
   HWND edit_ = nullptr;
+  HWND selector_ = nullptr;
 };
 
 }  // namespace

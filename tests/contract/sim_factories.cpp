@@ -104,12 +104,7 @@ class SimSocketUnderTest : public SocketUnderTest {
   Socket& socket() override { return desktop_.sim.socket(); }
   std::uint16_t port() override { return kPort; }
   void SetListening(bool listening) override { server().SetListening(listening, kPort); }
-  // The wire drops what is for a client that is gone.
-  void PeerSends(const std::string& bytes) override {
-    for (standin::ClientId client = 1; client <= kMostClients; ++client) {
-      desktop_.sim.wire().Send(client, bytes);
-    }
-  }
+  void PeerSends(const std::string& bytes) override { desktop_.sim.wire().SendToAll(bytes); }
   void PeerCloses() override { server().Cut(false); }
   void PeerResets() override { server().Cut(true); }
   std::string PeerReceived() override {
@@ -119,7 +114,6 @@ class SimSocketUnderTest : public SocketUnderTest {
   }
 
  private:
-  static constexpr standin::ClientId kMostClients = 40;
   standin::NetRemoteServer& server() { return desktop_.sim.model().server(); }
   Desktop desktop_{{}};
 };
@@ -135,6 +129,8 @@ class SimWindowsUnderTest : public WindowsUnderTest {
   WindowHandle edit() override { return Handle(ids().info_box); }
   WindowHandle edit_top() override { return Handle(ids().info_window); }
   bool Checked() override { return tree().Find(ids().demodulator)->checked; }
+  WindowHandle selector() override { return Handle(ids().timeslots[1]); }
+  bool SelectorPressed() override { return desktop_.sim.model().receiver().state().slot == 2; }
   // The glyph of "Demodulator", which is off, and that of "Auto", which is on.
   std::vector<Painted> PaintedPoints() override {
     tree().Raise(ids().main);

@@ -36,20 +36,15 @@ class WindowsContract : public ::testing::Test {
   static bool Has(const std::vector<WindowHandle>& windows, WindowHandle window) {
     return std::ranges::find(windows, window) != windows.end();
   }
-  std::string Text(WindowHandle window) { return windows_.GetText(window, 256).text; }
   std::string Line(std::int32_t index) {
-    const Answer first =
-        windows_.Send(world_->edit(), kEmLineIndex, static_cast<std::uintptr_t>(index), 0);
-    const Answer length =
-        windows_.Send(world_->edit(), kEmLineLength, static_cast<std::uintptr_t>(first.value), 0);
-    EXPECT_TRUE(first.answered && length.answered);
-    const auto size = static_cast<std::size_t>(std::max<std::intptr_t>(length.value, 0));
-    return windows_.GetLine(world_->edit(), index, 2 * size + 64).text.substr(0, size);
+    const Answer<std::string> line = windows_.Line(world_->edit(), index);
+    EXPECT_TRUE(line.answered());
+    return line.value;
   }
   void PutLines(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) text += (text.empty() ? "" : "\r\n") + line;
-    ASSERT_TRUE(windows_.SetText(world_->edit(), text).answered);
+    ASSERT_EQ(windows_.SetText(world_->edit(), text), Reply::kAnswered);
   }
   bool Until(const std::function<bool()>& done) { return world_->idle().IdleUntil(done); }
   // How long `call` takes, in milliseconds.
@@ -113,25 +108,25 @@ TEST_F(WindowsContract, KnowsParentsAndWhatIsVisible) {
   EXPECT_TRUE(windows_.IsVisible(world_->top()));
 }
 
-TEST_F(WindowsContract, ReadsTextsWholeAndCutAtTheBuffer) {
-  const std::string text = world_->top_text();
-  EXPECT_EQ(windows_.Send(world_->top(), kWmGetTextLength, 0, 0).value,
-            static_cast<std::intptr_t>(text.size()));
-  const TextAnswer whole = windows_.GetText(world_->top(), text.size() + 1);
-  EXPECT_TRUE(whole.answered);
-  EXPECT_EQ(whole.text, text);
-  EXPECT_EQ(whole.value, static_cast<std::intptr_t>(text.size()));
-  const TextAnswer cut = windows_.GetText(world_->top(), 4);
-  EXPECT_EQ(cut.text, text.substr(0, 3));
-  EXPECT_EQ(cut.value, 3);
+TEST_F(WindowsContract, ReadsTextsWhole) {
+  const Answer<std::string> text = windows_.Text(world_->top());
+  EXPECT_EQ(text.reply, Reply::kAnswered);
+  EXPECT_EQ(text.value, world_->top_text());
 }
 
 TEST_F(WindowsContract, WritesAndEmptiesTheTextOfAnEditBox) {
-  EXPECT_TRUE(windows_.SetText(world_->edit(), "3383").answered);
-  EXPECT_EQ(Text(world_->edit()), "3383");
-  EXPECT_TRUE(windows_.SetText(world_->edit(), "").answered);
-  EXPECT_EQ(Text(world_->edit()), "");
-  EXPECT_EQ(windows_.Send(world_->edit(), kEmGetLineCount, 0, 0).value, 1);
+  EXPECT_EQ(windows_.SetText(world_->edit(), "3383"), Reply::kAnswered);
+  EXPECT_EQ(windows_.Text(world_->edit()).value, "3383");
+  EXPECT_EQ(windows_.SetText(world_->edit(), ""), Reply::kAnswered);
+  EXPECT_EQ(windows_.Text(world_->edit()).value, kNoWindowText);
+  EXPECT_EQ(windows_.LineCount(world_->edit()).value, 1);
+}
+
+TEST_F(WindowsContract, AnEndlessTextIsCutOff) {
+  ASSERT_EQ(windows_.SetText(world_->edit(), std::string(100'000, 'x')), Reply::kAnswered);
+  const Answer<std::string> text = windows_.Text(world_->edit());
+  EXPECT_EQ(text.reply, Reply::kAnswered);
+  EXPECT_EQ(text.value, std::string(WindowOps::kLongestText, 'x'));
 }
 
 TEST_F(WindowsContract, ReadsLinesOfEveryLengthWhole) {
@@ -142,8 +137,9 @@ TEST_F(WindowsContract, ReadsLinesOfEveryLengthWhole) {
     lines.push_back(line);
   }
   PutLines(lines);
-  const Answer count = windows_.Send(world_->edit(), kEmGetLineCount, 0, 0);
-  ASSERT_GE(count.value, static_cast<std::intptr_t>(lines.size()));
+  const Answer<std::int32_t> count = windows_.LineCount(world_->edit());
+  ASSERT_EQ(count.reply, Reply::kAnswered);
+  ASSERT_GE(count.value, static_cast<std::int32_t>(lines.size()));
   for (std::size_t i = 0; i < lines.size(); ++i) {
     EXPECT_EQ(Line(static_cast<std::int32_t>(i)), lines[i]);
   }
@@ -151,18 +147,20 @@ TEST_F(WindowsContract, ReadsLinesOfEveryLengthWhole) {
 
 TEST_F(WindowsContract, ALineThatIsNotThereIsEmpty) {
   PutLines({"only"});
-  EXPECT_EQ(windows_.Send(world_->edit(), kEmLineIndex, 1000, 0).value, -1);
-  const TextAnswer answer = windows_.GetLine(world_->edit(), 1000, 64);
-  EXPECT_TRUE(answer.answered);
-  EXPECT_EQ(answer.text, "");
+  for (const std::int32_t index : {-1, 1, 1000}) EXPECT_EQ(Line(index), "") << index;
 }
 
-TEST_F(WindowsContract, AClickTurnsTheCheckBoxOver) {
+TEST_F(WindowsContract, APressTurnsTheCheckBoxOver) {
   const bool before = world_->Checked();
-  EXPECT_TRUE(windows_.Send(world_->check_box(), kBmClick, 0, 0).answered);
+  EXPECT_EQ(windows_.Press(world_->check_box()), Reply::kAnswered);
   EXPECT_TRUE(Until([&] { return world_->Checked() != before; }));
-  EXPECT_TRUE(windows_.Send(world_->check_box(), kBmClick, 0, 0).answered);
+  EXPECT_EQ(windows_.Press(world_->check_box()), Reply::kAnswered);
   EXPECT_TRUE(Until([&] { return world_->Checked() == before; }));
+}
+
+TEST_F(WindowsContract, PressesASelector) {
+  EXPECT_EQ(windows_.PressSelector(world_->selector()), Reply::kAnswered);
+  EXPECT_TRUE(Until([&] { return world_->SelectorPressed(); }));
 }
 
 TEST_F(WindowsContract, MovesAWindowByItsPlacement) {
@@ -222,20 +220,18 @@ TEST_F(WindowsContract, AHangingProgramDoesNotHoldThisOneUp) {
   Placement placement;
   ASSERT_TRUE(windows_.GetPlacement(world_->top(), placement));
   world_->Hang(20'000);
-  Answer send;
-  TextAnswer text;
-  EXPECT_LE(Duration([&] { send = windows_.Send(world_->edit(), kEmGetLineCount, 0, 0); }),
-            kLimitMs);
-  EXPECT_FALSE(send.answered);
-  EXPECT_LE(Duration([&] { send = windows_.SetText(world_->edit(), "text"); }), kLimitMs);
-  EXPECT_FALSE(send.answered);
-  EXPECT_LE(Duration([&] { send = windows_.Send(world_->check_box(), kBmClick, 0, 0); }), kLimitMs);
-  EXPECT_FALSE(send.answered);
-  EXPECT_LE(Duration([&] { text = windows_.GetText(world_->top(), 100); }), kLimitMs);
-  EXPECT_FALSE(text.answered);
-  EXPECT_EQ(text.text, "");
-  EXPECT_LE(Duration([&] { text = windows_.GetLine(world_->edit(), 0, 64); }), kLimitMs);
-  EXPECT_FALSE(text.answered);
+  Reply reply = Reply::kAnswered;
+  const auto ask = [&](const std::function<Reply()>& question) {
+    reply = Reply::kAnswered;
+    EXPECT_LE(Duration([&] { reply = question(); }), kLimitMs);
+    EXPECT_EQ(reply, Reply::kNoAnswer);
+  };
+  ask([&] { return windows_.LineCount(world_->edit()).reply; });
+  ask([&] { return windows_.SetText(world_->edit(), "text"); });
+  ask([&] { return windows_.Press(world_->check_box()); });
+  ask([&] { return windows_.PressSelector(world_->selector()); });
+  ask([&] { return windows_.Text(world_->top()).reply; });
+  ask([&] { return windows_.Line(world_->edit(), 0).reply; });
   EXPECT_LE(Duration([&] { windows_.SetPlacement(world_->top(), placement); }), kLimitMs);
   EXPECT_LE(Duration([&] { windows_.SetForeground(world_->top()); }), kLimitMs);
   EXPECT_LE(Duration([&] { TopLevel(); }), kLimitMs);
@@ -244,8 +240,8 @@ TEST_F(WindowsContract, AHangingProgramDoesNotHoldThisOneUp) {
 
 TEST_F(WindowsContract, AfterAHangTheProgramIsAskedAgain) {
   world_->Hang(4000);
-  EXPECT_FALSE(windows_.Send(world_->edit(), kEmGetLineCount, 0, 0).answered);
-  EXPECT_TRUE(Until([&] { return windows_.Send(world_->edit(), kEmGetLineCount, 0, 0).answered; }));
+  EXPECT_EQ(windows_.LineCount(world_->edit()).reply, Reply::kNoAnswer);
+  EXPECT_TRUE(Until([&] { return windows_.LineCount(world_->edit()).answered(); }));
 }
 
 TEST_F(WindowsContract, WindowsThatAreGoneGiveEmptyAnswers) {
@@ -258,10 +254,16 @@ TEST_F(WindowsContract, WindowsThatAreGoneGiveEmptyAnswers) {
     EXPECT_FALSE(windows_.IsVisible(window));
     EXPECT_EQ(windows_.ClassName(window), "");
     EXPECT_EQ(windows_.Parent(window), 0U);
-    EXPECT_FALSE(windows_.Send(window, kEmGetLineCount, 0, 0).answered);
-    EXPECT_FALSE(windows_.SetText(window, "x").answered);
-    EXPECT_FALSE(windows_.GetText(window, 100).answered);
-    EXPECT_FALSE(windows_.GetLine(window, 0, 64).answered);
+    EXPECT_EQ(windows_.LineCount(window).reply, Reply::kGone);
+    EXPECT_EQ(windows_.SetText(window, "x"), Reply::kGone);
+    EXPECT_EQ(windows_.Press(window), Reply::kGone);
+    EXPECT_EQ(windows_.PressSelector(window), Reply::kGone);
+    const Answer<std::string> text = windows_.Text(window);
+    EXPECT_EQ(text.reply, Reply::kGone);
+    EXPECT_EQ(text.value, "");
+    const Answer<std::string> line = windows_.Line(window, 0);
+    EXPECT_EQ(line.reply, Reply::kGone);
+    EXPECT_EQ(line.value, "");
     Placement placement;
     ScreenRect rect;
     EXPECT_FALSE(windows_.GetPlacement(window, placement));

@@ -40,6 +40,11 @@ void SimWire::Send(standin::ClientId client, std::string_view bytes) {
   });
 }
 
+void SimWire::SendToAll(std::string_view bytes) {
+  catch_up_();
+  for (const auto& [client, peer] : peers_) Send(client, bytes);
+}
+
 void SimWire::Close(standin::ClientId client, bool reset) {
   agenda_.Add(model_.now_ms() + latency_ms_, [this, client, reset] {
     SimSocket* socket = Find(client);

@@ -27,6 +27,8 @@ class SimWire : public standin::NetRemoteServer::Wire {
   void SetLatencyMs(int ms) { latency_ms_ = ms; }
   // How long the answer takes that nothing listens on the port.
   void SetRefusedAfterMs(int ms) { refused_after_ms_ = ms; }
+  // To every client, beside what the server itself answers.
+  void SendToAll(std::string_view bytes);
   // The port belongs to another program: SDR# cannot open it.
   void SetPortTaken(bool taken) { port_taken_ = taken; }
 

@@ -24,7 +24,7 @@ void SimSocket::SetRemote(const std::string& host, std::uint16_t port) {
 }
 
 SocketState SimSocket::State() const {
-  return state_;
+  return pretended_.value_or(state_);
 }
 
 void SimSocket::Connect() {
@@ -46,6 +46,7 @@ void SimSocket::Close() {
 
 bool SimSocket::SendData(std::string_view data) {
   wire_.CatchUp();
+  if (on_send_) on_send_();
   if (std::exchange(refuse_next_send_, false)) return false;
   if (state_ != SocketState::kConnected || client_ == 0) return false;
   sent_.emplace_back(data);

@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/loop.h"
@@ -33,8 +35,13 @@ class SimSocket : public Socket {
 
   // The next SendData takes nothing and answers false.
   void RefuseNextSend() { refuse_next_send_ = true; }
+  // Is called inside each SendData, before it takes anything.
+  void SetOnSend(std::function<void()> hook) { on_send_ = std::move(hook); }
+  // What State answers, whatever it is; nullopt: the truth.
+  void PretendState(std::optional<SocketState> state) { pretended_ = state; }
   // What was sent, one entry per SendData, oldest first; and how often Connect was called.
   [[nodiscard]] const std::vector<std::string>& sent() const { return sent_; }
+  void ForgetSent() { sent_.clear(); }
   [[nodiscard]] int connect_count() const { return connect_count_; }
 
  private:
@@ -55,6 +62,8 @@ class SimSocket : public Socket {
   standin::ClientId client_ = 0;
   std::string inbox_;
   bool refuse_next_send_ = false;
+  std::function<void()> on_send_;
+  std::optional<SocketState> pretended_;
   std::vector<std::string> sent_;
   int connect_count_ = 0;
   // Changes with every connection, so that what was on its way for an old one is dropped.

@@ -13,8 +13,8 @@ constexpr WindowHandle kFirstHandle = 0x10000;
 constexpr WindowHandle kHandleStep = 2;
 constexpr std::size_t kMaxClassName = 49;
 constexpr std::uint32_t kShowMinimisedState = 2;
-constexpr int kMouseWordBits = 16;
-constexpr std::int32_t kMouseWordMask = 0xFFFF;
+constexpr int kSelectorX = 38;
+constexpr int kSelectorY = 13;
 constexpr int kHangStepMs = 10;
 
 ScreenRect RectOf(const standin::Box& box) {
@@ -74,55 +74,57 @@ bool SimWindowOps::IsVisible(WindowHandle window) {
   return model_.tree().IsVisible(IdOf(window));
 }
 
-Answer SimWindowOps::Send(WindowHandle window, unsigned message, std::uintptr_t w_param,
-                          std::intptr_t l_param) {
-  const standin::Window* found = Ask(window);
-  if (found == nullptr) return {};
-  const bool edit = found->kind == standin::Kind::kMultiLine;
-  switch (message) {
-    case kWmGetTextLength:
-      return {true, static_cast<std::intptr_t>(TextOf(*found).size())};
-    case kEmGetLineCount:
-      if (edit) return {true, found->lines.LineCount()};
-      return {true, found->kind == standin::Kind::kTextBox ? 1 : 0};
-    case kEmLineIndex:
-      return {true, edit ? found->lines.LineIndex(static_cast<std::int32_t>(w_param)) : 0};
-    case kEmLineLength:
-      return {true, edit ? found->lines.LineLength(static_cast<std::int32_t>(w_param)) : 0};
-    case kBmClick:
-      model_.tree().Press(found->id);
-      return {true, 0};
-    case kWmLButtonDown: {
-      const auto point = static_cast<std::int32_t>(l_param);
-      model_.tree().MouseDown(found->id, point & kMouseWordMask, point >> kMouseWordBits);
-      return {true, 0};
-    }
-    default:
-      return {true, 0};
+Answer<std::string> SimWindowOps::Text(WindowHandle window) {
+  const standin::Window* found = nullptr;
+  const Reply reply = Ask({window, Sent::kText, {}, 0}, found);
+  if (found == nullptr) return {reply, {}};
+  std::string text = TextOf(*found).substr(0, kLongestText);
+  return {reply, text.empty() ? kNoWindowText : std::move(text)};
+}
+
+Answer<std::int32_t> SimWindowOps::LineCount(WindowHandle edit) {
+  const standin::Window* found = nullptr;
+  const Reply reply = Ask({edit, Sent::kLineCount, {}, 0}, found);
+  if (found == nullptr) return {reply, 0};
+  if (found->kind == standin::Kind::kMultiLine) return {reply, found->lines.LineCount()};
+  return {reply, found->kind == standin::Kind::kTextBox ? 1 : 0};
+}
+
+Answer<std::string> SimWindowOps::Line(WindowHandle edit, std::int32_t index) {
+  if (index < 0) return {Reply::kAnswered, {}};
+  const standin::Window* found = nullptr;
+  const Reply reply = Ask({edit, Sent::kLine, {}, index}, found);
+  if (found == nullptr) return {reply, {}};
+  return {reply, found->lines.Line(index).substr(0, kLongestText)};
+}
+
+Reply SimWindowOps::Press(WindowHandle button) {
+  const standin::Window* found = nullptr;
+  const Reply reply = Ask({button, Sent::kPress, {}, 0}, found);
+  if (found != nullptr) model_.tree().Press(found->id);
+  return reply;
+}
+
+Reply SimWindowOps::SetText(WindowHandle window, const std::string& text) {
+  const standin::Window* found = nullptr;
+  const Reply reply = Ask({window, Sent::kSetText, text, 0}, found);
+  if (found != nullptr) model_.tree().EnterText(found->id, text);
+  return reply;
+}
+
+Reply SimWindowOps::PressSelector(WindowHandle selector) {
+  const standin::Window* found = nullptr;
+  const Reply reply = Ask({selector, Sent::kPressSelector, {}, 0}, found);
+  if (found != nullptr) model_.tree().MouseDown(found->id, kSelectorX, kSelectorY);
+  return reply;
+}
+
+void SimWindowOps::SetSilent(WindowHandle window, bool silent) {
+  if (silent) {
+    silent_.insert(window);
+  } else {
+    silent_.erase(window);
   }
-}
-
-Answer SimWindowOps::SetText(WindowHandle window, const std::string& text) {
-  const standin::Window* found = Ask(window);
-  if (found == nullptr) return {};
-  model_.tree().EnterText(found->id, text);
-  return {true, 1};
-}
-
-TextAnswer SimWindowOps::GetText(WindowHandle window, std::size_t size) {
-  const standin::Window* found = Ask(window);
-  if (found == nullptr) return {};
-  std::string text = size == 0 ? std::string() : TextOf(*found).substr(0, size - 1);
-  const auto value = static_cast<std::intptr_t>(text.size());
-  return {true, value, std::move(text)};
-}
-
-TextAnswer SimWindowOps::GetLine(WindowHandle window, std::int32_t line, std::size_t size) {
-  const standin::Window* found = Ask(window);
-  if (found == nullptr) return {};
-  std::string text = found->lines.Line(line).substr(0, size);
-  const auto value = static_cast<std::intptr_t>(text.size());
-  return {true, value, std::move(text)};
 }
 
 bool SimWindowOps::GetPlacement(WindowHandle window, Placement& placement) {
@@ -131,12 +133,14 @@ bool SimWindowOps::GetPlacement(WindowHandle window, Placement& placement) {
   placement = Placement{};
   placement.show_state =
       found->show_state == standin::ShowState::kNormal ? kShowNormal : kShowMinimisedState;
+  if (show_state_ != kNoShowState) placement.show_state = show_state_;
   placement.normal_position = RectOf(found->box);
   return true;
 }
 
 void SimWindowOps::SetPlacement(WindowHandle window, const Placement& placement) {
   if (Look(window) == nullptr) return;
+  Keep(placed_, window);
   const ScreenRect& rect = placement.normal_position;
   const standin::WindowId id = IdOf(window);
   standin::WindowTree& tree = model_.tree();
@@ -155,8 +159,7 @@ bool SimWindowOps::GetRect(WindowHandle window, ScreenRect& rect) {
 
 void SimWindowOps::SetForeground(WindowHandle window) {
   if (Look(window) == nullptr) return;
-  foregrounds_.push_back(window);
-  if (foregrounds_.size() > kMaxForegrounds) foregrounds_.erase(foregrounds_.begin());
+  Keep(foregrounds_, window);
   model_.tree().Raise(IdOf(window));
 }
 
@@ -165,22 +168,43 @@ std::int32_t SimWindowOps::ScreenPixel(WindowHandle, std::int32_t x, std::int32_
   return model_.tree().PixelAt(x, y);
 }
 
-const standin::Window* SimWindowOps::Ask(WindowHandle window) {
+void SimWindowOps::Keep(std::vector<WindowHandle>& windows, WindowHandle window) {
+  windows.push_back(window);
+  if (windows.size() > kMaxForegrounds) windows.erase(windows.begin());
+}
+
+Reply SimWindowOps::Ask(const Message& message, const standin::Window*& window) {
+  if (Look(message.window) == nullptr) return Reply::kGone;
   ++send_count_;
-  const standin::Window* found = Look(window);
-  if (found == nullptr) return nullptr;
+  messages_.push_back(message);
+  if (messages_.size() > kKeptMessages) {
+    messages_.erase(messages_.begin(), messages_.begin() + kKeptMessages / 2);
+  }
+  if (on_message_) on_message_(message);
+  const standin::Window* found = Look(message.window);
+  if (found == nullptr) return Reply::kGone;
   if (fail_sends_ > 0) {
     --fail_sends_;
-    return nullptr;
+    return Reply::kNoAnswer;
   }
-  if (!BelongsToSdr(*found)) return found;
+  if (silent_.contains(message.window)) return Reply::kNoAnswer;
+  if (BelongsToSdr(*found)) {
+    if (refusing_ && message.sent != Sent::kText) return Reply::kRefused;
+    if (!WaitForAnswer()) return Reply::kNoAnswer;
+  }
+  window = Look(message.window);
+  return window == nullptr ? Reply::kGone : Reply::kAnswered;
+}
+
+// False when SDR# hangs for longer than is waited.
+bool SimWindowOps::WaitForAnswer() {
   for (int waited = 0; model_.now_ms() < model_.hung_until_ms(); waited += kHangStepMs) {
     const bool known_as_hung = model_.now_ms() - model_.hung_since_ms() >= kHungAfterMs;
-    if (known_as_hung || waited >= kSendLimitMs) return nullptr;
+    if (known_as_hung || waited >= kSendLimitMs) return false;
     loop_.Sleep(kHangStepMs);
     catch_up_();
   }
-  return Look(window);
+  return true;
 }
 
 const standin::Window* SimWindowOps::Look(WindowHandle window) {

@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/loop.h"
@@ -28,12 +30,35 @@ class SimWindowOps : public WindowOps {
 
   // The program's own window, an ordinary top-level window of another program.
   void SetOwnMainWindow(standin::WindowId id) { own_ = id; }
+
+  // What a message was sent for.
+  enum class Sent { kText, kLineCount, kLine, kPress, kSetText, kPressSelector };
+  struct Message {
+    WindowHandle window = 0;
+    Sent sent = Sent::kText;
+    std::string text{};      // of kSetText
+    std::int32_t index = 0;  // of kLine
+    bool operator==(const Message&) const = default;
+  };
+  // The latest kKeptMessages calls of the message functions, oldest first; and how many there were.
+  static constexpr std::size_t kKeptMessages = 10000;
+  [[nodiscard]] const std::vector<Message>& messages() const { return messages_; }
+  void ForgetMessages() { messages_.clear(); }
+  [[nodiscard]] std::int64_t send_count() const { return send_count_; }
+  // Is called with each message before it arrives.
+  void SetOnMessage(std::function<void(const Message&)> hook) { on_message_ = std::move(hook); }
   // For so many of the next messages no answer comes, without any hang.
   void FailNextSends(int count) { fail_sends_ = count; }
-  // Calls of the message functions so far.
-  [[nodiscard]] std::int64_t send_count() const { return send_count_; }
-  // Windows brought to the front, oldest first.
+  // No message to this window is answered, without any hang, until that is taken back.
+  void SetSilent(WindowHandle window, bool silent);
+  // SDR# runs with more rights than this program: only its texts can be read.
+  void SetRefusing(bool refusing) { refusing_ = refusing; }
+  // What GetPlacement says of the window's state, whatever it is; kNoShowState: the truth.
+  static constexpr std::uint32_t kNoShowState = 0xFFFF;
+  void PretendShowState(std::uint32_t state) { show_state_ = state; }
+  // Windows brought to the front, and windows moved or shown otherwise, oldest first.
   [[nodiscard]] const std::vector<WindowHandle>& foregrounds() const { return foregrounds_; }
+  [[nodiscard]] const std::vector<WindowHandle>& placed() const { return placed_; }
 
   void EnumTopLevel(const std::function<bool(WindowHandle)>& visit) override;
   void EnumChildren(WindowHandle parent, const std::function<bool(WindowHandle)>& visit) override;
@@ -41,33 +66,42 @@ class SimWindowOps : public WindowOps {
   WindowHandle Parent(WindowHandle window) override;
   bool IsAlive(WindowHandle window) override;
   bool IsVisible(WindowHandle window) override;
-  Answer Send(WindowHandle window, unsigned message, std::uintptr_t w_param,
-              std::intptr_t l_param) override;
-  Answer SetText(WindowHandle window, const std::string& text) override;
-  TextAnswer GetText(WindowHandle window, std::size_t size) override;
-  TextAnswer GetLine(WindowHandle window, std::int32_t line, std::size_t size) override;
   bool GetPlacement(WindowHandle window, Placement& placement) override;
-  void SetPlacement(WindowHandle window, const Placement& placement) override;
   bool GetRect(WindowHandle window, ScreenRect& rect) override;
-  void SetForeground(WindowHandle window) override;
   std::int32_t ScreenPixel(WindowHandle control, std::int32_t x, std::int32_t y) override;
   WindowHandle OwnMainWindow() override { return HandleOf(own_); }
+  Answer<std::string> Text(WindowHandle window) override;
+  Answer<std::int32_t> LineCount(WindowHandle edit) override;
+  Answer<std::string> Line(WindowHandle edit, std::int32_t index) override;
+  Reply Press(WindowHandle button) override;
+  Reply SetText(WindowHandle window, const std::string& text) override;
+  Reply PressSelector(WindowHandle selector) override;
+  void SetPlacement(WindowHandle window, const Placement& placement) override;
+  void SetForeground(WindowHandle window) override;
 
  private:
-  // The window, when it is there and answers; waits for a hang to end within the limit.
-  const standin::Window* Ask(WindowHandle window);
+  // `window` is set when the reply is kAnswered. Waits for a hang to end within the limit.
+  Reply Ask(const Message& message, const standin::Window*& window);
+  bool WaitForAnswer();
   const standin::Window* Look(WindowHandle window);
   [[nodiscard]] bool BelongsToSdr(const standin::Window& window) const;
 
   static constexpr std::size_t kMaxForegrounds = 1000;
+  static void Keep(std::vector<WindowHandle>& windows, WindowHandle window);
 
   Loop& loop_;
   standin::Model& model_;
   std::function<void()> catch_up_;
   standin::WindowId own_ = 0;
   int fail_sends_ = 0;
+  std::set<WindowHandle> silent_;
+  bool refusing_ = false;
+  std::uint32_t show_state_ = kNoShowState;
+  std::vector<Message> messages_;
+  std::function<void(const Message&)> on_message_;
   std::int64_t send_count_ = 0;
   std::vector<WindowHandle> foregrounds_;
+  std::vector<WindowHandle> placed_;
 };
 
 }  // namespace corvane::sim

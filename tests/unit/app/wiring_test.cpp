@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "base/date_time.h"
-#include "link/window_text.h"
 #include "scenarios/world.h"
 
 namespace corvane::sim {
@@ -60,7 +59,7 @@ TEST_F(WiringTest, TheDoubleClickTakesSdrSharpsPlace) {
   WindowOps& windows = world_.desktop->windows();
   Placement placement;
   windows.EnumTopLevel([&](WindowHandle window) {
-    return !GetWindowTextOf(windows, window).starts_with("SDR# v") ||
+    return !windows.Text(window).value.starts_with("SDR# v") ||
            !windows.GetPlacement(window, placement);
   });
   ASSERT_EQ(placement.show_state, kShowNormal);

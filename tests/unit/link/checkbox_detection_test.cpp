@@ -1,37 +1,42 @@
 #include "link/checkbox_detection.h"
 
+#include "base/number_text.h"
 #include "link_fixture.h"
 
 namespace corvane::test {
 namespace {
 
-using ::testing::ElementsAre;
-
-constexpr std::pair<std::int32_t, std::int32_t> kDemodulatorPixel{307, 407};
+constexpr std::int32_t kChecked = standin::kCheckedColour;
+constexpr std::int32_t kUnchecked = standin::kUncheckedColour;
 
 class CheckboxDetectionTest : public LinkTest {
  protected:
-  void SetUp() override {
-    AddSdr();
-    AddNetworkInfo();
-    FillHandles();
-    flags.NetRemoteLinkUp = true;
-    form.lblCheckedValue.caption = std::string("10580318");
-    form.lblUnCheckedValue.caption = std::string("14934753");
-    form.lblTetraPanelExpanded.caption = std::string("before");
-    form.lblValidateState.caption = std::string("before");
+  CheckboxDetectionTest() {
+    Discover();
+    tree().Raise(ids().main);
+    form.lblCheckedValue.caption = Decimal(kChecked);
+    form.lblUnCheckedValue.caption = Decimal(kUnchecked);
+    form.lblTetraPanelExpanded.caption = "before";
+    form.lblValidateState.caption = "before";
   }
-  void Colour(std::int32_t colour) { windows.pixels[kDemodulatorPixel] = colour; }
+  void Tick(bool checked) {
+    tree().SetChecked(ids().demodulator, checked);
+    detection.Tick();
+  }
   std::string Validated() { return form.lblValidateState.caption.get(); }
 
-  Presets presets;
   CheckboxDetection detection{context, presets};
 };
 
 TEST_F(CheckboxDetectionTest, SamplesThePixelSevenInsideTheControl) {
-  Colour(123);
-  EXPECT_EQ(ReadCheckboxColour(windows, kDemodulator, presets), 123);
-  EXPECT_THAT(windows.sampled, ElementsAre(kDemodulatorPixel));
+  const auto colour = [this] {
+    return ReadCheckboxColour(windows, At(SdrRole::kDemodulatorBox), presets);
+  };
+  tree().SetChecked(ids().demodulator, true);
+  EXPECT_EQ(colour(), kChecked);
+  const standin::Box box = tree().ScreenBox(ids().demodulator);
+  desktop.AddForeignWindow("Cover", "", {box.left + 7, box.top + 7, 1, 1});
+  EXPECT_EQ(colour(), standin::kWindowColour);
 }
 
 TEST_F(CheckboxDetectionTest, ABoxThatIsNotThereMatchesNeitherReference) {
@@ -46,28 +51,28 @@ TEST_F(CheckboxDetectionTest, ABoxThatIsNotThereMatchesNeitherReference) {
       }
     }
   }
-  EXPECT_TRUE(windows.sampled.empty());
 }
 
 TEST_F(CheckboxDetectionTest, ReferencesAreTakenFromTheDemodulatorBoxAndShownInDecimal) {
-  Colour(16777215);
+  presets.CheckedColour = presets.UnCheckedColour = 0;
+  tree().SetChecked(ids().demodulator, true);
   detection.SetCheckedValue();
-  EXPECT_EQ(presets.CheckedColour, 16777215);
-  EXPECT_EQ(form.lblCheckedValue.caption.get(), "16777215");
-  EXPECT_EQ(presets.UnCheckedColour, 14934753);
-  Colour(-1);
+  EXPECT_EQ(presets.CheckedColour, kChecked);
+  EXPECT_EQ(form.lblCheckedValue.caption.get(), "10580318");
+  EXPECT_EQ(presets.UnCheckedColour, 0);
+  tree().SetBox(ids().main, {-5000, -5000, 100, 100});
   detection.SetUnCheckedValue();
-  EXPECT_EQ(presets.UnCheckedColour, -1);
+  EXPECT_EQ(presets.UnCheckedColour, -1) << "outside of the screen";
   EXPECT_EQ(form.lblUnCheckedValue.caption.get(), "-1");
-  EXPECT_THAT(windows.sampled, ElementsAre(kDemodulatorPixel, kDemodulatorPixel));
+  EXPECT_EQ(presets.CheckedColour, kChecked);
 }
 
 TEST_F(CheckboxDetectionTest, AReferenceIsKeptWhenThereIsNoBox) {
-  windows.Destroy(kDemodulator);
+  tree().Destroy(ids().demodulator);
   detection.SetCheckedValue();
   detection.SetUnCheckedValue();
-  EXPECT_EQ(presets.CheckedColour, 10580318);
-  EXPECT_EQ(presets.UnCheckedColour, 14934753);
+  EXPECT_EQ(presets.CheckedColour, kChecked);
+  EXPECT_EQ(presets.UnCheckedColour, kUnchecked);
   EXPECT_EQ(form.lblCheckedValue.caption.get(), "10580318");
 }
 
@@ -78,19 +83,16 @@ TEST_F(CheckboxDetectionTest, WithTheLinkDownNothingIsSampled) {
   EXPECT_EQ(form.lblTetraPanelExpanded.caption.get(), "Is SDR# started?");
   EXPECT_EQ(Validated(), "before");
   EXPECT_FALSE(form.cmdSetCheckedValue.enabled);
-  EXPECT_TRUE(windows.sampled.empty());
 }
 
 TEST_F(CheckboxDetectionTest, ACollapsedPanelDisablesTheButtonsAndIsSampledAllTheSame) {
-  windows.At(kDemodulator).visible = false;
-  Colour(10580318);
+  desktop.Do("panel tetra collapse");
   detection.Tick();
   EXPECT_EQ(form.lblTetraPanelExpanded.caption.get(),
             "NOT Visible - Is TETRA Demodulator panel expanded?");
   EXPECT_FALSE(form.cmdSetCheckedValue.enabled);
   EXPECT_FALSE(form.cmdSetUnCheckedValue.enabled);
-  EXPECT_EQ(windows.sampled.size(), 2u);
-  EXPECT_EQ(Validated(), "Demodulator is Checked?");
+  EXPECT_EQ(Validated(), "") << "what is shown at its place is no box";
 }
 
 TEST_F(CheckboxDetectionTest, AVisiblePanelEnablesTheButtons) {
@@ -103,35 +105,38 @@ TEST_F(CheckboxDetectionTest, AVisiblePanelEnablesTheButtons) {
 }
 
 TEST_F(CheckboxDetectionTest, TheStateIsToldByAnExactMatchWithTheShownNumbers) {
-  Colour(10580318);
-  detection.Tick();
+  Tick(true);
   EXPECT_EQ(Validated(), "Demodulator is Checked?");
-  Colour(14934753);
-  detection.Tick();
+  Tick(false);
   EXPECT_EQ(Validated(), "Demodulator is UnChecked?");
-  for (const std::int32_t near : {10580317, 10580319, 14934752, 14934754, 0, -1}) {
-    Colour(near);
-    detection.Tick();
-    EXPECT_EQ(Validated(), "") << near;
+  for (const std::int32_t near : {-1, 1}) {
+    form.lblCheckedValue.caption = Decimal(kChecked + near);
+    form.lblUnCheckedValue.caption = Decimal(kUnchecked + near);
+    for (const bool checked : {true, false}) {
+      Tick(checked);
+      EXPECT_EQ(Validated(), "") << near << checked;
+    }
   }
+  desktop.Do("paint demodulator other");
+  Tick(true);
+  EXPECT_EQ(Validated(), "");
 }
 
 TEST_F(CheckboxDetectionTest, WithEqualReferencesTheSecondMessageWins) {
-  form.lblUnCheckedValue.caption = std::string("10580318");
-  Colour(10580318);
-  detection.Tick();
+  form.lblUnCheckedValue.caption = Decimal(kChecked);
+  Tick(true);
   EXPECT_EQ(Validated(), "Demodulator is UnChecked?");
 }
 
 TEST_F(CheckboxDetectionTest, TicksEvery500MsOnlyWhileEnabled) {
   EXPECT_EQ(detection.tmrDetectcheckbox().interval_ms(), 500);
   EXPECT_FALSE(detection.tmrDetectcheckbox().enabled());
-  loop.Run(2000);
+  loop.AdvanceMs(2000);
   EXPECT_EQ(form.lblTetraPanelExpanded.caption.get(), "before");
   detection.tmrDetectcheckbox().SetEnabled(true);
-  loop.Run(499);
+  loop.AdvanceMs(499);
   EXPECT_EQ(form.lblTetraPanelExpanded.caption.get(), "before");
-  loop.Run(1);
+  loop.AdvanceMs(1);
   EXPECT_EQ(form.lblTetraPanelExpanded.caption.get(), "'Demodulator and Auto' are Visible");
 }
 

@@ -8,48 +8,65 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 using ::testing::Not;
 
-constexpr auto kWhole = Discovery::Log::kWhole;
 constexpr auto kQuiet = Discovery::Log::kQuietRepeats;
 
 class DiscoveryTest : public LinkTest {
  protected:
-  void AddAll() {
-    AddSdr();
-    AddNetworkInfo();
+  // No window of SDR# is there.
+  void RemoveSdr() { desktop.Do("die"); }
+  // A window with only what a case puts into it, in its order.
+  standin::WindowId AddBareSdr(const std::string& title = "SDR# v1") {
+    return Add(0, kWindow, title);
   }
-  void Discover() { discovery.DiscoverSdrWindows(kWhole); }
-  WindowHandle At(SdrRole role) { return context.handles[role]; }
-  int Presses(WindowHandle button) { return windows.CountOf(button, kBmClick); }
-
-  Discovery discovery{context};
 };
 
 TEST_F(DiscoveryTest, FindsEveryWindowByItsRole) {
-  AddAll();
   Discover();
-  EXPECT_EQ(At(SdrRole::kMainWindow), kSdr);
-  EXPECT_EQ(At(SdrRole::kNetRemoteHeader), kNetHeader);
-  EXPECT_EQ(At(SdrRole::kNetworkButton), kNetwork);
-  EXPECT_EQ(At(SdrRole::kPortBox), kPort);
-  EXPECT_EQ(At(SdrRole::kTetraHeader), kTetraHeader);
-  EXPECT_EQ(At(SdrRole::kDemodulatorBox), kDemodulator);
-  EXPECT_EQ(At(SdrRole::kAutoBox), kAuto);
-  for (WindowHandle slot = 0; slot < 4; ++slot) {
-    EXPECT_EQ(context.handles.Timeslot(static_cast<int>(slot) + 1), kSlot1 + slot);
+  const auto& windows_of_sdr = ids();
+  const std::pair<SdrRole, standin::WindowId> expected[] = {
+      {SdrRole::kMainWindow, windows_of_sdr.main},
+      {SdrRole::kNetRemoteHeader, windows_of_sdr.net_remote_header},
+      {SdrRole::kNetworkButton, windows_of_sdr.network},
+      {SdrRole::kPortBox, windows_of_sdr.port},
+      {SdrRole::kTetraHeader, windows_of_sdr.tetra_header},
+      {SdrRole::kDemodulatorBox, windows_of_sdr.demodulator},
+      {SdrRole::kAutoBox, windows_of_sdr.automatic},
+      {SdrRole::kTimeslot1, windows_of_sdr.timeslots[0]},
+      {SdrRole::kTimeslot2, windows_of_sdr.timeslots[1]},
+      {SdrRole::kTimeslot3, windows_of_sdr.timeslots[2]},
+      {SdrRole::kTimeslot4, windows_of_sdr.timeslots[3]},
+      {SdrRole::kNetInfoButton, windows_of_sdr.net_info},
+      {SdrRole::kNetworkInfoWindow, windows_of_sdr.info_window},
+      {SdrRole::kNetworkInfoEdit, windows_of_sdr.info_box},
+      {SdrRole::kMccLabel, windows_of_sdr.mcc},
+      {SdrRole::kMncLabel, windows_of_sdr.mnc},
+      {SdrRole::kLaLabel, windows_of_sdr.la}};
+  for (const auto& [role, id] : expected) {
+    ASSERT_NE(id, 0u);
+    EXPECT_EQ(At(role), Handle(id)) << static_cast<int>(role);
   }
-  EXPECT_EQ(At(SdrRole::kNetInfoButton), kNetInfo);
-  EXPECT_EQ(At(SdrRole::kNetworkInfoWindow), kInfoWindow);
-  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), kInfoEdit);
-  EXPECT_EQ(At(SdrRole::kMccLabel), kMcc);
-  EXPECT_EQ(At(SdrRole::kMncLabel), kMnc);
-  EXPECT_EQ(At(SdrRole::kLaLabel), kLa);
+}
+
+TEST_F(DiscoveryTest, RolesStandAtTheirIndexesAndTimeslotsFollowEachOther) {
+  EXPECT_EQ(static_cast<int>(SdrRole::kMainWindow), 0);
+  EXPECT_EQ(static_cast<int>(SdrRole::kNetRemoteHeader), 2);
+  EXPECT_EQ(static_cast<int>(SdrRole::kTetraHeader), 5);
+  EXPECT_EQ(static_cast<int>(SdrRole::kNetInfoButton), 12);
+  EXPECT_EQ(static_cast<int>(SdrRole::kLaLabel), 17);
+  EXPECT_EQ(context.handles.CountSet(SdrRole::kMainWindow, SdrRole::kLaLabel), 0);
+  Discover();
+  EXPECT_EQ(context.handles.CountSet(SdrRole::kMainWindow, SdrRole::kLaLabel), 17);
+  EXPECT_EQ(context.handles.CountSet(SdrRole::kDemodulatorBox, SdrRole::kTimeslot4), 6);
+  for (int slot = 1; slot <= 4; ++slot) {
+    EXPECT_EQ(context.handles.Timeslot(slot),
+              Handle(ids().timeslots[static_cast<std::size_t>(slot) - 1]));
+  }
+  for (const int slot : {-1, 0, 5}) EXPECT_EQ(context.handles.Timeslot(slot), 0u);
 }
 
 TEST_F(DiscoveryTest, LogsItsStepsInTheirOrderAndSwitchesNetRemoteOn) {
-  AddAll();
   Discover();
   EXPECT_THAT(StatusLog(),
               ElementsAre("SDR# is running", "SDR# is running with the two required plug-ins",
@@ -57,23 +74,23 @@ TEST_F(DiscoveryTest, LogsItsStepsInTheirOrderAndSwitchesNetRemoteOn) {
                           "Found all 'TETRA Demodulator' buttons.", "'Network Info' window open",
                           "All hwnd found - Ready to start", ""));
   EXPECT_TRUE(flags.NetRemoteLinkUp);
-  EXPECT_EQ(windows.At(kPort).text, "3383");
-  EXPECT_EQ(Presses(kNetwork), 1);
-  EXPECT_EQ(Presses(kNetInfo), 0);
+  EXPECT_EQ(tree().Find(ids().port)->text, "3383");
+  EXPECT_TRUE(desktop.model().server().listening());
+  EXPECT_EQ(Presses(ids().network), 1);
+  EXPECT_EQ(Presses(ids().net_info), 0);
 }
 
 TEST_F(DiscoveryTest, WritesThePortBeforeItPressesNetwork) {
-  AddAll();
   Discover();
-  ASSERT_GE(windows.messages.size(), 2u);
-  const auto& last = windows.messages.back();
-  const auto& before = windows.messages[windows.messages.size() - 2];
-  EXPECT_EQ(before, (FakeWindows::Message{kPort, 12, 0, 0, "3383"}));
-  EXPECT_EQ(last, (FakeWindows::Message{kNetwork, 245, 0, 0, ""}));
+  const auto& messages = sim().messages();
+  ASSERT_GE(messages.size(), 2u);
+  EXPECT_EQ(messages[messages.size() - 2], (Message{Handle(ids().port), Kind::kSetText, "3383"}));
+  EXPECT_EQ(messages.back(), (Message{Handle(ids().network), Kind::kPress}));
 }
 
 TEST_F(DiscoveryTest, WithoutSdrLogsEveryFailureAndSendsNothing) {
-  windows.Add(kForeign, 0, "Notepad", "SDR# v1.0");
+  RemoveSdr();
+  desktop.AddForeignWindow("Notepad", "SDR# v1.0", {0, 0, 100, 100});
   flags.NetRemoteLinkUp = true;
   Discover();
   EXPECT_THAT(StatusLog(), ElementsAre("SDR# is NOT running with the two required plug-ins",
@@ -82,137 +99,124 @@ TEST_F(DiscoveryTest, WithoutSdrLogsEveryFailureAndSendsNothing) {
                                        "Opening 'Network Info' window, then rescanning.",
                                        "No 'Network Info' editbox found. This not good."));
   EXPECT_FALSE(flags.NetRemoteLinkUp);
-  EXPECT_TRUE(windows.messages.empty()) << "a foreign window was sent a message";
-  EXPECT_FALSE(windows.null_parent_asked);
+  EXPECT_TRUE(sim().messages().empty()) << "a foreign window was sent a message";
+}
+
+TEST_F(DiscoveryTest, OnlyWindowsOfAFittingClassAreAskedForTheirText) {
+  const auto other = desktop.AddForeignWindow("Notepad", "SDR# v1.0", {0, 0, 100, 100});
+  const auto alike = desktop.AddForeignWindow(kWindow, "Another", {0, 0, 100, 100});
+  Discover();
+  EXPECT_EQ(Sent(other, Kind::kText), 0);
+  EXPECT_EQ(Sent(alike, Kind::kText), 2) << "as SDR# and as Network Info";
+  EXPECT_EQ(Sent(ids().tetra_content, Kind::kText), 0);
+  EXPECT_EQ(Sent(ids().port, Kind::kText), 0);
+  EXPECT_EQ(Sent(ids().info_box, Kind::kText), 0);
 }
 
 TEST_F(DiscoveryTest, TheMainWindowNeedsItsClassAndTheStartOfItsTitle) {
-  AddAll();
-  for (const char* title : {"My SDR# v1", "SDR# settings", "SDR#", "sdr# v1"}) {
-    windows.At(kSdr).text = title;
+  for (const char* title : {"My SDR# v1", "SDR# settings", "SDR#", "sdr# v1", ""}) {
+    tree().SetText(ids().main, title);
     Discover();
     EXPECT_EQ(At(SdrRole::kMainWindow), 0u) << title;
   }
-  windows.At(kSdr).text = "SDR# v1";
-  windows.At(kSdr).class_name = "WindowsForms10.Window.20.app.0.1";
+  RemoveSdr();
+  Add(0, "WindowsForms10.Window.20.app.0.1", "SDR# v1");
   Discover();
   EXPECT_EQ(At(SdrRole::kMainWindow), 0u);
-  windows.At(kSdr).class_name = "Xy WindowsForms10.Window.8.app.0.2bf8098_r7_ad1";
+  const auto found = Add(0, "Xy WindowsForms10.Window.8.app.0.2bf8098_r7_ad1", "SDR# v1");
   Discover();
-  EXPECT_EQ(At(SdrRole::kMainWindow), kSdr);
-}
-
-TEST_F(DiscoveryTest, OtherBuildsHaveOtherClassSuffixes) {
-  AddAll();
-  for (const WindowHandle handle : {kNetHeader, kTetraHeader, kMcc, kMnc, kLa}) {
-    windows.At(handle).class_name = "WindowsForms10.STATIC.app.0.2bf8098_r7_ad1";
-  }
-  for (const WindowHandle handle : {kNetwork, kDemodulator, kAuto, kNetInfo}) {
-    windows.At(handle).class_name = "WindowsForms10.BUTTON.app.0.2bf8098_r7_ad1";
-  }
-  windows.At(kPort).class_name = "WindowsForms10.EDIT.app.0.";
-  Discover();
-  EXPECT_TRUE(flags.NetRemoteLinkUp);
-  EXPECT_THAT(StatusLog(), Contains("Found all 'TETRA Demodulator' buttons."));
-  EXPECT_EQ(At(SdrRole::kMccLabel), kMcc);
+  EXPECT_EQ(At(SdrRole::kMainWindow), Handle(found));
 }
 
 TEST_F(DiscoveryTest, TheFirstOfSeveralSdrWindowsIsTaken) {
-  windows.Add(50, 0, kWindow, "SDR# v2");
-  AddAll();
+  const auto topmost = Add(0, kWindow, "SDR# v2");
   Discover();
-  EXPECT_EQ(At(SdrRole::kMainWindow), 50u);
+  EXPECT_EQ(At(SdrRole::kMainWindow), Handle(topmost));
 }
 
 TEST_F(DiscoveryTest, HeaderTextsAreComparedWhole) {
-  AddAll();
-  windows.At(kNetHeader).text = "Net Remote";
+  tree().SetText(ids().net_remote_header, "Net Remote");
   Discover();
   EXPECT_THAT(StatusLog(), Contains("SDR# is NOT running with the two required plug-ins"));
   EXPECT_FALSE(flags.NetRemoteLinkUp);
 }
 
 TEST_F(DiscoveryTest, WithoutOnePlugInThereIsNoLink) {
-  AddAll();
-  windows.Destroy(kNetPanel);
+  tree().Destroy(ids().net_remote_panel);
   Discover();
   EXPECT_THAT(StatusLog(),
               ElementsAre("SDR# is running", "SDR# is NOT running with the two required plug-ins",
                           "Did not find 'Net Remote' buttons and/or or editboxes.",
                           "Found all 'TETRA Demodulator' buttons.", "'Network Info' window open"));
   EXPECT_FALSE(flags.NetRemoteLinkUp);
-  EXPECT_FALSE(windows.null_parent_asked);
-  EXPECT_EQ(windows.CountOf(kPort, kWmSetText), 0);
+  for (const Message& message : sim().messages()) EXPECT_EQ(message.sent, Kind::kText);
 }
 
 TEST_F(DiscoveryTest, WithoutTheNetworkButtonOrThePortBoxThereIsNoLink) {
-  AddAll();
-  windows.At(kNetwork).text = "Networks";
+  tree().SetText(ids().network, "Networks");
   Discover();
   EXPECT_FALSE(flags.NetRemoteLinkUp);
   EXPECT_THAT(StatusLog(), Contains("Did not find 'Net Remote' buttons and/or or editboxes."));
-  windows.At(kNetwork).text = "Network";
-  windows.Destroy(kPort);
+  tree().SetText(ids().network, "Network");
+  tree().Destroy(ids().port);
   Discover();
   EXPECT_FALSE(flags.NetRemoteLinkUp);
 }
 
-TEST_F(DiscoveryTest, ALaterEditBoxOfTheNetRemotePanelWins) {
-  AddAll();
-  windows.Add(115, kNetPanel, kEdit, "second");
-  windows.Add(116, kNetPanel, kButton, "Network");
+TEST_F(DiscoveryTest, ALaterEditBoxOfTheNetRemotePanelWinsAndTheFirstNetworkButton) {
+  const auto later = Add(ids().net_remote_content, kEdit, "second");
+  Add(ids().net_remote_content, kButton, "Network");
   Discover();
-  EXPECT_EQ(At(SdrRole::kPortBox), 115u);
-  EXPECT_EQ(At(SdrRole::kNetworkButton), kNetwork);
+  EXPECT_EQ(At(SdrRole::kPortBox), Handle(later));
+  EXPECT_EQ(At(SdrRole::kNetworkButton), Handle(ids().network));
 }
 
 TEST_F(DiscoveryTest, MissingTetraButtonsAreCountedButDoNotPreventTheLink) {
-  AddAll();
-  windows.At(kSlot1).text = "Slot 1";
-  windows.At(kNetInfo).text = "Info";
-  windows.Destroy(kAuto);
+  tree().SetText(ids().timeslots[0], "Slot 1");
+  tree().SetText(ids().net_info, "Info");
+  tree().Destroy(ids().automatic);
   Discover();
   EXPECT_EQ(At(SdrRole::kTimeslot1), 0u);
-  EXPECT_EQ(At(SdrRole::kAutoBox), kSlot1) << "the next box that nothing else is called";
+  EXPECT_EQ(At(SdrRole::kAutoBox), Handle(ids().timeslots[0]))
+      << "the next box that nothing else is called";
   EXPECT_THAT(StatusLog(), Contains("Not all 'TETRA Demodulator' buttons found. [5]"));
   EXPECT_TRUE(flags.NetRemoteLinkUp);
 }
 
 TEST_F(DiscoveryTest, ThePanelOfTheHeaderIsSearchedNotTheWholeOfSdr) {
-  AddAll();
-  windows.Add(140, kSdr, kButton, "Timeslot 1");
-  windows.Destroy(kSlot1);
+  Add(ids().main, kButton, "Timeslot 1");
+  tree().Destroy(ids().timeslots[0]);
   Discover();
   EXPECT_EQ(At(SdrRole::kTimeslot1), 0u);
 }
 
 TEST_F(DiscoveryTest, TheAutoBoxIsFoundByItsCaptionWhereverItStands) {
-  AddAll();
-  windows.Destroy(kAuto);
-  windows.Add(141, kTetraPanel, kButton, "Display");
-  windows.Add(142, kTetraPanel, kButton, "Auto");
+  tree().Destroy(ids().automatic);
+  Add(ids().tetra_content, kButton, "Display");
+  const auto automatic = Add(ids().tetra_content, kButton, "Auto");
   Discover();
-  EXPECT_EQ(At(SdrRole::kAutoBox), 142u);
+  EXPECT_EQ(At(SdrRole::kAutoBox), Handle(automatic));
 }
 
 TEST_F(DiscoveryTest, ABoxUnderAnotherCaptionIsTheNextAfterDemodulator) {
-  windows.Add(kSdr, 0, kWindow, "SDR# v1");
-  windows.Add(kTetraPanel, kSdr, kWindow);
-  windows.Add(kTetraHeader, kTetraPanel, kStatic, "TETRA Demodulator *");
-  windows.Add(150, kTetraPanel, kButton, "Before");
-  windows.Add(kDemodulator, kTetraPanel, kButton, "Demodulator");
-  windows.Add(kSlot1, kTetraPanel, kButton, "Timeslot 1");
-  windows.Add(151, kTetraPanel, kButton, "Automatik");
-  windows.Add(152, kTetraPanel, kButton, "Other");
+  RemoveSdr();
+  const auto panel = Add(AddBareSdr(), kWindow);
+  Add(panel, kStatic, "TETRA Demodulator *");
+  Add(panel, kButton, "Before");
+  Add(panel, kButton, "Demodulator");
+  Add(panel, kButton, "Timeslot 1");
+  const auto next = Add(panel, kButton, "Automatik");
+  Add(panel, kButton, "Other");
   Discover();
-  EXPECT_EQ(At(SdrRole::kAutoBox), 151u);
+  EXPECT_EQ(At(SdrRole::kAutoBox), Handle(next));
 }
 
 TEST_F(DiscoveryTest, AClosedNetworkInfoIsOpenedByOnePressAndFoundOnTheSecondPass) {
-  AddSdr();
+  desktop.Do("window network-info close");
   Discover();
-  EXPECT_EQ(Presses(kNetInfo), 1);
-  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), kInfoEdit);
+  EXPECT_EQ(Presses(ids().net_info), 1);
+  EXPECT_NE(ids().info_box, 0u);
+  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), Handle(ids().info_box));
   EXPECT_THAT(StatusLog(),
               ElementsAre("SDR# is running", "SDR# is running with the two required plug-ins",
                           "Found all 'Net Remote' buttons and editboxes.",
@@ -222,101 +226,57 @@ TEST_F(DiscoveryTest, AClosedNetworkInfoIsOpenedByOnePressAndFoundOnTheSecondPas
 }
 
 TEST_F(DiscoveryTest, ANetworkInfoThatDoesNotOpenLeavesTheLinkDown) {
-  AddSdr();
-  windows.At(kNetInfo).on_click = nullptr;
+  desktop.Do("window network-info close");
+  tree().OnPress(ids().net_info, nullptr);
   Discover();
   EXPECT_EQ(StatusLog().back(), "No 'Network Info' editbox found. This not good.");
   EXPECT_THAT(StatusLog(), Not(Contains("'Network Info' window open")));
   EXPECT_FALSE(flags.NetRemoteLinkUp);
-  EXPECT_EQ(Presses(kNetwork), 0);
+  EXPECT_EQ(Presses(ids().network), 0);
 }
 
 TEST_F(DiscoveryTest, ANetworkInfoWithoutEditBoxLeavesTheLinkDown) {
-  AddAll();
-  windows.Destroy(kInfoEdit);
+  tree().Destroy(ids().info_box);
   Discover();
   EXPECT_EQ(StatusLog().back(), "No 'Network Info' editbox found. This not good.");
   EXPECT_FALSE(flags.NetRemoteLinkUp);
 }
 
 TEST_F(DiscoveryTest, NetworkInfoNeedsItsClassAndItsWholeTitle) {
-  windows.Add(kForeign, 0, "Notepad", "Network Info");
-  windows.Add(91, 0, kWindow, "Network Info - copy");
-  AddAll();
+  Add(0, "Notepad", "Network Info");
+  Add(0, kWindow, "Network Info - copy");
   Discover();
-  EXPECT_EQ(At(SdrRole::kNetworkInfoWindow), kInfoWindow);
+  EXPECT_EQ(At(SdrRole::kNetworkInfoWindow), Handle(ids().info_window));
 }
 
 TEST_F(DiscoveryTest, StaleHandlesAreClearedWhenSdrIsGone) {
-  AddAll();
   Discover();
-  windows.Destroy(kSdr);
-  windows.Destroy(kInfoWindow);
+  RemoveSdr();
   Discover();
   EXPECT_EQ(context.handles.CountSet(SdrRole::kMainWindow, SdrRole::kLaLabel), 0);
   EXPECT_FALSE(flags.NetRemoteLinkUp);
 }
 
 TEST_F(DiscoveryTest, AHungSdrIsNotFoundAndNothingIsPressed) {
-  AddAll();
-  windows.HangAll(true);
+  desktop.Do("hang 60000");
   Discover();
   EXPECT_FALSE(flags.NetRemoteLinkUp);
-  EXPECT_EQ(Presses(kNetwork), 0);
+  EXPECT_EQ(Presses(ids().network), 0);
 }
 
 TEST_F(DiscoveryTest, AButtonThatDoesNotTellItsCaptionIsNotTakenForTheAutoBox) {
-  AddAll();
-  windows.Destroy(kAuto);
-  windows.At(kSlot1).hung = true;
-  windows.Add(160, kTetraPanel, kButton, "Automatik");
+  tree().Destroy(ids().automatic);
+  sim().SetSilent(Handle(ids().timeslots[0]), true);
   Discover();
-  EXPECT_EQ(At(SdrRole::kAutoBox), 160u);
-}
-
-// --- Pressing "Network" ---
-
-TEST_F(DiscoveryTest, DoesNotPressUnderALiveConnectionButWritesThePort) {
-  AddAll();
-  socket.state = SocketState::kConnected;
-  Discover();
-  EXPECT_EQ(Presses(kNetwork), 0);
-  EXPECT_EQ(windows.At(kPort).text, "3383");
-  EXPECT_TRUE(flags.NetRemoteLinkUp);
-}
-
-TEST_F(DiscoveryTest, PressesInEveryOtherStateOfTheSocket) {
-  AddAll();
-  int expected = 0;
-  for (const SocketState state : {SocketState::kClosed, SocketState::kConnecting,
-                                  SocketState::kClosing, SocketState::kError}) {
-    socket.state = state;
-    Discover();
-    EXPECT_EQ(Presses(kNetwork), ++expected);
-  }
-}
-
-TEST_F(DiscoveryTest, DoesNotPressAgainRightAfterTheRefusedConnectionPressedTheSameButton) {
-  AddAll();
-  context.pressed_after_refusal = kNetwork;
-  Discover();
-  EXPECT_EQ(Presses(kNetwork), 0);
-  EXPECT_EQ(windows.At(kPort).text, "3383");
-  EXPECT_TRUE(flags.NetRemoteLinkUp);
-  Discover();
-  EXPECT_EQ(Presses(kNetwork), 1) << "the press counts for one run alone";
-}
-
-TEST_F(DiscoveryTest, PressesTheButtonOfAnSdrThatWasStartedAnewSinceTheRefusal) {
-  AddAll();
-  context.pressed_after_refusal = kNetwork + 1000;
-  Discover();
-  EXPECT_EQ(Presses(kNetwork), 1);
+  const WindowHandle box = At(SdrRole::kAutoBox);
+  ASSERT_NE(box, 0u);
+  EXPECT_EQ(tree().Find(sim::SimWindowOps::IdOf(box))->text, "Call Info");
 }
 
 // --- The quiet rule ---
 
 TEST_F(DiscoveryTest, ARepetitionAddsNoLines) {
+  RemoveSdr();
   Discover();
   const auto shown = StatusLog();
   for (int i = 0; i < 100; ++i) discovery.DiscoverSdrWindows(kQuiet);
@@ -324,6 +284,7 @@ TEST_F(DiscoveryTest, ARepetitionAddsNoLines) {
 }
 
 TEST_F(DiscoveryTest, ARepetitionThatIsToBeLoggedWholeIs) {
+  RemoveSdr();
   Discover();
   const auto lines = StatusLog().size();
   Discover();
@@ -331,24 +292,27 @@ TEST_F(DiscoveryTest, ARepetitionThatIsToBeLoggedWholeIs) {
 }
 
 TEST_F(DiscoveryTest, ADifferentRunIsLoggedWhole) {
+  RemoveSdr();
   Discover();
   const auto before = StatusLog().size();
-  windows.Add(kSdr, 0, kWindow, "SDR# v1");
+  AddBareSdr();
   discovery.DiscoverSdrWindows(kQuiet);
   EXPECT_EQ(StatusLog().size(), before + 6);
   EXPECT_EQ(StatusLog()[before], "SDR# is running");
 }
 
 TEST_F(DiscoveryTest, ARunWhoseLinesEndTheLogOnlyAsThePartOfALongerRunIsLoggedWhole) {
-  windows.Add(kSdr, 0, kWindow, "SDR# v1");
+  RemoveSdr();
+  const auto bare = AddBareSdr();
   Discover();
   const auto before = StatusLog().size();
-  windows.Destroy(kSdr);
+  tree().Destroy(bare);
   discovery.DiscoverSdrWindows(kQuiet);
   EXPECT_EQ(StatusLog().size(), before + 5);
 }
 
 TEST_F(DiscoveryTest, ARepetitionAfterAnotherLineIsLoggedWhole) {
+  RemoveSdr();
   Discover();
   AddStatusLine(form, "Is 'Net Remote' enabled in SDR#?");
   const auto before = StatusLog().size();
@@ -357,6 +321,7 @@ TEST_F(DiscoveryTest, ARepetitionAfterAnotherLineIsLoggedWhole) {
 }
 
 TEST_F(DiscoveryTest, ARepetitionAfterTheLogWasWipedIsLoggedWhole) {
+  RemoveSdr();
   Discover();
   form.lstStatusLog.Clear();
   discovery.DiscoverSdrWindows(kQuiet);
@@ -364,6 +329,7 @@ TEST_F(DiscoveryTest, ARepetitionAfterTheLogWasWipedIsLoggedWhole) {
 }
 
 TEST_F(DiscoveryTest, TheStatusLogStaysBounded) {
+  RemoveSdr();
   for (int i = 0; i < 1000; ++i) Discover();
   EXPECT_LE(StatusLog().size(), 1001u);
 }
@@ -371,8 +337,7 @@ TEST_F(DiscoveryTest, TheStatusLogStaysBounded) {
 // --- Labels of the network that show their text late ---
 
 TEST_F(DiscoveryTest, LabelsThatAreEmptyAtDiscoveryAreFoundLater) {
-  AddAll();
-  for (const WindowHandle label : {kMcc, kMnc, kLa}) windows.At(label).text.clear();
+  for (const auto label : {ids().mcc, ids().mnc, ids().la}) tree().SetText(label, "");
   Discover();
   EXPECT_TRUE(flags.NetRemoteLinkUp);
   EXPECT_EQ(At(SdrRole::kMccLabel), 0u);
@@ -380,71 +345,65 @@ TEST_F(DiscoveryTest, LabelsThatAreEmptyAtDiscoveryAreFoundLater) {
   EXPECT_EQ(At(SdrRole::kMccLabel), 0u);
 
   const auto shown = StatusLog();
-  windows.At(kMcc).text = "MCC:262";
+  tree().SetText(ids().mcc, "MCC:262");
   discovery.FindMissingIdentityLabels();
-  EXPECT_EQ(At(SdrRole::kMccLabel), kMcc);
+  EXPECT_EQ(At(SdrRole::kMccLabel), Handle(ids().mcc));
   EXPECT_EQ(At(SdrRole::kMncLabel), 0u);
-  windows.At(kMnc).text = "MNC:1";
-  windows.At(kLa).text = "LA:100";
+  ShowNetwork("262", "1", "100");
   discovery.FindMissingIdentityLabels();
-  EXPECT_EQ(At(SdrRole::kMncLabel), kMnc);
-  EXPECT_EQ(At(SdrRole::kLaLabel), kLa);
+  EXPECT_EQ(At(SdrRole::kMncLabel), Handle(ids().mnc));
+  EXPECT_EQ(At(SdrRole::kLaLabel), Handle(ids().la));
   EXPECT_EQ(StatusLog(), shown);
 }
 
-TEST_F(DiscoveryTest, LabelsThatAreFoundAreLeftAloneWhatevertheyShow) {
-  AddAll();
-  windows.At(kLa).text.clear();
+TEST_F(DiscoveryTest, LabelsThatAreFoundAreLeftAloneWhateverTheyShow) {
+  tree().SetText(ids().la, "");
   Discover();
-  windows.At(kMcc).text = "LA:5";  // a known label is not taken for another one
+  tree().SetText(ids().mcc, "LA:5");  // a known label is not taken for another one
   discovery.FindMissingIdentityLabels();
-  EXPECT_EQ(At(SdrRole::kMccLabel), kMcc);
+  EXPECT_EQ(At(SdrRole::kMccLabel), Handle(ids().mcc));
   EXPECT_EQ(At(SdrRole::kLaLabel), 0u);
 }
 
 TEST_F(DiscoveryTest, NoMessageIsSentWhenAllLabelsAreThere) {
-  AddAll();
   Discover();
-  windows.messages.clear();
+  sim().ForgetMessages();
   discovery.FindMissingIdentityLabels();
-  EXPECT_TRUE(windows.messages.empty());
+  EXPECT_TRUE(sim().messages().empty());
 }
 
 TEST_F(DiscoveryTest, ALabelThatWasReplacedIsFoundAgain) {
-  AddAll();
   Discover();
-  windows.Destroy(kMcc);
-  windows.Add(170, kTetraPanel, kStatic, "MCC:263");
+  tree().Destroy(ids().mcc);
+  const auto label = Add(ids().tetra_content, kStatic, "MCC:263");
   discovery.FindMissingIdentityLabels();
-  EXPECT_EQ(At(SdrRole::kMccLabel), 170u);
+  EXPECT_EQ(At(SdrRole::kMccLabel), Handle(label));
 }
 
 TEST_F(DiscoveryTest, MissingLabelsOfAPanelThatIsGoneAreZeroWithoutASearch) {
-  AddAll();
   Discover();
-  windows.Destroy(kSdr);
+  RemoveSdr();
+  sim().ForgetMessages();
   discovery.FindMissingIdentityLabels();
   EXPECT_EQ(At(SdrRole::kMccLabel), 0u);
-  EXPECT_FALSE(windows.null_parent_asked);
+  EXPECT_TRUE(sim().messages().empty());
 }
 
 // --- Finding Network Info again ---
 
 TEST_F(DiscoveryTest, FindsAReplacedNetworkInfoWithoutPressOrLine) {
-  AddAll();
   Discover();
   const auto shown = StatusLog();
-  windows.Destroy(kInfoWindow);
-  windows.messages.clear();
+  desktop.Do("window network-info close");
+  sim().ForgetMessages();
   EXPECT_FALSE(discovery.FindNetworkInfo());
   EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), 0u);
-  windows.Add(210, 0, kWindow, "Network Info");
-  windows.Add(211, 210, kEdit);
+  desktop.Do("window network-info open");
   EXPECT_TRUE(discovery.FindNetworkInfo());
-  EXPECT_EQ(At(SdrRole::kNetworkInfoWindow), 210u);
-  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), 211u);
+  EXPECT_EQ(At(SdrRole::kNetworkInfoWindow), Handle(ids().info_window));
+  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), Handle(ids().info_box));
   EXPECT_EQ(StatusLog(), shown);
-  EXPECT_EQ(Presses(kNetInfo) + Presses(kNetwork), 0);
+  EXPECT_EQ(Presses(ids().net_info) + Presses(ids().network), 0);
   EXPECT_TRUE(flags.NetRemoteLinkUp);
 }
 

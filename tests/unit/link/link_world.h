@@ -7,15 +7,18 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "core/call_events.h"
-#include "core/call_setup.h"
+#include "core/call_follower.h"
+#include "core/daily_calls.h"
 #include "core/scanner.h"
-#include "core/watchdog.h"
 #include "link/checkbox_detection.h"
 #include "link/network_info.h"
 #include "link/patient_windows.h"
@@ -29,17 +32,29 @@
 
 namespace corvane::test {
 
-class LinkWorld : private CallFollower {
+struct LinkOptions {
+  standin::Options sdr{};
+  std::string_view scenario{};
+  bool loaded = true;   // the main window is loaded: one discovery has run
+  bool patient = true;  // messages are held back after a time-out
+};
+
+class LinkWorld {
  public:
   explicit LinkWorld(standin::Options options = {}, std::string_view scenario = {})
-      : desktop(loop, std::move(options), scenario) {
+      : LinkWorld(LinkOptions{std::move(options), scenario}) {}
+  explicit LinkWorld(LinkOptions options)
+      : desktop(loop, std::move(options.sdr), options.scenario), patient(options.patient) {
     sink.SetRecording(false);
-    loop.SetOutside([this] { desktop.CatchUp(); }, [this] { return desktop.NextDueMs(); });
+    loop.SetOutside([this] { CatchUp(); }, [this] { return NextDueMs(); });
     loop.SetAfterEvent([this] { NoteMoment(); });
+    desktop.windows().SetOnMessage(
+        [this](const sim::SimWindowOps::Message& message) { NoteMessage(message); });
     presets.BaseFrequency = 300000000;
+    remote.SetEndpoint();
+    if (!options.loaded) return;
     call_timer->SetEnabled(true);
     heartbeat->SetEnabled(true);
-    remote.SetEndpoint();
     discovery.DiscoverSdrWindows(Discovery::Log::kWhole);
     flags.mblnFormLoaded = true;
   }
@@ -64,7 +79,7 @@ class LinkWorld : private CallFollower {
   [[nodiscard]] bool FollowsCall(int id) {
     desktop.Do("call id=" + std::to_string(id) + " group=9001 party=5010 carrier=2610 slot=2");
     return loop.RunUntil(
-        [this, id] { return flags.FollowingCall && core.call.FollowedCallId == id; }, 5000);
+        [this, id] { return Following() && follower.call().FollowedCallId() == id; }, 5000);
   }
   [[nodiscard]] int StatusLines(std::string_view part) const {
     return Lines(form.lstStatusLog, part);
@@ -76,9 +91,25 @@ class LinkWorld : private CallFollower {
   }
   [[nodiscard]] const std::vector<std::string>& sent() { return desktop.socket().sent(); }
   [[nodiscard]] std::size_t Foregrounds() { return desktop.windows().foregrounds().size(); }
+  [[nodiscard]] bool Following() const { return follower.FollowingCall(); }
+  // The handle of one of SDR#'s windows; 0 while there is none.
+  [[nodiscard]] WindowHandle Handle(standin::WindowId id) const { return desktop.Handle(id); }
+  [[nodiscard]] int Presses(standin::WindowId id) { return Sent(id, Kind::kPress); }
+  using Kind = sim::SimWindowOps::Sent;
+  [[nodiscard]] int Sent(standin::WindowId id, Kind kind) {
+    const auto& messages = desktop.windows().messages();
+    return static_cast<int>(std::count_if(messages.begin(), messages.end(), [&](const auto& m) {
+      return m.window == Handle(id) && m.sent == kind;
+    }));
+  }
+  // Has `action` happen outside of the program, `in_ms` from now, whatever it does then.
+  void At(int in_ms, std::function<void()> action) {
+    outside_.emplace(loop.TickMs() + in_ms, std::move(action));
+  }
 
   sim::SimLoop loop;
   sim::SimDesktop desktop;
+  bool patient;
   sim::SimClock clock{loop};
   sim::SimFiles files;
   sim::SimMci mci{loop, files};
@@ -94,39 +125,57 @@ class LinkWorld : private CallFollower {
   DayFolders folders{files, form, "C:\\Corvane"};
   CallActivity activity{files, clock, folders, form};
   Recorder recorder{mci, files, form, [this] { return folders.DayFolder(); }};
-  PatientWindows windows{desktop.windows(), loop};
+  PatientWindows patience{desktop.windows(), loop};
+  WindowOps& windows = patient ? static_cast<WindowOps&>(patience) : desktop.windows();
   LinkContext context{loop, clock, windows, desktop.socket(), form, flags};
-  NetRemote remote{context, logs, "C:\\Corvane", *this, [] { return true; }};
-  NetworkInfo box{context};
   Discovery discovery{context};
-  NetworkInfoWindow info{context, discovery};
-  SdrSetup setup{context, remote, info, presets};
-  NetworkWatch network{context, discovery, identity, names, groups, *this};
-  PollCycle cycle{context, {discovery, remote, info, setup, network, recorder, folders, activity}};
-  CallContext core{loop,        clock,    form,    flags, presets,  identity, groups,
-                   subscribers, recorder, folders, logs,  activity, remote,   box};
-  CallSequence sequence;
-  Bookkeeping bookkeeping{core};
-  DailyCalls daily{core};
-  CallEnd call_end{core, sequence, bookkeeping};
-  CallSetup call_setup{core, sequence, bookkeeping, daily};
-  CallEvents call_events{core, call_end, bookkeeping};
-  Scanner scanner{core, sequence, call_end, call_setup, call_events, daily};
-  Watchdog watchdog{core, call_end};
+  NetRemote remote{context, logs, "C:\\Corvane", follower, [this] { return SaveTimerEnabled(); }};
+  NetworkInfo box{context, discovery};
+  DailyCalls daily{clock, form, folders, logs, activity};
+  CallFollower follower{
+      {loop, clock, form, flags, presets, identity, groups, subscribers, daily, recorder, remote}};
+  Scanner scanner{{clock, form, flags, box, folders, logs, daily, follower}};
+  SdrSetup setup{context, remote, box, presets};
+  NetworkWatch network{context, discovery, identity, names, groups, follower, scanner};
+  PollCycle cycle{context, {discovery, remote, box, setup, network, follower, folders, activity}};
 
+  // Is called with each message to another program's window before it arrives.
+  std::function<void(const sim::SimWindowOps::Message&)> on_message;
+  // Is called in each poll step, when the lines of the box are counted.
+  std::function<void()> on_scan;
   int scans = 0;
   std::int64_t last_scan_ms = -1;
+  bool save_timer = true;
+  bool receiving = false;  // what mblnReceiving was when the save timer was asked for
   // The longest time in which the program dispatched nothing, that is: a dead window to the user.
   std::int64_t longest_stall_ms = 0;
 
  private:
-  void ScanNetworkInfo() override {
-    ++scans;
-    last_scan_ms = loop.TickMs();
-    scanner.ScanNetworkInfo();
+  bool SaveTimerEnabled() {
+    receiving = flags.mblnReceiving;
+    return save_timer;
   }
-  void ResetCallDisplay() override { call_end.ResetCallDisplay(); }
-
+  void NoteMessage(const sim::SimWindowOps::Message& message) {
+    if (message.sent == Kind::kLineCount) {
+      ++scans;
+      last_scan_ms = loop.TickMs();
+      if (on_scan) on_scan();
+    }
+    if (on_message) on_message(message);
+  }
+  void CatchUp() {
+    while (!outside_.empty() && outside_.begin()->first <= loop.TickMs()) {
+      const std::function<void()> action = std::move(outside_.begin()->second);
+      outside_.erase(outside_.begin());
+      action();
+    }
+    desktop.CatchUp();
+  }
+  std::optional<std::int64_t> NextDueMs() const {
+    const auto due = desktop.NextDueMs();
+    if (outside_.empty()) return due;
+    return std::min(outside_.begin()->first, due.value_or(outside_.begin()->first));
+  }
   void NoteMoment() {
     if (last_moment_ms_ != 0) {
       longest_stall_ms = std::max(longest_stall_ms, loop.TickMs() - last_moment_ms_);
@@ -141,8 +190,9 @@ class LinkWorld : private CallFollower {
   }
 
   std::int64_t last_moment_ms_ = 0;
+  std::multimap<std::int64_t, std::function<void()>> outside_;
   std::unique_ptr<Timer> call_timer =
-      loop.MakeTimer(300, NonReentrant([this] { watchdog.OnCallTick(); }));
+      loop.MakeTimer(300, NonReentrant([this] { follower.OnWatchdogTick(); }));
   std::unique_ptr<Timer> heartbeat = loop.MakeTimer(10, [] {});
 };
 

@@ -1,5 +1,7 @@
 #include "link/net_remote.h"
 
+#include <stdexcept>
+
 #include "link_fixture.h"
 #include "panel/logs.h"
 
@@ -12,162 +14,146 @@ using ::testing::IsEmpty;
 
 constexpr const char* kRule = "==============";
 constexpr const char* kErrors = "C:\\Corvane\\errors.txt";
-constexpr const char* kOk = "{\"Result\":\"OK\"}\r\n";
 
 class NetRemoteTest : public LinkTest {
  protected:
-  void SetUp() override {
-    AddSdr();
-    AddNetworkInfo();
-    FillHandles();
+  // Connected to a server that answers nothing by itself.
+  void ConnectMuted() {
+    Connect();
+    Mute();
   }
-  void Connected() {
-    socket.state = SocketState::kConnected;
-    flags.NetRemoteConnected = true;
-    flags.NetRemoteLinkUp = true;
+  [[nodiscard]] SocketState State() { return desktop.socket().State(); }
+  // How much of the loop's time `call` takes.
+  std::int64_t Duration(const std::function<void()>& call) {
+    const std::int64_t begin = loop.TickMs();
+    call();
+    return loop.TickMs() - begin;
   }
-  void Receive(const std::string& bytes) {
-    socket.Arrive(bytes);
+  // Whether an event that waits is dispatched inside `call`.
+  bool LetsEventsRun(const std::function<void()>& call) {
+    bool ran = false;
+    loop.Post(EventSource::kUser, [&] { ran = true; });
+    call();
+    const bool inside = ran;
     loop.DoEvents();
+    return inside;
   }
-  // From now on the server answers each command after `ms`.
-  void AnswerAfter(int ms, const std::string& reply = kOk) {
-    socket.on_send = [this, ms, reply](const std::string&) {
-      loop.At(ms, [this, reply] { socket.Arrive(reply); });
-    };
-  }
-
-  MemoryFiles files;
-  LogFiles logs{files, clock, form};
-  FakeFollower follower;
-  bool save_timer = true;
-  NetRemote remote{context, logs, "C:\\Corvane", follower, [this] { return save_timer; }};
+  void Gain() { remote.SendNetRemoteSet("AudioGain", "25"); }
 };
 
 // --- Command texts ---
 
-TEST_F(NetRemoteTest, TalksToTheLocalMachineAlone) {
-  remote.SetEndpoint();
-  EXPECT_EQ(socket.host, "127.0.0.1");
-  EXPECT_EQ(socket.port, 3383);
-}
-
 TEST_F(NetRemoteTest, CommandsAreOneWriteEachWithoutTerminator) {
-  Connected();
-  AnswerAfter(1);
+  Connect();
   remote.SendNetRemoteSet("AudioGain", "25");
   remote.SendNetRemoteSet("DetectorType", "\"WFM\"");
   remote.SendNetRemoteSet("DetectorType", "WFM");
   remote.SendNetRemoteGet("IsPlaying");
   remote.SendNetRemoteExe("Start");
-  EXPECT_THAT(socket.sent,
-              ElementsAre(R"({"Command": "Set", "Method": "AudioGain", "Value": 25})",
-                          R"({"Command": "Set", "Method": "DetectorType", "Value": "WFM"})",
-                          R"({"Command": "Set", "Method": "DetectorType", "Value": WFM})",
-                          R"({"Command": "Get", "Method": "IsPlaying"})",
-                          R"({"Command": "Exe", "Method": "Start"})"));
+  EXPECT_THAT(sent(), ElementsAre(R"({"Command": "Set", "Method": "AudioGain", "Value": 25})",
+                                  R"({"Command": "Set", "Method": "DetectorType", "Value": "WFM"})",
+                                  R"({"Command": "Set", "Method": "DetectorType", "Value": WFM})",
+                                  R"({"Command": "Get", "Method": "IsPlaying"})",
+                                  R"({"Command": "Exe", "Method": "Start"})"));
 }
 
-TEST_F(NetRemoteTest, SetAndGetLetEventsRunOnceAfterTheSendExeDoesNot) {
-  Connected();
-  remote.SendNetRemoteSet("AudioGain", "25");
-  EXPECT_EQ(loop.do_events_count, 1);
+TEST_F(NetRemoteTest, SetAndGetLetEventsRunAfterTheSendExeDoesNot) {
+  ConnectMuted();
+  EXPECT_TRUE(LetsEventsRun([&] { Gain(); }));
   Receive(kOk);
-  remote.SendNetRemoteGet("IsPlaying");
-  EXPECT_EQ(loop.do_events_count, 3);
+  EXPECT_TRUE(LetsEventsRun([&] { remote.SendNetRemoteGet("IsPlaying"); }));
   Receive(kOk);
-  loop.do_events_count = 0;
-  remote.SendNetRemoteExe("Start");
-  EXPECT_EQ(loop.do_events_count, 0);
+  EXPECT_FALSE(LetsEventsRun([&] { remote.SendNetRemoteExe("Start"); }));
 }
 
 TEST_F(NetRemoteTest, NoEventRunsWhileACommandIsBeingSent) {
-  Connected();
+  Connect();
   bool sending = false;
-  socket.on_send = [&](const std::string&) { sending = flags.mblnSending; };
+  desktop.socket().SetOnSend([&] { sending = flags.mblnSending; });
   loop.Post(EventSource::kUser, [&] { EXPECT_FALSE(flags.mblnSending); });
-  remote.SendNetRemoteSet("AudioGain", "25");
+  Gain();
   EXPECT_TRUE(sending);
   EXPECT_FALSE(flags.mblnSending);
 }
 
 TEST_F(NetRemoteTest, AFailedSendIsNotReported) {
-  Connected();
-  socket.take_sends = false;
-  remote.SendNetRemoteSet("AudioGain", "25");
+  Connect();
+  desktop.socket().RefuseNextSend();
+  Gain();
   EXPECT_THAT(StatusLog(), IsEmpty());
   EXPECT_FALSE(flags.mblnSending);
   EXPECT_TRUE(flags.NetRemoteLinkUp);
 }
 
+TEST_F(NetRemoteTest, ASendThatThrowsLeavesNobodySending) {
+  Connect();
+  desktop.socket().SetOnSend([] { throw std::runtime_error("no memory"); });
+  EXPECT_THROW(Gain(), std::runtime_error);
+  EXPECT_FALSE(flags.mblnSending);
+}
+
 TEST_F(NetRemoteTest, WithoutAConnectionACommandCostsOneLineAndTheLink) {
   flags.NetRemoteLinkUp = true;
-  remote.SendNetRemoteSet("AudioGain", "25");
-  EXPECT_THAT(StatusLog(), ElementsAre("No SDR# NET connection"));
-  EXPECT_FALSE(flags.NetRemoteLinkUp);
-  EXPECT_FALSE(flags.mblnSending);
-  remote.SendNetRemoteGet("IsPlaying");
-  remote.SendNetRemoteExe("Start");
+  const auto commands = [&] {
+    Gain();
+    EXPECT_THAT(StatusLog(), ElementsAre("No SDR# NET connection"));
+    EXPECT_FALSE(flags.NetRemoteLinkUp);
+    EXPECT_FALSE(flags.mblnSending);
+    remote.SendNetRemoteGet("IsPlaying");
+    remote.SendNetRemoteExe("Start");
+  };
+  EXPECT_FALSE(LetsEventsRun([&] { EXPECT_EQ(Duration(commands), 0); }));
   EXPECT_EQ(StatusLog().size(), 3u);
-  EXPECT_THAT(socket.sent, IsEmpty());
-  EXPECT_EQ(loop.socket_waits, 0);
-  EXPECT_EQ(loop.do_events_count, 0);
-  Connected();
-  loop.Run(1000);
-  EXPECT_THAT(socket.sent, IsEmpty()) << "nothing is queued";
+  Connect();
+  loop.AdvanceMs(1000);
+  EXPECT_THAT(sent(), IsEmpty()) << "nothing is queued";
 }
 
 TEST_F(NetRemoteTest, ACommandThatCannotBeSentDoesNotWaitForTheOneBefore) {
-  Connected();
+  ConnectMuted();
   remote.SendNetRemoteGet("AudioIsMuted");
   flags.NetRemoteConnected = false;
-  const auto start = loop.now_ms;
-  remote.SendNetRemoteSet("AudioGain", "25");
-  EXPECT_EQ(loop.now_ms, start);
+  EXPECT_EQ(Duration([&] { Gain(); }), 0);
   EXPECT_THAT(StatusLog(), ElementsAre("No SDR# NET connection"));
 }
 
 // --- Senders that meet another one ---
 
 TEST_F(NetRemoteTest, ASenderLooksEvery30MsWhetherTheOtherOneIsDone) {
-  Connected();
+  Connect();
   flags.mblnSending = true;
-  loop.on_sleep = [this](int) {
-    if (loop.sleeps.size() == 3) flags.mblnSending = false;
-  };
-  remote.SendNetRemoteSet("AudioGain", "25");
-  EXPECT_THAT(loop.sleeps, ElementsAre(30, 30, 30));
-  EXPECT_EQ(socket.sent.size(), 1u);
+  At(75, [this] { flags.mblnSending = false; });
+  EXPECT_EQ(Duration([&] { Gain(); }), 90);
+  EXPECT_EQ(sent().size(), 1u);
 }
 
 TEST_F(NetRemoteTest, SetAndGetGiveUpOnShutdownWhileAnotherOneSends) {
-  Connected();
+  Connect();
   flags.mblnSending = true;
   flags.mblnShuttingDown = true;
-  remote.SendNetRemoteSet("AudioGain", "25");
-  remote.SendNetRemoteGet("IsPlaying");
-  EXPECT_THAT(socket.sent, IsEmpty());
-  EXPECT_THAT(loop.sleeps, IsEmpty());
+  EXPECT_EQ(Duration([&] {
+              Gain();
+              remote.SendNetRemoteGet("IsPlaying");
+            }),
+            0);
+  EXPECT_THAT(sent(), IsEmpty());
 }
 
 TEST_F(NetRemoteTest, ExeKeepsWaitingWhileShuttingDown) {
-  Connected();
+  Connect();
   flags.mblnSending = true;
   flags.mblnShuttingDown = true;
-  loop.on_sleep = [this](int) {
-    if (loop.sleeps.size() == 5) flags.mblnSending = false;
-  };
-  remote.SendNetRemoteExe("Start");
-  EXPECT_EQ(loop.sleeps.size(), 5u);
-  EXPECT_EQ(socket.sent.size(), 1u);
+  At(140, [this] { flags.mblnSending = false; });
+  EXPECT_EQ(Duration([&] { remote.SendNetRemoteExe("Start"); }), 150);
+  EXPECT_EQ(sent().size(), 1u);
 }
 
 // --- One command under way ---
 
 TEST_F(NetRemoteTest, ACommandIsUnderWayUntilItsResultWasHandled) {
-  Connected();
+  ConnectMuted();
   EXPECT_FALSE(remote.CommandUnderWay());
-  remote.SendNetRemoteSet("AudioGain", "25");
+  Gain();
   EXPECT_TRUE(remote.CommandUnderWay());
   Receive("{\"Name\":\"Net Remote\",\"Version\":\"1\"}\r\n");
   EXPECT_TRUE(remote.CommandUnderWay()) << "the greeting answers no command";
@@ -176,11 +162,11 @@ TEST_F(NetRemoteTest, ACommandIsUnderWayUntilItsResultWasHandled) {
 }
 
 TEST_F(NetRemoteTest, AnyResultLineEndsTheWaitWhateverItSays) {
-  Connected();
+  ConnectMuted();
   for (const char* reply :
        {"{\"Result\":\"Error\"}\r\n", "{\"Result\":\"OK\",\"Method\":\"IsPlaying\"}\r\n",
         "{\"Result\":\"Odd\"}\r\n", "{\"Result\"}\r\n"}) {
-    remote.SendNetRemoteSet("AudioGain", "25");
+    Gain();
     ASSERT_TRUE(remote.CommandUnderWay());
     Receive(reply);
     EXPECT_FALSE(remote.CommandUnderWay()) << reply;
@@ -188,84 +174,72 @@ TEST_F(NetRemoteTest, AnyResultLineEndsTheWaitWhateverItSays) {
 }
 
 TEST_F(NetRemoteTest, TheNextCommandWaitsForTheAnswerOfTheOneBefore) {
-  Connected();
-  AnswerAfter(100);
+  Connect();
+  desktop.Do("handling 100");
   remote.SendNetRemoteSet("Frequency", "365112500");
-  const auto start = loop.now_ms;
-  remote.SendNetRemoteSet("AudioGain", "47");
-  EXPECT_EQ(loop.now_ms - start, 100);
-  EXPECT_EQ(socket.sent.size(), 2u);
+  const std::int64_t waited = Duration([&] { Gain(); });
+  EXPECT_EQ(waited, 100 + 2) << "the time of handling and the way there and back";
+  EXPECT_EQ(sent().size(), 2u);
   EXPECT_TRUE(remote.CommandUnderWay());
 }
 
 TEST_F(NetRemoteTest, ASilentServerCosts200MsPerCommandAndNoMore) {
-  Connected();
-  const auto start = loop.now_ms;
-  for (int i = 0; i < 11; ++i) remote.SendNetRemoteSet("AudioGain", "47");
-  EXPECT_EQ(loop.now_ms - start, 10 * 200);
-  EXPECT_EQ(socket.sent.size(), 11u);
+  ConnectMuted();
+  EXPECT_EQ(Duration([&] {
+              for (int i = 0; i < 11; ++i) Gain();
+            }),
+            10 * 200);
+  EXPECT_EQ(sent().size(), 11u);
 }
 
 TEST_F(NetRemoteTest, NothingButSocketEventsRunsDuringTheWait) {
-  Connected();
+  ConnectMuted();
   remote.SendNetRemoteSet("Frequency", "365112500");
-  AnswerAfter(1);
   int ticks = 0;
   int clicks = 0;
-  auto timer = loop.MakeTimer(10, [&] { ++ticks; });
+  const auto timer = loop.MakeTimer(10, [&] { ++ticks; });
   timer->SetEnabled(true);
-  loop.At(20, [&] { loop.Post(EventSource::kUser, [&] { ++clicks; }); });
-  loop.At(100, [&] { socket.Arrive(kOk); });
-  socket.on_send = [&](const std::string&) {
+  At(20, [&] { loop.Post(EventSource::kUser, [&] { ++clicks; }); });
+  At(100, [&] { desktop.wire().SendToAll(kOk); });
+  desktop.socket().SetOnSend([&] {
     EXPECT_EQ(ticks, 0);
     EXPECT_EQ(clicks, 0);
-  };
-  remote.SendNetRemoteSet("AudioGain", "47");
-  EXPECT_EQ(socket.sent.size(), 2u);
+  });
+  EXPECT_EQ(Duration([&] { Gain(); }), 101);
+  EXPECT_EQ(sent().size(), 2u);
   EXPECT_GT(ticks, 0);
   EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(NetRemoteTest, AnAnswerThatComesInTwoPiecesEndsTheWaitAtThePieceThatSaysResult) {
-  Connected();
+TEST_F(NetRemoteTest, AnAnswerInTwoPiecesIsNotPutTogether) {
+  ConnectMuted();
   remote.SendNetRemoteGet("IsPlaying");
   Receive("{\"Res");
   EXPECT_TRUE(remote.CommandUnderWay());
   Receive("ult\":\"OK\"}\r\n");
-  EXPECT_TRUE(remote.CommandUnderWay()) << "pieces are not put together";
-  loop.Run(200);
+  EXPECT_TRUE(remote.CommandUnderWay());
+  loop.AdvanceMs(200);
   EXPECT_FALSE(remote.CommandUnderWay());
 }
 
 TEST_F(NetRemoteTest, ShuttingDownEndsTheWaitAndTheCommandIsSent) {
-  Connected();
+  ConnectMuted();
   remote.SendNetRemoteSet("Frequency", "1");
   flags.mblnShuttingDown = true;
-  const auto start = loop.now_ms;
-  remote.SendNetRemoteSet("AudioGain", "25");
-  EXPECT_EQ(loop.now_ms, start);
-  EXPECT_EQ(socket.sent.size(), 2u);
+  EXPECT_EQ(Duration([&] { Gain(); }), 0);
+  EXPECT_EQ(sent().size(), 2u);
 }
 
 TEST_F(NetRemoteTest, ALostSocketEndsTheWait) {
-  Connected();
+  ConnectMuted();
   remote.SendNetRemoteSet("Frequency", "1");
-  loop.At(50, [&] { socket.Fail(10054, "reset"); });
-  const auto start = loop.now_ms;
-  remote.SendNetRemoteSet("AudioGain", "25");
-  EXPECT_EQ(loop.now_ms - start, 50);
+  At(50, [&] { desktop.Do("cut reset"); });
+  EXPECT_EQ(Duration([&] { Gain(); }), 51);
 }
 
 TEST_F(NetRemoteTest, TwoCommandsNeverReachASlowServerTogether) {
-  Connected();
-  int unanswered = 0;
-  socket.on_send = [&](const std::string&) {
-    EXPECT_EQ(++unanswered, 1);
-    loop.At(60, [&] {
-      --unanswered;
-      socket.Arrive(kOk);
-    });
-  };
+  Connect();
+  desktop.Do("handling 60");
   for (int i = 0; i < 20; ++i) {
     remote.SendNetRemoteSet("Frequency", "1");
     loop.Sleep(10);
@@ -273,49 +247,42 @@ TEST_F(NetRemoteTest, TwoCommandsNeverReachASlowServerTogether) {
     remote.SendNetRemoteGet("AudioIsMuted");
     remote.SendNetRemoteExe("Start");
   }
-  EXPECT_EQ(socket.sent.size(), 80u);
+  loop.AdvanceMs(500);
+  EXPECT_EQ(sent().size(), 80u);
+  EXPECT_THAT(StatusLog(), IsEmpty()) << "a syntax error";
 }
 
 // --- Selectors ---
 
-TEST_F(NetRemoteTest, PressesTheTimeslotSelectorAtItsPoint) {
+TEST_F(NetRemoteTest, PressesTheTimeslotSelector) {
+  tree().SetText(ids().timeslots[1], "No selector");
+  Discover();
+  sim().ForgetMessages();
   remote.PressTimeslot(3);
-  EXPECT_THAT(windows.messages, ElementsAre(FakeWindows::Message{kSlot1 + 2, 513, 1, 852006, ""}));
-  windows.messages.clear();
-  context.handles[SdrRole::kTimeslot2] = 0;
-  remote.PressTimeslot(2);
-  remote.PressTimeslot(0);
-  remote.PressTimeslot(5);
-  EXPECT_TRUE(windows.messages.empty());
+  EXPECT_THAT(sim().messages(),
+              ElementsAre(Message{Handle(ids().timeslots[2]), Kind::kPressSelector}));
+  EXPECT_EQ(desktop.model().receiver().state().slot, 3);
+  sim().ForgetMessages();
+  for (const int timeslot : {2, 0, 5}) remote.PressTimeslot(timeslot);
+  EXPECT_TRUE(sim().messages().empty());
 }
 
 // --- The state check ---
 
-TEST_F(NetRemoteTest, AClosedSocketIsConnected) {
+TEST_F(NetRemoteTest, AClosedSocketIsConnectedToTheLocalMachine) {
+  Discover();
   flags.NetRemoteConnected = true;
   form.ShapeWinsock_state.fill_colour = kGreen;
-  const auto start = loop.now_ms;
-  remote.CheckNetRemoteConnection();
-  EXPECT_EQ(socket.connects, 1);
-  EXPECT_EQ(loop.now_ms - start, 250);
+  EXPECT_EQ(Duration([&] { remote.CheckNetRemoteConnection(); }), 250);
+  EXPECT_EQ(desktop.socket().connect_count(), 1);
   EXPECT_FALSE(flags.NetRemoteConnected);
   EXPECT_EQ(form.ShapeWinsock_state.fill_colour.get(), kButtonFace);
+  EXPECT_EQ(State(), SocketState::kConnected);
 }
 
 TEST_F(NetRemoteTest, TheWaitAfterConnectingEndsOnShutdown) {
-  loop.At(50, [&] { loop.Post(EventSource::kUser, [&] { flags.mblnShuttingDown = true; }); });
-  const auto start = loop.now_ms;
-  remote.CheckNetRemoteConnection();
-  EXPECT_LE(loop.now_ms - start, 60);
-}
-
-TEST_F(NetRemoteTest, TheWaitAfterConnectingGoesOnWhileAReplyIsHandled) {
-  flags.mblnReceiving = true;
-  loop.At(1000, [&] { flags.mblnReceiving = false; });
-  const auto start = loop.now_ms;
-  remote.CheckNetRemoteConnection();
-  EXPECT_GE(loop.now_ms - start, 1000);
-  EXPECT_LE(loop.now_ms - start, 1050);
+  At(50, [&] { loop.Post(EventSource::kUser, [&] { flags.mblnShuttingDown = true; }); });
+  EXPECT_LE(Duration([&] { remote.CheckNetRemoteConnection(); }), 60);
 }
 
 TEST_F(NetRemoteTest, IntermediateStatesAreNamedAndNothingElse) {
@@ -325,77 +292,89 @@ TEST_F(NetRemoteTest, IntermediateStatesAreNamedAndNothingElse) {
       {SocketState::kConnectionPending, "Connection Pending"},
       {SocketState::kResolvingHost, "Resolving Host"},
       {SocketState::kHostResolved, "Host Resolved"}};
-  flags.NetRemoteLinkUp = true;
+  Connect();
   for (const auto& [state, name] : names) {
     form.lstStatusLog.Clear();
-    socket.state = state;
+    desktop.socket().PretendState(state);
     flags.NetRemoteConnected = true;
     remote.CheckNetRemoteConnection();
     EXPECT_THAT(StatusLog(), ElementsAre(name));
     EXPECT_FALSE(flags.NetRemoteConnected);
     EXPECT_TRUE(flags.NetRemoteLinkUp);
-    EXPECT_EQ(socket.state, state);
   }
+  desktop.socket().PretendState(std::nullopt);
+  EXPECT_EQ(State(), SocketState::kConnected) << "the connection was left alone";
 }
 
 TEST_F(NetRemoteTest, WhileConnectingNothingHappens) {
-  socket.state = SocketState::kConnecting;
   flags.NetRemoteLinkUp = true;
+  desktop.wire().SetLatencyMs(1000);
   remote.CheckNetRemoteConnection();
+  ASSERT_EQ(State(), SocketState::kConnecting);
+  EXPECT_EQ(Duration([&] { remote.CheckNetRemoteConnection(); }), 0);
   EXPECT_THAT(StatusLog(), IsEmpty());
-  EXPECT_EQ(socket.connects + socket.closes, 0);
+  EXPECT_EQ(desktop.socket().connect_count(), 1);
+  EXPECT_EQ(State(), SocketState::kConnecting);
   EXPECT_FALSE(flags.NetRemoteConnected);
 }
 
 TEST_F(NetRemoteTest, ConnectedIsShownGreen) {
-  socket.state = SocketState::kConnected;
-  remote.CheckNetRemoteConnection();
+  Connect();
   EXPECT_TRUE(flags.NetRemoteConnected);
   EXPECT_EQ(form.ShapeWinsock_state.fill_colour.get(), kGreen);
 }
 
 TEST_F(NetRemoteTest, AClosingSocketIsClosedAndTheStatusLogWiped) {
+  Connect();
   AddStatusLine(form, "old");
-  form.ShapeWinsock_state.fill_colour = kGreen;
-  Connected();
-  socket.state = SocketState::kClosing;
+  desktop.Do("cut");
+  loop.AdvanceMs(10);
+  ASSERT_EQ(State(), SocketState::kClosing);
   remote.CheckNetRemoteConnection();
-  EXPECT_EQ(socket.closes, 1);
+  EXPECT_EQ(State(), SocketState::kClosed);
   EXPECT_THAT(StatusLog(), IsEmpty());
   EXPECT_FALSE(flags.NetRemoteLinkUp);
   EXPECT_FALSE(flags.NetRemoteConnected);
   EXPECT_EQ(form.ShapeWinsock_state.fill_colour.get(), kButtonFace);
   remote.CheckNetRemoteConnection();
-  EXPECT_EQ(socket.connects, 1);
+  EXPECT_EQ(desktop.socket().connect_count(), 2);
 }
 
 TEST_F(NetRemoteTest, ASocketInErrorEndsTheCallAndIsClosed) {
-  Connected();
-  form.ShapeWinsock_state.fill_colour = kGreen;
-  flags.FollowingCall = true;
-  socket.state = SocketState::kError;
-  follower.on_reset = [this] {
-    EXPECT_EQ(socket.closes, 0);
-    EXPECT_FALSE(flags.NetRemoteConnected);
-    flags.FollowingCall = false;
-  };
+  ASSERT_TRUE(StartAndSettle());
+  ASSERT_TRUE(FollowsCall(1207));
+  cycle.tmrStartup().SetEnabled(false);
+  desktop.Do("cut reset");
+  loop.AdvanceMs(10);
+  ASSERT_EQ(State(), SocketState::kError);
+  form.lstStatusLog.Clear();
   remote.CheckNetRemoteConnection();
-  EXPECT_EQ(follower.resets, 1);
-  EXPECT_EQ(socket.closes, 1);
+  EXPECT_FALSE(Following());
+  EXPECT_THAT(StatusLog(), ElementsAre("No SDR# NET connection", "No SDR# NET connection"))
+      << "the call was ended before the connection was thought to be back";
+  EXPECT_EQ(State(), SocketState::kClosed);
   EXPECT_FALSE(flags.NetRemoteLinkUp);
+  EXPECT_FALSE(flags.NetRemoteConnected);
   EXPECT_EQ(form.ShapeWinsock_state.fill_colour.get(), kButtonFace);
+}
 
-  flags.NetRemoteLinkUp = true;
-  socket.state = SocketState::kError;
+TEST_F(NetRemoteTest, ASocketInErrorWithoutACallIsOnlyClosed) {
+  Connect();
+  desktop.Do("cut reset");
+  loop.AdvanceMs(10);
+  form.lstStatusLog.Clear();
   remote.CheckNetRemoteConnection();
-  EXPECT_EQ(follower.resets, 1) << "no call, no reset";
+  EXPECT_THAT(StatusLog(), IsEmpty());
+  EXPECT_EQ(State(), SocketState::kClosed);
   EXPECT_FALSE(flags.NetRemoteLinkUp);
 }
 
 TEST_F(NetRemoteTest, ANewConnectionStartsWithNoCommandUnderWay) {
-  Connected();
+  ConnectMuted();
   remote.SendNetRemoteGet("AudioIsMuted");
-  socket.state = SocketState::kClosing;
+  desktop.Do("cut");
+  loop.AdvanceMs(10);
+  ASSERT_TRUE(remote.CommandUnderWay());
   remote.CheckNetRemoteConnection();
   EXPECT_FALSE(remote.CommandUnderWay());
 }
@@ -403,23 +382,47 @@ TEST_F(NetRemoteTest, ANewConnectionStartsWithNoCommandUnderWay) {
 // --- Replies ---
 
 TEST_F(NetRemoteTest, TheGreetingIsShown) {
+  ConnectMuted();
   Receive("{\"Name\":\"Net Remote\",\"Version\":\"1.0.5282.28765\"}\r\n");
   EXPECT_THAT(StatusLog(), ElementsAre("Net Remote v1.0.5282.28765"));
   EXPECT_TRUE(LastStatusLineShown());
 }
 
+TEST_F(NetRemoteTest, TheFlagOfTheHandlerIsSetWhileAReplyIsHandled) {
+  ConnectMuted();
+  EXPECT_FALSE(flags.mblnReceiving);
+  Receive(R"({"Result":"Error","Type":"Value error","Message":"x"})");
+  EXPECT_TRUE(receiving);
+  EXPECT_FALSE(flags.mblnReceiving);
+}
+
+TEST_F(NetRemoteTest, NoEventRunsWhileAReplyIsHandled) {
+  ConnectMuted();
+  bool seen = false;
+  int events = 0;
+  loop.SetAfterEvent([&] { seen = seen || flags.mblnReceiving; });
+  const auto timer = loop.MakeTimer(10, [&] { ++events; });
+  timer->SetEnabled(true);
+  for (int i = 0; i < 20; ++i) {
+    loop.Post(EventSource::kUser, [&] { ++events; });
+    Receive(R"({"Result":"Error","Type":"Value error","Message":"x"})");
+  }
+  EXPECT_GT(events, 20);
+  EXPECT_FALSE(seen) << "an event was dispatched inside the handler";
+}
+
 TEST_F(NetRemoteTest, TheFlagOfTheHandlerIsLoweredOnEveryWayOut) {
+  ConnectMuted();
   for (const char* reply :
-       {"", "x", "{}", kOk, "{\"Result\"}", "{\"Result\":\"OK\",\"a\":\"b\"}",
-        "{\"Result\":\"Error\"}", "{\"Result\":\"Error\",\"a\":\"b\"}", "{\"Name\":\"x\"}"}) {
-    socket.Arrive(reply);
-    socket.Arrive("\r\n");
-    loop.DoEvents();
+       {"x", "{}", kOk, "{\"Result\"}", "{\"Result\":\"OK\",\"a\":\"b\"}", "{\"Result\":\"Error\"}",
+        "{\"Result\":\"Error\",\"a\":\"b\"}", "{\"Name\":\"x\"}", "\r\n"}) {
+    Receive(reply);
     EXPECT_FALSE(flags.mblnReceiving) << reply;
   }
 }
 
 TEST_F(NetRemoteTest, StatesAreStoredAndKept) {
+  ConnectMuted();
   Receive(R"({"Result":"OK","Method":"AudioIsMuted","Value":true})");
   Receive(R"({"Result":"OK","Method":"IsPlaying","Value":1})");
   EXPECT_TRUE(flags.mblnAudioMuted);
@@ -434,59 +437,67 @@ TEST_F(NetRemoteTest, StatesAreStoredAndKept) {
 }
 
 TEST_F(NetRemoteTest, AnythingElseThatSucceededIsDumped) {
+  ConnectMuted();
   Receive(R"({"Result":"OK","Method":"Frequency","Value":365112500})");
-  EXPECT_THAT(StatusLog(), ElementsAre(kRule, std::string("Unknown ERROR[RAW]: ") + kNow,
+  EXPECT_THAT(StatusLog(), ElementsAre(kRule, "Unknown ERROR[RAW]: " + Now(),
                                        "Result:OK,Method:Frequency,Value:365112500", kRule));
   EXPECT_TRUE(LastStatusLineShown());
   EXPECT_FALSE(flags.mblnNetRemoteResetRequested);
-  EXPECT_TRUE(files.content.empty());
+  EXPECT_EQ(files.Content(kErrors), std::nullopt);
 }
 
 TEST_F(NetRemoteTest, AnErrorIsDumpedReportedFiledAndAsksForAReset) {
-  flags.FollowingCall = true;
+  ConnectMuted();
   Receive(R"({"Result":"Error","Type":"Value error","Message":"Greater than 60"})");
-  EXPECT_THAT(StatusLog(),
-              ElementsAre(kRule, std::string("Unknown ERROR[RAW]: ") + kNow,
-                          "Result:Error,Type:Value error,Message:Greater than 60", kRule, kRule,
-                          "Value error inMessage:Greater than 60", "mblnCall_seen: True",
-                          "tmrSaveTimed: True", kRule,
-                          std::string("ERROR: Net Remote - Attempting reset ") + kNow));
+  EXPECT_THAT(StatusLog(), ElementsAre(kRule, "Unknown ERROR[RAW]: " + Now(),
+                                       "Result:Error,Type:Value error,Message:Greater than 60",
+                                       kRule, kRule, "Value error inMessage:Greater than 60",
+                                       "mblnCall_seen: False", "tmrSaveTimed: True", kRule,
+                                       "ERROR: Net Remote - Attempting reset " + Now()));
   EXPECT_TRUE(LastStatusLineShown());
   EXPECT_TRUE(flags.mblnNetRemoteResetRequested);
-  EXPECT_EQ(files.content[kErrors],
-            "==============\r\n15/11/2026 14:23:05\r\nUnknown ERROR[RAW]:\r\n"
-            "Last DATA: Result:Error,Type:Value error,Message:Greater than 60\r\n"
-            "==============\r\nValue error inMessage:Greater than 60\r\n==============\r\n"
-            "Call active: True\r\ntmrSaveTimed: True\r\n==============\r\n\r\n");
+  EXPECT_EQ(files.Content(kErrors),
+            "==============\r\n" + Now() +
+                "\r\nUnknown ERROR[RAW]:\r\n"
+                "Last DATA: Result:Error,Type:Value error,Message:Greater than 60\r\n"
+                "==============\r\nValue error inMessage:Greater than 60\r\n==============\r\n"
+                "Call active: False\r\ntmrSaveTimed: True\r\n==============\r\n\r\n");
 }
 
-TEST_F(NetRemoteTest, TheReportOfAnErrorIsAppendedToTheOnesBefore) {
+TEST_F(NetRemoteTest, TheReportOfAnErrorTellsOfTheCallAndIsAppendedToTheOnesBefore) {
+  ASSERT_TRUE(StartAndSettle());
+  ASSERT_TRUE(FollowsCall(1207));
   save_timer = false;
-  files.content[kErrors] = "old\r\n";
+  files.Put(kErrors, "old\r\n");
+  form.lstStatusLog.Clear();
   Receive(R"({"Result":"Error","Type":"Syntax error"})");
-  EXPECT_EQ(files.content[kErrors],
-            "old\r\n==============\r\n15/11/2026 14:23:05\r\nUnknown ERROR[RAW]:\r\n"
-            "Last DATA: Result:Error,Type:Syntax error\r\n==============\r\n==============\r\n"
-            "Call active: False\r\ntmrSaveTimed: False\r\n==============\r\n\r\n");
-  EXPECT_THAT(StatusLog(), Contains("mblnCall_seen: False"));
+  EXPECT_EQ(files.Content(kErrors),
+            "old\r\n==============\r\n" + Now() +
+                "\r\nUnknown ERROR[RAW]:\r\n"
+                "Last DATA: Result:Error,Type:Syntax error\r\n==============\r\n==============\r\n"
+                "Call active: True\r\ntmrSaveTimed: False\r\n==============\r\n\r\n");
+  EXPECT_THAT(StatusLog(), Contains("mblnCall_seen: True"));
   EXPECT_THAT(StatusLog(), Contains("tmrSaveTimed: False"));
 }
 
 TEST_F(NetRemoteTest, AnErrorThatCannotBeFiledStillAsksForAReset) {
-  files.append_error = kDiskFull;
+  ConnectMuted();
+  files.FailPath("errors.txt", kDiskFull);
   Receive(R"({"Result":"Error","Type":"Value error","Message":"x"})");
   EXPECT_TRUE(flags.mblnNetRemoteResetRequested);
-  EXPECT_EQ(StatusLog().back(), std::string("ERROR: Net Remote - Attempting reset ") + kNow);
+  EXPECT_EQ(StatusLog().back(), "ERROR: Net Remote - Attempting reset " + Now());
 }
 
 TEST_F(NetRemoteTest, AnErrorWithoutASecondPairIsDumpedAndAsksForAReset) {
+  ConnectMuted();
   Receive(R"({"Result":"Error"})");
   EXPECT_TRUE(flags.mblnNetRemoteResetRequested);
   EXPECT_EQ(StatusLog().size(), 5u);
-  EXPECT_TRUE(files.content.empty());
+  EXPECT_EQ(files.Content(kErrors), std::nullopt);
 }
 
 TEST_F(NetRemoteTest, OtherFirstKeysAreIgnored) {
+  ConnectMuted();
   Receive(R"({"Error":"Error","a":"b"})");
   Receive("garbage\r\n");
   EXPECT_THAT(StatusLog(), IsEmpty());
@@ -494,6 +505,7 @@ TEST_F(NetRemoteTest, OtherFirstKeysAreIgnored) {
 }
 
 TEST_F(NetRemoteTest, ASecondLineOfTheSameReadIsLost) {
+  ConnectMuted();
   Receive(std::string(kOk) + "{\"Result\":\"OK\",\"Method\":\"IsPlaying\",\"Value\":true}\r\n");
   EXPECT_FALSE(flags.mblnIsPlaying);
 }
@@ -501,68 +513,57 @@ TEST_F(NetRemoteTest, ASecondLineOfTheSameReadIsLost) {
 // --- Errors of the socket ---
 
 TEST_F(NetRemoteTest, ARefusedConnectionSwitchesNetRemoteOn) {
-  socket.Fail(10061, "refused");
-  loop.DoEvents();
+  Discover();
+  tree().Press(ids().network);  // the user switches it off again
+  form.lstStatusLog.Clear();
+  sim().ForgetMessages();
+  remote.CheckNetRemoteConnection();
   EXPECT_THAT(StatusLog(), ElementsAre("Is 'Net Remote' enabled in SDR#?"));
   EXPECT_TRUE(LastStatusLineShown());
-  EXPECT_THAT(windows.messages, ElementsAre(FakeWindows::Message{kPort, 12, 0, 0, "3383"},
-                                            FakeWindows::Message{kNetwork, 245, 0, 0, ""}));
-  EXPECT_EQ(context.pressed_after_refusal, kNetwork);
+  EXPECT_THAT(sim().messages(), ElementsAre(Message{Handle(ids().port), Kind::kSetText, "3383"},
+                                            Message{Handle(ids().network), Kind::kPress}));
+  EXPECT_TRUE(desktop.model().server().listening());
+  Discover();
+  EXPECT_TRUE(desktop.model().server().listening()) << "the discovery that follows presses again";
 }
 
 TEST_F(NetRemoteTest, ARefusedConnectionWithoutHandlesPressesNothing) {
-  context.handles.Clear();
-  socket.Fail(10061, "refused");
-  loop.DoEvents();
-  EXPECT_TRUE(windows.messages.empty());
-  EXPECT_EQ(context.pressed_after_refusal, 0u);
-  EXPECT_EQ(StatusLog().size(), 1u);
-}
-
-TEST_F(NetRemoteTest, APressThatDidNotArriveDoesNotCount) {
-  windows.HangAll(true);
-  socket.Fail(10061, "refused");
-  loop.DoEvents();
-  EXPECT_EQ(context.pressed_after_refusal, 0u);
+  remote.CheckNetRemoteConnection();
+  EXPECT_THAT(StatusLog(), ElementsAre("Is 'Net Remote' enabled in SDR#?"));
+  EXPECT_TRUE(sim().messages().empty());
 }
 
 TEST_F(NetRemoteTest, OtherSocketErrorsAreShown) {
-  socket.Fail(10054, "Connection reset by peer");
-  loop.DoEvents();
-  EXPECT_THAT(StatusLog(), ElementsAre("WinSock error: 10054 - Connection reset by peer"));
+  Connect();
+  desktop.Do("cut reset");
+  loop.AdvanceMs(10);
+  EXPECT_THAT(
+      StatusLog(),
+      ElementsAre("WinSock error: 10054 - An existing connection was forcibly closed by the "
+                  "remote host."));
   EXPECT_TRUE(LastStatusLineShown());
-  EXPECT_TRUE(windows.messages.empty());
+  EXPECT_TRUE(sim().messages().empty());
 }
 
 TEST_F(NetRemoteTest, TheStatusLogIsClearedWhenASocketErrorMakesItLongerThan1000Lines) {
-  for (int i = 0; i < 999; ++i) AddStatusLine(form, "x");
-  socket.Fail(10054, "reset");
-  loop.DoEvents();
-  EXPECT_EQ(StatusLog().size(), 1000u);
-  socket.Fail(10054, "reset");
-  loop.DoEvents();
-  EXPECT_THAT(StatusLog(), IsEmpty());
+  for (const int lines : {999, 1000}) {
+    Connect();
+    for (int i = 0; i < lines; ++i) AddStatusLine(form, "x");
+    desktop.Do("cut reset");
+    loop.AdvanceMs(10);
+    EXPECT_EQ(StatusLog().size(), lines == 999 ? 1000u : 0u);
+    remote.CheckNetRemoteConnection();
+    flags.NetRemoteConnected = false;
+  }
 }
 
-TEST(NetRemoteLifeTest, GivesTheSocketBackWithoutHandlers) {
-  SilentSink sink;
-  Form1 form{sink};
-  FakeLoop loop;
-  FakeClock clock;
-  FakeWindows windows;
-  FakeSocket socket{loop};
-  ProgramFlags flags;
-  LinkContext context{loop, clock, windows, socket, form, flags};
-  MemoryFiles files;
-  LogFiles logs{files, clock, form};
-  FakeFollower follower;
+TEST_F(NetRemoteTest, GivesTheSocketBackWithoutHandlers) {
+  ConnectMuted();
   {
-    NetRemote remote{context, logs, "C:\\Corvane", follower, [] { return false; }};
-    EXPECT_TRUE(socket.HasEvents());
+    NetRemote other{context, logs, "C:\\Corvane", follower, [] { return false; }};
   }
-  socket.Arrive("x");
-  loop.DoEvents();
-  EXPECT_FALSE(socket.HasEvents());
+  Receive("{\"Name\":\"Net Remote\",\"Version\":\"1\"}\r\n");
+  EXPECT_THAT(StatusLog(), IsEmpty());
 }
 
 }  // namespace

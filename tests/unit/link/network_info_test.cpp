@@ -7,53 +7,162 @@ namespace {
 
 class NetworkInfoTest : public LinkTest {
  protected:
-  void SetUp() override {
-    AddSdr();
-    AddNetworkInfo();
-    FillHandles();
-    windows.At(kInfoEdit).lines = {"first", "second", ""};
+  NetworkInfoTest() {
+    Discover();
+    tree().SetText(ids().info_box, "first\r\nsecond\r\n");
+    tree().SetShowState(ids().info_window, standin::ShowState::kMinimised);
+    form.lstStatusLog.Clear();
+    sim().ForgetMessages();
   }
-  NetworkInfo box{context};
+  [[nodiscard]] bool Minimised() {
+    return tree().Find(ids().info_window)->show_state == standin::ShowState::kMinimised;
+  }
+  void Cycle() {
+    box.KeepOpen();
+    loop.AdvanceMs(60);
+  }
+  void Cycles(int count) {
+    for (int cycle = 0; cycle < count; ++cycle) Cycle();
+  }
 };
 
+// --- The box ---
+
 TEST_F(NetworkInfoTest, CountsAndReadsLinesOfTheBoxAtIndex14) {
-  EXPECT_EQ(box.Identity(), kInfoEdit);
+  EXPECT_EQ(box.Identity(), Handle(ids().info_box));
   EXPECT_EQ(box.LineCount(), 3);
-  EXPECT_EQ(windows.messages.back(), (FakeWindows::Message{kInfoEdit, 186, 0, 0, ""}));
   EXPECT_EQ(box.Line(1), "second");
   EXPECT_EQ(box.Line(-1), "");
+  EXPECT_EQ(box.Line(2), "");
+  EXPECT_EQ(box.Line(3), "");
 }
 
 TEST_F(NetworkInfoTest, ABoxThatGivesNoAnswerHasNoLinesAndTakesNone) {
-  windows.At(kInfoEdit).hung = true;
+  sim().SetSilent(Handle(ids().info_box), true);
+  EXPECT_EQ(box.LineCount(), 0);
+  EXPECT_EQ(box.Line(0), std::nullopt);
+}
+
+TEST_F(NetworkInfoTest, ABoxThatRefusesHasNoLinesAndTakesNone) {
+  sim().SetRefusing(true);
   EXPECT_EQ(box.LineCount(), 0);
   EXPECT_EQ(box.Line(0), std::nullopt);
 }
 
 TEST_F(NetworkInfoTest, ABoxThatIsGoneGivesNoAnswer) {
-  windows.Destroy(kInfoWindow);
+  desktop.Do("window network-info close");
   EXPECT_EQ(box.LineCount(), 0);
   EXPECT_EQ(box.Line(0), std::nullopt);
 }
 
 TEST_F(NetworkInfoTest, WithoutABoxNothingIsSent) {
-  context.handles.Clear();
+  desktop.Do("die");
+  Discover();
   EXPECT_EQ(box.Identity(), 0u);
   EXPECT_EQ(box.LineCount(), 0);
   EXPECT_EQ(box.Line(0), "");
   box.Clear();
-  EXPECT_TRUE(windows.messages.empty());
+  EXPECT_TRUE(sim().messages().empty());
 }
 
 TEST_F(NetworkInfoTest, ClearsTheBoxWithAnEmptyText) {
   box.Clear();
-  EXPECT_EQ(windows.messages.back(), (FakeWindows::Message{kInfoEdit, 12, 0, 0, ""}));
+  EXPECT_EQ(sim().messages(), (std::vector<Message>{{box.Identity(), Kind::kSetText}}));
   EXPECT_EQ(box.LineCount(), 1);
 }
 
 TEST_F(NetworkInfoTest, AnotherBoxHasAnotherIdentity) {
-  context.handles[SdrRole::kNetworkInfoEdit] = 555;
-  EXPECT_EQ(box.Identity(), 555u);
+  const auto before = box.Identity();
+  desktop.Do("window network-info close");
+  Cycle();
+  EXPECT_NE(box.Identity(), 0u);
+  EXPECT_NE(box.Identity(), before);
+}
+
+// --- The window ---
+
+TEST_F(NetworkInfoTest, AWindowShownNormallyIsMinimisedWhereItStands) {
+  desktop.Do("window network-info restore");
+  const standin::Box place = tree().Find(ids().info_window)->box;
+  box.KeepOpen();
+  EXPECT_TRUE(Minimised());
+  EXPECT_EQ(tree().Find(ids().info_window)->box, place);
+  EXPECT_EQ(Presses(ids().net_info), 0);
+}
+
+TEST_F(NetworkInfoTest, EveryCycleMinimisesAgainWhatTheUserRestored) {
+  Cycles(2);
+  EXPECT_EQ(sim().placed().size(), 0u);
+  for (std::size_t times = 1; times <= 3; ++times) {
+    desktop.Do("window network-info restore");
+    Cycles(2);
+    EXPECT_TRUE(Minimised());
+    EXPECT_EQ(sim().placed().size(), times);
+  }
+}
+
+TEST_F(NetworkInfoTest, AMaximisedOrHiddenWindowIsLeftInItsState) {
+  for (const std::uint32_t state : {0u, 2u, 3u, 6u, 7u}) {
+    sim().PretendShowState(state);
+    box.KeepOpen();
+  }
+  EXPECT_TRUE(sim().placed().empty());
+}
+
+TEST_F(NetworkInfoTest, AnInvisibleWindowHasItsButtonPressedOnceASecond) {
+  tree().OnPress(ids().net_info, nullptr);
+  desktop.Do("window network-info hide");
+  Cycles(50);  // 3 s
+  EXPECT_EQ(Presses(ids().net_info), 3);
+}
+
+TEST_F(NetworkInfoTest, AClosedWindowIsOpenedAndFoundAtOnceAndTheLinkStays) {
+  desktop.Do("window network-info close");
+  Cycle();
+  EXPECT_EQ(Presses(ids().net_info), 1);
+  EXPECT_NE(ids().info_box, 0u);
+  EXPECT_EQ(At(SdrRole::kNetworkInfoWindow), Handle(ids().info_window));
+  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), Handle(ids().info_box));
+  EXPECT_TRUE(Minimised());
+  EXPECT_TRUE(flags.NetRemoteLinkUp);
+  EXPECT_TRUE(StatusLog().empty());
+  Cycles(50);
+  EXPECT_EQ(Presses(ids().net_info), 1);
+  EXPECT_EQ(Presses(ids().network), 0);
+}
+
+TEST_F(NetworkInfoTest, AWindowThatTheUserOpenedAgainIsTakenWithoutAPress) {
+  desktop.Do("window network-info close");
+  desktop.Do("window network-info open");
+  Cycle();
+  EXPECT_EQ(Presses(ids().net_info), 0);
+  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), Handle(ids().info_box));
+}
+
+TEST_F(NetworkInfoTest, AReplacedEditBoxOfTheSameWindowIsTaken) {
+  tree().Destroy(ids().info_box);
+  const auto edit = Add(ids().info_window, kEdit);
+  Cycle();
+  EXPECT_EQ(Presses(ids().net_info), 0);
+  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), Handle(edit));
+}
+
+TEST_F(NetworkInfoTest, AWindowThatDoesNotComeBackIsAskedForOnceASecond) {
+  tree().OnPress(ids().net_info, nullptr);
+  desktop.Do("window network-info close");
+  Cycles(50);
+  EXPECT_EQ(Presses(ids().net_info), 3);
+  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), 0u);
+  desktop.Do("window network-info open");
+  Cycle();
+  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), Handle(ids().info_box));
+}
+
+TEST_F(NetworkInfoTest, WithSdrGoneNothingIsSent) {
+  desktop.Do("die");
+  Cycles(2);
+  EXPECT_TRUE(sim().messages().empty());
+  EXPECT_TRUE(sim().placed().empty());
 }
 
 }  // namespace

@@ -11,15 +11,11 @@ using ::testing::IsEmpty;
 
 class NetworkWatchTest : public LinkTest {
  protected:
-  void SetUp() override {
-    AddSdr();
-    AddNetworkInfo();
-    FillHandles();
-  }
-  void Show(const std::string& mcc, const std::string& mnc, const std::string& la) {
-    windows.At(kMcc).text = "MCC:" + mcc;
-    windows.At(kMnc).text = "MNC:" + mnc;
-    windows.At(kLa).text = "LA:" + la;
+  NetworkWatchTest() {
+    Discover();
+    form.lstStatusLog.Clear();
+    ShowNetwork("262", "1", "100");
+    sim().ForgetMessages();
   }
   void Steps(int count) {
     for (int i = 0; i < count; ++i) watch.Step();
@@ -31,16 +27,18 @@ class NetworkWatchTest : public LinkTest {
     group.Mnc = mnc;
     groups.Append(group);
   }
+  // What has to be done before the `number`th text is asked for, counted from 1.
+  void BeforeText(const std::function<void(int number)>& action) {
+    on_message = [this, action](const Message& message) {
+      if (message.sent == Kind::kText) action(++texts);
+    };
+  }
   std::string Info() { return form.lblNetworkInfo.caption.get(); }
   std::string Tip() { return form.lblNetworkInfo.tool_tip.get(); }
   std::string Country() { return form.mnuMCClabel.caption.get(); }
 
-  Discovery discovery{context};
-  NetworkIdentity network;
-  NetworkNames names;
-  GssiTable groups;
-  FakeFollower follower;
-  NetworkWatch watch{context, discovery, network, names, groups, follower};
+  NetworkWatch& watch = network;
+  int texts = 0;
 };
 
 TEST(IdentityNumberTest, TakesPlainDigitsBehindThePrefix) {
@@ -60,24 +58,19 @@ TEST(IdentityNumberTest, AnythingElseIsZero) {
 }
 
 TEST_F(NetworkWatchTest, TheKeyIsThePlainConcatenation) {
-  Show("234", "10", "21");
+  ShowNetwork("234", "10", "21");
   watch.Step();
   EXPECT_EQ(watch.NetworkKey, "2341021");
-  EXPECT_EQ(network.CurrentMcc, "234");
-  EXPECT_EQ(network.CurrentMnc, "10");
-  EXPECT_EQ(network.CurrentLa, "21");
+  EXPECT_EQ(identity.CurrentMcc, "234");
+  EXPECT_EQ(identity.CurrentMnc, "10");
+  EXPECT_EQ(identity.CurrentLa, "21");
 }
 
 TEST_F(NetworkWatchTest, ReadsThreeTimesAndTheLastCounts) {
-  int reads = 0;
-  windows.on_message = [&](unsigned message) {
-    if (message != kWmGetTextLength) return;
-    ++reads;
-    Show(reads > 6 ? "262" : "999", "1", "100");
-  };
+  BeforeText([this](int number) { ShowNetwork(number > 6 ? "262" : "999", "1", "100"); });
   watch.Step();
-  EXPECT_EQ(reads, 9);
-  EXPECT_EQ(network.CurrentMcc, "262");
+  EXPECT_EQ(texts, 9);
+  EXPECT_EQ(identity.CurrentMcc, "262");
 }
 
 TEST_F(NetworkWatchTest, ANewNetworkIsReported) {
@@ -95,42 +88,42 @@ TEST_F(NetworkWatchTest, ANewNetworkIsReported) {
   EXPECT_EQ(Info(), "MNC:1  LA:100");
   EXPECT_EQ(Country(), "MCC: Germany");
   EXPECT_EQ(Tip(), "Police [North]");
-  EXPECT_THAT(CallLog(), ElementsAre(std::string(kNow) + " - MCC:262  MNC:1  LA:100 [North]", ""));
+  EXPECT_THAT(CallLog(), ElementsAre(Now() + " - MCC:262  MNC:1  LA:100 [North]", ""));
   EXPECT_THAT(StatusLog(), ElementsAre("GSSI for this MNC network: 2"));
   EXPECT_TRUE(LastStatusLineShown());
-  EXPECT_EQ(follower.scans, 1) << "the poll step runs in the same cycle";
+  EXPECT_EQ(scans, 1) << "the poll step runs in the same cycle";
 }
 
 TEST_F(NetworkWatchTest, TheSameNetworkIsScannedEveryCycleAndNotReported) {
   Steps(10);
-  EXPECT_EQ(follower.scans, 10);
+  EXPECT_EQ(scans, 10);
   EXPECT_EQ(CallLog().size(), 2u);
   EXPECT_EQ(StatusLog().size(), 1u);
 }
 
 TEST_F(NetworkWatchTest, AChangeOfTheLocationAreaAloneIsAChange) {
   watch.Step();
-  Show("262", "1", "101");
+  ShowNetwork("262", "1", "101");
   watch.Step();
   EXPECT_EQ(CallLog().size(), 4u);
   EXPECT_EQ(Info(), "MNC:1  LA:101");
 }
 
 TEST_F(NetworkWatchTest, ANetworkWithoutLocationAreaIsANetwork) {
-  Show("262", "1", "?");
+  ShowNetwork("262", "1", "?");
   watch.Step();
   EXPECT_EQ(watch.NetworkKey, "26210");
-  EXPECT_EQ(follower.scans, 1);
+  EXPECT_EQ(scans, 1);
 }
 
 TEST_F(NetworkWatchTest, APartOfAnIdentityIsNeitherANetworkNorItsAbsence) {
   watch.NoNetworkCount = 7;
   for (const auto& [mcc, mnc, la] :
        {std::tuple{"?", "?", "100"}, {"262", "?", "?"}, {"?", "1", "?"}, {"262", "0", "5"}}) {
-    Show(mcc, mnc, la);
+    ShowNetwork(mcc, mnc, la);
     watch.Step();
   }
-  EXPECT_EQ(follower.scans, 0);
+  EXPECT_EQ(scans, 0);
   EXPECT_EQ(watch.NoNetworkCount, 7);
   EXPECT_THAT(CallLog(), IsEmpty());
   EXPECT_EQ(watch.NetworkKey, "");
@@ -150,7 +143,7 @@ TEST_F(NetworkWatchTest, WithoutLabelFilesNothingIsLookedUp) {
   watch.Step();
   EXPECT_EQ(Country(), "MCC: before");
   EXPECT_EQ(Tip(), "Current MNC,LA");
-  EXPECT_EQ(CallLog()[0], std::string(kNow) + " - MCC:262  MNC:1  LA:100");
+  EXPECT_EQ(CallLog()[0], Now() + " - MCC:262  MNC:1  LA:100");
 }
 
 TEST_F(NetworkWatchTest, ANetworkWithoutLabelsDropsThoseOfTheOneBefore) {
@@ -160,12 +153,12 @@ TEST_F(NetworkWatchTest, ANetworkWithoutLabelsDropsThoseOfTheOneBefore) {
   names.NetworkLabels.Append("262;1;Police");
   watch.Step();
   EXPECT_EQ(Tip(), "Police");
-  Show("263", "1", "100");
+  ShowNetwork("263", "1", "100");
   watch.Step();
   EXPECT_EQ(Country(), "");
   EXPECT_EQ(Tip(), "Current MNC,LA");
   form.mnuMCClabel.caption = std::string("x");
-  Show("264", "1", "100");
+  ShowNetwork("264", "1", "100");
   watch.Step();
   EXPECT_EQ(Country(), "") << "an empty label";
 }
@@ -176,17 +169,17 @@ TEST_F(NetworkWatchTest, AnAreaWithAnEmptyOrMissingLabelGivesNoSuffix) {
   names.LocationAreaLabels.Append("262;1;100");
   names.LocationAreaLabels.Append("262;1;101;");
   for (const char* la : {"100", "101", "102"}) {
-    Show("262", "1", la);
+    ShowNetwork("262", "1", la);
     watch.Step();
     EXPECT_EQ(Tip(), "Police") << la;
-    EXPECT_EQ(CallLog()[CallLog().size() - 2], std::string(kNow) + " - MCC:262  MNC:1  LA:" + la);
+    EXPECT_EQ(CallLog()[CallLog().size() - 2], Now() + " - MCC:262  MNC:1  LA:" + la);
   }
 }
 
 TEST_F(NetworkWatchTest, LabelsAreComparedAsTextWithPlainNumbers) {
   names.CountryLabels.loaded = true;
   names.CountryLabels.Append("0262;Wrong");
-  Show("0262", "1", "100");
+  ShowNetwork("0262", "1", "100");
   watch.Step();
   EXPECT_EQ(Country(), "");
   names.CountryLabels.Append("262;Right");
@@ -212,14 +205,14 @@ TEST_F(NetworkWatchTest, TheLossOfANetworkIsToleratedFor200CyclesAndReportedOnce
   watch.Step();
   const auto lines = CallLog().size();
   form.lstStatusLog.Clear();
-  Show("?", "?", "?");
+  ShowNetwork("?", "?", "?");
   Steps(200);
   EXPECT_EQ(CallLog().size(), lines);
   EXPECT_THAT(StatusLog(), IsEmpty());
   EXPECT_EQ(Info(), "MNC:1  LA:100");
   watch.Step();
   ASSERT_EQ(CallLog().size(), lines + 2);
-  EXPECT_EQ(CallLog()[lines], std::string(kNow) + " - No MCC/MNC/LA seen");
+  EXPECT_EQ(CallLog()[lines], Now() + " - No MCC/MNC/LA seen");
   EXPECT_EQ(CallLog()[lines + 1], "");
   EXPECT_THAT(StatusLog(), ElementsAre("GSSI loaded for this MNC network: 0"));
   EXPECT_EQ(Info(), "");
@@ -229,28 +222,33 @@ TEST_F(NetworkWatchTest, TheLossOfANetworkIsToleratedFor200CyclesAndReportedOnce
   EXPECT_EQ(watch.NetworkKey, "000");
   Steps(1000);
   EXPECT_EQ(CallLog().size(), lines + 2);
-  EXPECT_EQ(follower.scans, 1) << "without a network nothing is scanned";
+  EXPECT_EQ(scans, 1) << "without a network nothing is scanned";
 }
 
 TEST_F(NetworkWatchTest, AFollowedCallEndsWithItsNetwork) {
-  watch.Step();
-  flags.FollowingCall = true;
-  Show("?", "?", "?");
-  Steps(200);
-  EXPECT_EQ(follower.resets, 0);
-  watch.Step();
-  EXPECT_EQ(follower.resets, 1);
+  ASSERT_TRUE(StartAndSettle());
+  ASSERT_TRUE(FollowsCall(1207));
+  desktop.Do("network none");
+  ASSERT_TRUE(loop.RunUntil([&] { return watch.NoNetworkCount == 200; }, 20000));
+  EXPECT_TRUE(Following());
+  EXPECT_EQ(CallLines("No MCC/MNC/LA seen"), 0);
+  ASSERT_TRUE(loop.RunUntil([&] { return watch.NoNetworkCount == 0; }, 200));
+  EXPECT_FALSE(Following());
+  EXPECT_EQ(CallLines("No MCC/MNC/LA seen"), 1);
 }
 
-TEST_F(NetworkWatchTest, WithoutACallTheLossResetsNothing) {
+TEST_F(NetworkWatchTest, WithoutACallTheLossSendsNothing) {
+  Connect();
+  ShowNetwork("262", "1", "100");
   watch.Step();
-  Show("?", "?", "?");
+  ShowNetwork("?", "?", "?");
   Steps(201);
-  EXPECT_EQ(follower.resets, 0);
+  EXPECT_EQ(CallLines("No MCC/MNC/LA seen"), 1);
+  EXPECT_TRUE(sent().empty());
 }
 
 TEST_F(NetworkWatchTest, AfterAResetTheAbsenceIsReportedAgain) {
-  Show("?", "?", "?");
+  ShowNetwork("?", "?", "?");
   Steps(201);
   EXPECT_EQ(CallLog().size(), 2u);
   watch.Forget();
@@ -262,49 +260,45 @@ TEST_F(NetworkWatchTest, AfterAResetTheAbsenceIsReportedAgain) {
 
 TEST_F(NetworkWatchTest, AReadingThatTimedOutIsNeitherANetworkNorItsAbsence) {
   watch.Step();
-  for (const WindowHandle label : {kMcc, kMnc, kLa}) {
-    windows.At(label).hung = true;
+  for (const auto label : {ids().mcc, ids().mnc, ids().la}) {
+    sim().SetSilent(Handle(label), true);
     Steps(300);
-    windows.At(label).hung = false;
+    sim().SetSilent(Handle(label), false);
   }
-  EXPECT_EQ(network.CurrentMcc, "262");
-  EXPECT_EQ(network.CurrentLa, "100");
+  EXPECT_EQ(identity.CurrentMcc, "262");
+  EXPECT_EQ(identity.CurrentLa, "100");
   EXPECT_EQ(watch.NoNetworkCount, 0);
   EXPECT_EQ(CallLog().size(), 2u);
-  EXPECT_EQ(follower.scans, 1);
+  EXPECT_EQ(scans, 1);
   watch.Step();
-  EXPECT_EQ(follower.scans, 2);
+  EXPECT_EQ(scans, 2);
   EXPECT_EQ(CallLog().size(), 2u);
 }
 
 TEST_F(NetworkWatchTest, ATimeOutOfAnEarlierReadingDoesNotMatter) {
-  int reads = 0;
-  windows.on_message = [&](unsigned message) {
-    if (message == kWmGetTextLength) windows.At(kLa).hung = ++reads <= 6;
-  };
+  BeforeText([this](int number) { sim().SetSilent(Handle(ids().la), number <= 6); });
   watch.Step();
-  EXPECT_EQ(network.CurrentLa, "100");
-  EXPECT_EQ(follower.scans, 1);
+  EXPECT_EQ(identity.CurrentLa, "100");
+  EXPECT_EQ(scans, 1);
 }
 
 TEST_F(NetworkWatchTest, ALabelThatIsGoneReadsAsZero) {
   watch.Step();
-  windows.Destroy(kLa);
+  tree().Destroy(ids().la);
   watch.Step();
-  EXPECT_EQ(network.CurrentLa, "0");
+  EXPECT_EQ(identity.CurrentLa, "0");
 }
 
 TEST_F(NetworkWatchTest, LabelsThatAppearLateAreFound) {
-  context.handles[SdrRole::kMccLabel] = 0;
-  context.handles[SdrRole::kMncLabel] = 0;
-  context.handles[SdrRole::kLaLabel] = 0;
-  for (const WindowHandle label : {kMcc, kMnc, kLa}) windows.At(label).text.clear();
+  for (const auto label : {ids().mcc, ids().mnc, ids().la}) tree().SetText(label, "");
+  Discover();
+  form.lstStatusLog.Clear();
   watch.Step();
-  EXPECT_EQ(follower.scans, 0);
+  EXPECT_EQ(scans, 0);
   EXPECT_EQ(watch.NoNetworkCount, 1);
-  Show("262", "1", "100");
+  ShowNetwork("262", "1", "100");
   watch.Step();
-  EXPECT_EQ(follower.scans, 1);
+  EXPECT_EQ(scans, 1);
   EXPECT_EQ(Info(), "MNC:1  LA:100");
 }
 
@@ -312,7 +306,7 @@ TEST_F(NetworkWatchTest, ShuttingDownTheNetworkIsReportedButNotScanned) {
   flags.mblnShuttingDown = true;
   Steps(2);
   EXPECT_EQ(CallLog().size(), 2u);
-  EXPECT_EQ(follower.scans, 0);
+  EXPECT_EQ(scans, 0);
 }
 
 }  // namespace

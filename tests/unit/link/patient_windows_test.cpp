@@ -1,6 +1,5 @@
 #include "link/patient_windows.h"
 
-#include "link/window_text.h"
 #include "link_fixture.h"
 
 namespace corvane::test {
@@ -8,89 +7,110 @@ namespace {
 
 class PatientWindowsTest : public LinkTest {
  protected:
-  void SetUp() override {
-    windows.Add(5, 0, kStatic, "MCC:262");
-    windows.Add(6, 0, kEdit).lines = {"one", "two"};
-    windows.on_hang = [this] { loop.now_ms += 500; };
-  }
-  PatientWindows patient{windows, loop};
+  PatientWindowsTest() { tree().SetText(ids().info_box, "one\r\ntwo"); }
+  WindowHandle Label() { return Handle(ids().tetra_header); }
+  WindowHandle Edit() { return Handle(ids().info_box); }
+  WindowHandle Button() { return Handle(ids().net_info); }
+  void Hang() { desktop.Do("hang 600000"); }
+  void PassPause() { loop.AdvanceMs(PatientWindows::kPauseMs); }
+
+  PatientWindows& patient = patience;
 };
 
 TEST_F(PatientWindowsTest, PassesAnswersOn) {
-  EXPECT_EQ(GetWindowTextOf(patient, 5), "MCC:262");
-  EXPECT_EQ(GetEditLine(patient, 6, 1), "two");
-  EXPECT_TRUE(patient.SetText(5, "x").answered);
-  EXPECT_EQ(windows.At(5).text, "x");
+  EXPECT_EQ(patient.Text(Label()).value, "TETRA Demodulator *");
+  EXPECT_EQ(patient.LineCount(Edit()).value, 2);
+  EXPECT_EQ(patient.Line(Edit(), 1).value, "two");
+  EXPECT_EQ(patient.SetText(Handle(ids().port), "x"), Reply::kAnswered);
+  EXPECT_EQ(tree().Find(ids().port)->text, "x");
+  EXPECT_EQ(patient.Press(Button()), Reply::kAnswered);
+  EXPECT_EQ(patient.PressSelector(Handle(ids().timeslots[2])), Reply::kAnswered);
+  EXPECT_EQ(desktop.model().receiver().state().slot, 3);
   EXPECT_FALSE(patient.Paused());
 }
 
 TEST_F(PatientWindowsTest, AfterATimeOutNothingIsSentForAWhile) {
-  windows.HangAll(true);
-  EXPECT_FALSE(patient.Send(5, kBmClick, 0, 0).answered);
+  Hang();
+  EXPECT_EQ(patient.Press(Button()), Reply::kNoAnswer);
   EXPECT_TRUE(patient.Paused());
-  const auto sent = windows.messages.size();
-  const auto before = loop.now_ms;
+  const auto sent = sim().send_count();
+  const auto before = loop.TickMs();
   for (int i = 0; i < 100; ++i) {
-    EXPECT_FALSE(patient.Send(6, kEmGetLineCount, 0, 0).answered);
-    EXPECT_FALSE(patient.SetText(5, "y").answered);
-    EXPECT_FALSE(patient.GetText(5, 10).answered);
-    EXPECT_FALSE(patient.GetLine(6, 0, 64).answered);
+    EXPECT_EQ(patient.LineCount(Edit()).reply, Reply::kNoAnswer);
+    EXPECT_EQ(patient.SetText(Edit(), "y"), Reply::kNoAnswer);
+    EXPECT_EQ(patient.Text(Label()).reply, Reply::kNoAnswer);
+    EXPECT_EQ(patient.Line(Edit(), 0).reply, Reply::kNoAnswer);
+    EXPECT_EQ(patient.PressSelector(Button()), Reply::kNoAnswer);
+    EXPECT_EQ(patient.Text(4711).reply, Reply::kGone);
   }
-  EXPECT_EQ(windows.messages.size(), sent);
-  EXPECT_EQ(loop.now_ms, before);
+  EXPECT_EQ(sim().send_count(), sent);
+  EXPECT_EQ(loop.TickMs(), before);
 }
 
 TEST_F(PatientWindowsTest, AnyKindOfMessageThatTimesOutStartsThePause) {
-  windows.HangAll(true);
-  EXPECT_FALSE(patient.SetText(5, "y").answered);
-  EXPECT_TRUE(patient.Paused());
-  loop.now_ms += PatientWindows::kPauseMs;
-  EXPECT_FALSE(patient.GetText(5, 10).answered);
-  EXPECT_TRUE(patient.Paused());
-  loop.now_ms += PatientWindows::kPauseMs;
-  EXPECT_FALSE(patient.GetLine(6, 0, 64).answered);
-  EXPECT_TRUE(patient.Paused());
+  Hang();
+  const std::function<Reply()> kinds[] = {[&] { return patient.SetText(Edit(), "y"); },
+                                          [&] { return patient.Text(Label()).reply; },
+                                          [&] { return patient.LineCount(Edit()).reply; },
+                                          [&] { return patient.Line(Edit(), 0).reply; },
+                                          [&] { return patient.PressSelector(Button()); },
+                                          [&] { return patient.Press(Button()); }};
+  for (const auto& ask : kinds) {
+    EXPECT_EQ(ask(), Reply::kNoAnswer);
+    EXPECT_TRUE(patient.Paused());
+    PassPause();
+    EXPECT_FALSE(patient.Paused());
+  }
 }
 
 TEST_F(PatientWindowsTest, AsksAgainAfterThePauseAndResumes) {
-  windows.HangAll(true);
-  (void)patient.Send(5, kBmClick, 0, 0);
-  windows.HangAll(false);
-  loop.now_ms += PatientWindows::kPauseMs - 1;
-  EXPECT_FALSE(patient.Send(5, kBmClick, 0, 0).answered);
-  loop.now_ms += 1;
-  EXPECT_TRUE(patient.Send(5, kBmClick, 0, 0).answered);
+  sim().FailNextSends(1);
+  EXPECT_EQ(patient.Press(Button()), Reply::kNoAnswer);
+  loop.AdvanceMs(PatientWindows::kPauseMs - 1);
+  EXPECT_EQ(patient.Press(Button()), Reply::kNoAnswer);
+  loop.AdvanceMs(1);
+  EXPECT_EQ(patient.Press(Button()), Reply::kAnswered);
 }
 
 TEST_F(PatientWindowsTest, AWindowThatIsGoneStartsNoPause) {
-  EXPECT_FALSE(patient.Send(77, kBmClick, 0, 0).answered);
+  EXPECT_EQ(patient.Press(4711), Reply::kGone);
   EXPECT_FALSE(patient.Paused());
-  EXPECT_EQ(GetWindowTextOf(patient, 5), "MCC:262");
+  EXPECT_EQ(patient.Text(Label()).value, "TETRA Demodulator *");
+}
+
+TEST_F(PatientWindowsTest, ARefusalCostsNoTimeAndStartsNoPause) {
+  sim().SetRefusing(true);
+  EXPECT_EQ(patient.LineCount(Edit()).reply, Reply::kRefused);
+  EXPECT_FALSE(patient.Paused());
+  EXPECT_EQ(patient.Text(Label()).value, "TETRA Demodulator *");
 }
 
 TEST_F(PatientWindowsTest, WhatSendsNoMessageGoesOnDuringThePause) {
-  windows.HangAll(true);
-  (void)patient.Send(5, kBmClick, 0, 0);
+  sim().FailNextSends(1);
+  (void)patient.Press(Button());
+  ASSERT_TRUE(patient.Paused());
   Placement placement;
   ScreenRect rect;
-  EXPECT_TRUE(patient.IsAlive(5));
-  EXPECT_TRUE(patient.IsVisible(5));
-  EXPECT_EQ(patient.ClassName(5), kStatic);
-  EXPECT_TRUE(patient.GetPlacement(5, placement));
-  EXPECT_TRUE(patient.GetRect(5, rect));
-  int seen = 0;
+  EXPECT_TRUE(patient.IsAlive(Edit()));
+  EXPECT_TRUE(patient.IsVisible(Edit()));
+  EXPECT_EQ(patient.ClassName(Edit()), kEdit);
+  EXPECT_EQ(patient.Parent(Edit()), Handle(ids().info_window));
+  EXPECT_TRUE(patient.GetPlacement(Handle(ids().main), placement));
+  EXPECT_TRUE(patient.GetRect(Edit(), rect));
+  EXPECT_NE(patient.ScreenPixel(Edit(), 1, 1), -1);
+  std::size_t seen = 0;
   patient.EnumTopLevel([&seen](WindowHandle) { return ++seen > 0; });
-  EXPECT_EQ(seen, 2);
-  EXPECT_EQ(patient.OwnMainWindow(), windows.own);
+  EXPECT_EQ(seen, tree().top_level().size());
+  EXPECT_EQ(patient.OwnMainWindow(), sim().OwnMainWindow());
 }
 
 TEST_F(PatientWindowsTest, MovesNoWindowDuringThePause) {
-  patient.SetPlacement(5, {});
-  EXPECT_EQ(windows.placements.size(), 1u);
-  windows.HangAll(true);
-  (void)patient.Send(5, kBmClick, 0, 0);
-  patient.SetPlacement(5, {});
-  EXPECT_EQ(windows.placements.size(), 1u);
+  patient.SetPlacement(Handle(ids().main), {});
+  EXPECT_EQ(sim().placed().size(), 1u);
+  sim().FailNextSends(1);
+  (void)patient.Press(Button());
+  patient.SetPlacement(Handle(ids().main), {});
+  EXPECT_EQ(sim().placed().size(), 1u);
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ TEST_P(NetworkBoxTest, ComesBackAfterTheConnectionWasLostInMidCall) {
     const int connects = world.desktop.socket().connect_count();
     world.desktop.Do(loss);
     world.loop.AdvanceMs(1000);
-    EXPECT_FALSE(world.flags.FollowingCall) << loss;
+    EXPECT_FALSE(world.Following()) << loss;
     if (std::string_view(loss) == "die") world.desktop.Do("revive");
     ASSERT_TRUE(world.Settle()) << loss;
     EXPECT_LE(world.desktop.socket().connect_count() - connects, 3) << loss;
@@ -104,7 +104,7 @@ TEST(SdrLinkTest, TheSetupLeavesSdrTunedPlayingAndWithItsBoxesSet) {
               Contains(R"({"Command": "Set", "Method": "Frequency", "Value": 365112500})"));
   const auto& ids = world.desktop.ids();
   const Presets& presets = world.presets;
-  SdrHandles& handles = world.context.handles;
+  const SdrHandles& handles = world.context.handles;
   EXPECT_NE(ids.demodulator, 0u);
   EXPECT_EQ(ReadCheckboxColour(world.windows, handles[SdrRole::kDemodulatorBox], presets),
             presets.CheckedColour);
@@ -144,7 +144,7 @@ TEST(SdrLinkTest, AClosedNetworkInfoIsOpenedAgainAndItsHistoryIsNotActedOn) {
   ASSERT_TRUE(world.StartAndSettle());
   ASSERT_TRUE(world.FollowsCall(1207));
   world.desktop.Do("release id=1207");
-  ASSERT_TRUE(world.loop.RunUntil([&] { return !world.flags.FollowingCall; }, 5000));
+  ASSERT_TRUE(world.loop.RunUntil([&] { return !world.Following(); }, 5000));
   const WindowHandle old_box = world.context.handles[SdrRole::kNetworkInfoEdit];
   const int connects = world.desktop.socket().connect_count();
   const int setups = world.CallLines("Calling SSI:");
@@ -177,6 +177,45 @@ TEST(SdrLinkTest, AHiddenOrRestoredNetworkInfoIsPutBack) {
   }
 }
 
+// The box is emptied and filled again faster than it is looked at: as long as it is shorter than
+// what was read, all of it is history; from the line at which reading stood it is new.
+TEST(SdrLinkTest, ABoxThatShrinksAndGrowsBetweenTwoPollsIsReadOnWhereItStood) {
+  LinkWorld world;
+  ASSERT_TRUE(world.StartAndSettle());
+  ASSERT_TRUE(world.FollowsCall(1207));
+  world.desktop.Do("release id=1207");
+  ASSERT_TRUE(world.loop.RunUntil([&] { return !world.Following(); }, 5000));
+  world.loop.AdvanceMs(5000);
+  standin::WindowTree& tree = world.desktop.model().tree();
+  const auto box = world.desktop.ids().info_box;
+  const std::string old = tree.Find(box)->lines.text();
+  const std::size_t begin = old.rfind('\n', old.find("Call ID:1207")) + 1;
+  const std::string setup = old.substr(begin, old.find("\r\n", begin) + 2 - begin);
+  ASSERT_NE(setup.find("D_Setup"), std::string::npos) << setup;
+  const auto setup_of = [&](int id) {
+    std::string line = setup;
+    return line.replace(line.find("1207"), 4, std::to_string(id));
+  };
+  for (int i = 0; i < 8; ++i) world.desktop.Do("line \"nothing " + std::to_string(i) + "\"");
+  world.loop.AdvanceMs(2000);
+  const int read = world.box.LineCount();
+  ASSERT_GT(read, 8);
+  const auto fill = [&](int lines) {
+    std::string text;
+    for (int i = 0; i < lines; ++i) text += setup_of(2000 + i);
+    tree.SetText(box, text);
+  };
+
+  fill(read - 2);
+  world.loop.AdvanceMs(2000);
+  EXPECT_FALSE(world.Following());
+  EXPECT_EQ(world.CallLines("Call ID: 20"), 0) << "shorter than before: history";
+
+  fill(read + 1);
+  ASSERT_TRUE(world.loop.RunUntil([&] { return world.Following(); }, 2000));
+  EXPECT_EQ(world.form.lblCallID.caption, " " + std::to_string(2000 + read - 2));
+}
+
 // --- A stalled SDR# ---
 
 TEST(SdrLinkTest, AHungSdrNeitherFreezesTheProgramNorReplaysHistory) {
@@ -185,7 +224,7 @@ TEST(SdrLinkTest, AHungSdrNeitherFreezesTheProgramNorReplaysHistory) {
     ASSERT_TRUE(world.StartAndSettle());
     ASSERT_TRUE(world.FollowsCall(1207));
     world.desktop.Do("release id=1207");
-    ASSERT_TRUE(world.loop.RunUntil([&] { return !world.flags.FollowingCall; }, 5000));
+    ASSERT_TRUE(world.loop.RunUntil([&] { return !world.Following(); }, 5000));
     world.loop.AdvanceMs(2000);
     const int setups = world.CallLines("Calling SSI:");
     const int network_changes = world.CallLines("MCC:");
@@ -283,7 +322,7 @@ TEST(SdrLinkTest, CommandsNeverMeetAtASlowServer) {
       ASSERT_TRUE(world.FollowsCall(id)) << handling_ms << " " << id;
       world.loop.AdvanceMs(700 + 37 * id % 300);
       world.desktop.Do("release id=" + std::to_string(id));
-      ASSERT_TRUE(world.loop.RunUntil([&] { return !world.flags.FollowingCall; }, 5000));
+      ASSERT_TRUE(world.loop.RunUntil([&] { return !world.Following(); }, 5000));
     }
     EXPECT_FALSE(world.Reported("Syntax error")) << handling_ms;
     EXPECT_EQ(world.StatusLines("Attempting reset"), 0) << handling_ms;
@@ -298,7 +337,7 @@ TEST(SdrLinkTest, OnlyTheKnownCommandsAreEverSent) {
     ASSERT_TRUE(world.FollowsCall(id));
     world.loop.AdvanceMs(2000);
     world.desktop.Do(id % 2 == 0 ? "cut" : "release id=" + std::to_string(id));
-    ASSERT_TRUE(world.loop.RunUntil([&] { return !world.flags.FollowingCall; }, 5000));
+    ASSERT_TRUE(world.loop.RunUntil([&] { return !world.Following(); }, 5000));
     ASSERT_TRUE(world.Settle());
   }
   const std::string known[] = {R"({"Command": "Set", "Method": "Frequency", "Value": 365112500})",
@@ -340,7 +379,7 @@ TEST(SdrLinkTest, SdrThatIsClosedAndStartedAgainIsSetUpAgain) {
     ASSERT_TRUE(world.FollowsCall(100 + round));
     world.desktop.Do("die");
     world.loop.AdvanceMs(5000);
-    EXPECT_FALSE(world.flags.FollowingCall);
+    EXPECT_FALSE(world.Following());
     EXPECT_FALSE(world.flags.NetRemoteLinkUp);
     EXPECT_EQ(world.form.ShapeWinsock_state.fill_colour.get(), kButtonFace);
     world.desktop.Do("revive");

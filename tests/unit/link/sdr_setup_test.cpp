@@ -10,43 +10,20 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-constexpr const char* kOk = "{\"Result\":\"OK\"}\r\n";
-constexpr std::pair<std::int32_t, std::int32_t> kDemodulatorPixel{307, 407};
-constexpr std::pair<std::int32_t, std::int32_t> kAutoPixel{307, 437};
-
 class SdrSetupTest : public LinkTest {
  protected:
-  void SetUp() override {
-    AddSdr();
-    AddNetworkInfo();
-    FillHandles();
-    socket.state = SocketState::kConnected;
-    flags.NetRemoteConnected = true;
-    flags.NetRemoteLinkUp = true;
-    presets.BaseFrequency = 300000000;
-    socket.on_send = [this](const std::string& command) {
-      const bool asks = command.find("\"Get\"") != std::string::npos;
-      const std::string playing = std::string(R"({"Result":"OK","Method":"IsPlaying","Value":)") +
-                                  (sdr_plays ? "true" : "false") + "}\r\n";
-      loop.At(5, [this, reply = asks ? playing : kOk] { socket.Arrive(reply); });
-    };
+  SdrSetupTest() { Connect(); }
+  [[nodiscard]] WindowHandle Main() { return Handle(ids().main); }
+  [[nodiscard]] bool Checked(standin::WindowId box) { return tree().Find(box)->checked; }
+  void Ask(const std::string& position) {
+    form.chkPositionSDRsharps.value = 1;
+    form.lblPositionSdrSharpCC.caption = position;
   }
-  int Presses(WindowHandle button) { return windows.CountOf(button, kBmClick); }
-
-  bool sdr_plays = false;
-  Presets presets;
-  MemoryFiles files;
-  LogFiles logs{files, clock, form};
-  FakeFollower follower;
-  NetRemote remote{context, logs, "C:\\Corvane", follower, [] { return true; }};
-  Discovery discovery{context};
-  NetworkInfoWindow info{context, discovery};
-  SdrSetup setup{context, remote, info, presets};
 };
 
 TEST_F(SdrSetupTest, SendsItsCommandsInOrder) {
   EXPECT_TRUE(setup.Run());
-  EXPECT_THAT(socket.sent,
+  EXPECT_THAT(sent(),
               ElementsAre(R"({"Command": "Set", "Method": "Frequency", "Value": 365112500})",
                           R"({"Command": "Set", "Method": "DetectorType", "Value": "WFM"})",
                           R"({"Command": "Set", "Method": "FilterBandwidth", "Value": 26000})",
@@ -61,122 +38,100 @@ TEST_F(SdrSetupTest, TunesByThePresetsOfTheMoment) {
   presets.ParkCarrier = 3999;
   presets.BaseFrequency = 900000000;
   presets.FrequencyOffset = -6250;
-  socket.sent.clear();
+  desktop.socket().ForgetSent();
   EXPECT_TRUE(setup.Run());
-  EXPECT_EQ(socket.sent[0], R"({"Command": "Set", "Method": "Frequency", "Value": 999968750})");
+  EXPECT_EQ(sent()[0], R"({"Command": "Set", "Method": "Frequency", "Value": 999968750})");
 }
 
 TEST_F(SdrSetupTest, APlayingSdrIsNotStarted) {
-  sdr_plays = true;
+  desktop.Do("play");
   EXPECT_TRUE(setup.Run());
-  EXPECT_EQ(socket.sent.size(), 5u);
+  EXPECT_EQ(sent().size(), 5u);
 }
 
 TEST_F(SdrSetupTest, WhatThePreviousSdrLastReportedDoesNotCount) {
   flags.mblnIsPlaying = true;
-  socket.on_send = nullptr;  // nor does it answer in time
+  Mute();  // nor does it answer in time
   EXPECT_TRUE(setup.Run());
-  EXPECT_EQ(socket.sent.size(), 6u) << "an SDR# that was started anew has to be started";
+  EXPECT_EQ(sent().size(), 6u) << "an SDR# that was started anew has to be started";
 }
 
 TEST_F(SdrSetupTest, EachAnswerIsReadByItself) {
-  std::vector<std::string> reads;
-  int arrived = 0;
-  socket.on_send = [&](const std::string& command) {
-    const bool asks = command.find("\"Get\"") != std::string::npos;
-    // Late answers: each comes 180 ms after its command, behind the 50 ms pause.
-    loop.At(180, [&, reply = asks ? std::string("{\"Result\":\"OK\",\"Method\":\"IsPlaying\","
-                                                "\"Value\":true}\r\n")
-                                  : std::string(kOk)] {
-      ++arrived;
-      socket.Arrive(reply);
-    });
-  };
+  desktop.Do("play");
+  desktop.Do("handling 180");  // late answers, behind the 50 ms pause
   EXPECT_TRUE(setup.Run());
-  EXPECT_EQ(arrived, static_cast<int>(socket.sent.size()));
   EXPECT_TRUE(flags.mblnIsPlaying) << "the reply was lost behind an acknowledgement";
 }
 
 TEST_F(SdrSetupTest, TakesItsTimesAndLetsEventsRunInAllOfThem) {
   int ticks = 0;
-  auto timer = loop.MakeTimer(10, [&] { ++ticks; });
+  const auto timer = loop.MakeTimer(10, [&] { ++ticks; });
   timer->SetEnabled(true);
-  const auto start = loop.now_ms;
-  EXPECT_TRUE(setup.Run());
-  // 100 + six commands of 50 + 1500 + 50 + 50
-  EXPECT_EQ(loop.now_ms - start, 2000);
-  EXPECT_GE(ticks, 199);
-}
-
-TEST_F(SdrSetupTest, WaitsFirstThenTunes) {
   std::int64_t first = 0;
-  socket.on_send = [&](const std::string&) {
-    if (first == 0) first = loop.now_ms;
-  };
-  const auto start = loop.now_ms;
+  desktop.socket().SetOnSend([&] {
+    if (first == 0) first = loop.TickMs();
+  });
+  const auto start = loop.TickMs();
   EXPECT_TRUE(setup.Run());
-  EXPECT_EQ(first - start, 100);
+  EXPECT_EQ(first - start, 100) << "it waits first, then tunes";
+  // 100 + six commands of 50 + 1500 + 50 + 50
+  EXPECT_EQ(loop.TickMs() - start, 2000);
+  EXPECT_GE(ticks, 199);
 }
 
 TEST_F(SdrSetupTest, BringsSdrAndThenItselfToTheFront) {
   EXPECT_TRUE(setup.Run());
-  EXPECT_THAT(windows.foregrounds, ElementsAre(kSdr, windows.own));
+  EXPECT_THAT(sim().foregrounds(), ElementsAre(Main(), sim().OwnMainWindow()));
 }
 
 TEST_F(SdrSetupTest, MinimisesNetworkInfoAfterSdrWasBroughtToTheFront) {
   EXPECT_TRUE(setup.Run());
-  ASSERT_EQ(windows.placements.size(), 1u);
-  EXPECT_EQ(windows.placements[0].first, kInfoWindow);
-  EXPECT_EQ(windows.placements[0].second.show_state, kShowMinimised);
-}
-
-TEST_F(SdrSetupTest, PositionsSdrFirst) {
-  form.chkPositionSDRsharps.value = 1;
-  form.lblPositionSdrSharpCC.caption = std::string("1,2,3,4");
-  EXPECT_TRUE(setup.Run());
-  ASSERT_EQ(windows.placements.size(), 2u);
-  EXPECT_EQ(windows.placements[0].first, kSdr);
-  EXPECT_EQ(windows.placements[0].second.normal_position, (ScreenRect{1, 2, 3, 4}));
+  EXPECT_THAT(sim().placed(), ElementsAre(Handle(ids().info_window)));
+  EXPECT_EQ(tree().Find(ids().info_window)->show_state, standin::ShowState::kMinimised);
 }
 
 TEST_F(SdrSetupTest, PressesBoxesWhoseColourIsExactlyTheWrongOne) {
-  windows.pixels[kDemodulatorPixel] = presets.UnCheckedColour;
-  windows.pixels[kAutoPixel] = presets.CheckedColour;
+  ASSERT_FALSE(Checked(ids().demodulator));
+  ASSERT_TRUE(Checked(ids().automatic));
   EXPECT_TRUE(setup.Run());
-  EXPECT_EQ(Presses(kDemodulator), 1);
-  EXPECT_EQ(Presses(kAuto), 1);
+  EXPECT_EQ(Presses(ids().demodulator), 1);
+  EXPECT_EQ(Presses(ids().automatic), 1);
+  EXPECT_TRUE(Checked(ids().demodulator));
+  EXPECT_FALSE(Checked(ids().automatic));
 }
 
 TEST_F(SdrSetupTest, LeavesBoxesAloneThatAreRightOrUnknown) {
-  const std::pair<std::int32_t, std::int32_t> colours[] = {
-      {presets.CheckedColour, presets.UnCheckedColour},
-      {-1, -1},
-      {0, 0},
-      {presets.UnCheckedColour + 1, presets.CheckedColour - 1}};
-  for (const auto& [demodulator, automatic] : colours) {
-    windows.pixels[kDemodulatorPixel] = demodulator;
-    windows.pixels[kAutoPixel] = automatic;
-    EXPECT_TRUE(setup.Run());
-  }
-  EXPECT_EQ(Presses(kDemodulator) + Presses(kAuto), 0);
+  EXPECT_TRUE(setup.Run());
+  sim().ForgetMessages();
+  EXPECT_TRUE(setup.Run()) << "both are right";
+  desktop.Do("check demodulator off");
+  desktop.Do("check auto on");
+  desktop.Do("paint demodulator other");
+  desktop.Do("paint auto other");
+  EXPECT_TRUE(setup.Run()) << "neither colour";
+  desktop.Do("paint demodulator normal");
+  desktop.Do("paint auto normal");
+  ++presets.UnCheckedColour;
+  --presets.CheckedColour;
+  EXPECT_TRUE(setup.Run()) << "nearly the colours";
+  EXPECT_EQ(Presses(ids().demodulator) + Presses(ids().automatic), 0);
 }
 
 TEST_F(SdrSetupTest, AMissingAutoBoxIsNotPressed) {
-  context.handles[SdrRole::kAutoBox] = 0;
+  tree().Destroy(ids().automatic);
   presets.CheckedColour = -2;
   EXPECT_TRUE(setup.Run());
-  EXPECT_EQ(windows.CountOf(0, kBmClick), 0);
+  EXPECT_EQ(Presses(ids().automatic), 0);
 }
 
 TEST_F(SdrSetupTest, ACollapsedPanelIsReportedAndTheSetupCompletes) {
-  windows.At(kDemodulator).visible = false;
-  windows.pixels[kDemodulatorPixel] = presets.UnCheckedColour;
+  desktop.Do("panel tetra collapse");
   EXPECT_TRUE(setup.Run());
   EXPECT_THAT(StatusLog(), ElementsAre("*** You need to expand TETRA Demodulator panel ***"));
   EXPECT_TRUE(LastStatusLineShown());
-  EXPECT_EQ(Presses(kDemodulator), 0);
+  EXPECT_EQ(Presses(ids().demodulator), 0);
   EXPECT_TRUE(flags.mblnSetupDone);
-  EXPECT_THAT(windows.foregrounds, ElementsAre(kSdr, windows.own));
+  EXPECT_THAT(sim().foregrounds(), ElementsAre(Main(), sim().OwnMainWindow()));
 }
 
 TEST_F(SdrSetupTest, AVisiblePanelIsNotReported) {
@@ -184,55 +139,102 @@ TEST_F(SdrSetupTest, AVisiblePanelIsNotReported) {
   EXPECT_THAT(StatusLog(), IsEmpty());
 }
 
-// The socket is lost, or the program closed, at each moment of the set-up in turn.
+// The socket is lost at each moment of the set-up in turn.
 TEST_F(SdrSetupTest, EndsAtWhicheverMomentTheSocketIsLost) {
   for (int moment = 0; moment < 2000; moment += 5) {
-    socket.state = SocketState::kConnected;
+    desktop.socket().PretendState(std::nullopt);
+    desktop.Do("stop");
     flags.mblnSetupDone = false;
-    windows.foregrounds.clear();
-    const auto lost_at = loop.now_ms + moment;
-    loop.At(moment, [this] { socket.state = SocketState::kClosing; });
+    const auto fronts = sim().foregrounds().size();
+    const auto lost_at = loop.TickMs() + moment;
+    At(moment, [this] { desktop.socket().PretendState(SocketState::kClosing); });
     EXPECT_FALSE(setup.Run()) << moment;
     EXPECT_FALSE(flags.mblnSetupDone) << moment;
-    EXPECT_LE(loop.now_ms - lost_at, 15) << moment;
-    EXPECT_THAT(windows.foregrounds, Not(Contains(windows.own))) << moment;
-    loop.Run(300);
+    EXPECT_LE(loop.TickMs() - lost_at, 15) << moment;
+    const auto& raised = sim().foregrounds();
+    EXPECT_LE(raised.size(), fronts + 1) << moment;
+    if (raised.size() > fronts) {
+      EXPECT_EQ(raised.back(), Main()) << moment;
+    }
+    loop.AdvanceMs(300);
   }
 }
 
 TEST_F(SdrSetupTest, EndsWhenTheProgramShutsDown) {
-  loop.At(200,
-          [this] { loop.Post(EventSource::kUser, [this] { flags.mblnShuttingDown = true; }); });
-  const auto start = loop.now_ms;
+  At(200, [this] { loop.Post(EventSource::kUser, [this] { flags.mblnShuttingDown = true; }); });
+  const auto start = loop.TickMs();
   EXPECT_FALSE(setup.Run());
-  EXPECT_LE(loop.now_ms - start, 215);
+  EXPECT_LE(loop.TickMs() - start, 215);
   EXPECT_FALSE(flags.mblnSetupDone);
 }
 
 TEST_F(SdrSetupTest, ASocketThatIsLostBeforeTheFirstCommandGetsNone) {
-  socket.state = SocketState::kClosing;
+  desktop.Do("cut");
+  loop.AdvanceMs(10);
   EXPECT_FALSE(setup.Run());
-  EXPECT_THAT(socket.sent, IsEmpty());
+  EXPECT_THAT(sent(), IsEmpty());
 }
 
-TEST_F(SdrSetupTest, WaitsWhileAReplyIsBeingHandled) {
-  flags.mblnReceiving = true;
-  loop.At(500, [this] { flags.mblnReceiving = false; });
-  std::vector<std::int64_t> times;
-  socket.on_send = [&](const std::string&) { times.push_back(loop.now_ms); };
-  const auto start = loop.now_ms;
+// --- Where SDR# stands ---
+
+TEST_F(SdrSetupTest, FourIntegersMakeAPosition) {
+  EXPECT_EQ(ParsePosition("1,2,300,400"), (ScreenRect{1, 2, 300, 400}));
+  EXPECT_EQ(ParsePosition("-8,-8, 300 ,400"), (ScreenRect{-8, -8, 300, 400}));
+  for (const char* text :
+       {"", "1,2,3", "1,2,3,4,5", "1,2,3,x", "1,2,,4", "1;2;3;4", "1,2,3,99999999999"}) {
+    EXPECT_EQ(ParsePosition(text), std::nullopt) << text;
+  }
+}
+
+TEST_F(SdrSetupTest, TheDoubleClickTakesTheRectangleOfAWindowShownNormally) {
+  tree().SetBox(ids().main, {-4, 20, 814, 600});
+  TakeSdrPosition(context);
+  EXPECT_EQ(form.lblPositionSdrSharpCC.caption, "-4,20,810,620");
+}
+
+TEST_F(SdrSetupTest, AMinimisedOrMaximisedWindowDoesNotChangeTheStoredPosition) {
+  form.lblPositionSdrSharpCC.caption = "1,2,3,4";
+  for (const std::uint32_t state : {2u, 3u, 6u}) {
+    sim().PretendShowState(state);
+    TakeSdrPosition(context);
+    EXPECT_EQ(form.lblPositionSdrSharpCC.caption, "1,2,3,4");
+  }
+  sim().PretendShowState(sim::SimWindowOps::kNoShowState);
+  desktop.Do("die");
+  TakeSdrPosition(context);
+  Discover();
+  TakeSdrPosition(context);
+  EXPECT_EQ(form.lblPositionSdrSharpCC.caption, "1,2,3,4");
+}
+
+TEST_F(SdrSetupTest, PositionsSdrFirst) {
+  Ask("5,6,700,800");
   EXPECT_TRUE(setup.Run());
-  EXPECT_GE(times[1] - start, 550);
+  EXPECT_THAT(sim().placed(), ElementsAre(Main(), Handle(ids().info_window)));
+  EXPECT_EQ(tree().Find(ids().main)->box, (standin::Box{5, 6, 695, 794}));
+  EXPECT_EQ(tree().Find(ids().main)->show_state, standin::ShowState::kNormal);
 }
 
-TEST_F(SdrSetupTest, TheWaitForAReplyEndsWithTheSocket) {
-  flags.mblnReceiving = true;
-  socket.on_send = nullptr;
-  loop.At(500, [this] { socket.state = SocketState::kError; });
-  const auto start = loop.now_ms;
-  EXPECT_FALSE(setup.Run());
-  EXPECT_LE(loop.now_ms - start, 520);
-  EXPECT_EQ(socket.sent.size(), 1u);
+TEST_F(SdrSetupTest, SdrIsNotMovedUnaskedOrWithoutAPosition) {
+  Ask("5,6,700,800");
+  for (const int value : {0, 2}) {
+    form.chkPositionSDRsharps.value = value;
+    EXPECT_TRUE(setup.Run());
+  }
+  for (const char* text : {"", "5,6,700", "here"}) {
+    Ask(text);
+    EXPECT_TRUE(setup.Run());
+  }
+  EXPECT_THAT(sim().placed(), Not(Contains(Main())));
+}
+
+TEST_F(SdrSetupTest, SdrNotShownNormallyIsNotMoved) {
+  Ask("5,6,700,800");
+  for (const std::uint32_t state : {2u, 3u, 6u}) {
+    sim().PretendShowState(state);
+    EXPECT_TRUE(setup.Run());
+  }
+  EXPECT_TRUE(sim().placed().empty());
 }
 
 }  // namespace

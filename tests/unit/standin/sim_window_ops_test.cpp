@@ -12,8 +12,6 @@
 namespace corvane::sim {
 namespace {
 
-constexpr std::intptr_t kPointInSelector = 852006;  // x 38, y 13
-
 class SimWindowOpsTest : public ::testing::Test {
  protected:
   SimWindowOpsTest() {
@@ -24,7 +22,7 @@ class SimWindowOpsTest : public ::testing::Test {
   WindowHandle FindTopLevel(const std::string& text) {
     WindowHandle found = 0;
     Ops().EnumTopLevel([&](WindowHandle window) {
-      if (Ops().GetText(window, 100).text.starts_with(text)) found = window;
+      if (Ops().Text(window).value.starts_with(text)) found = window;
       return found == 0;
     });
     return found;
@@ -62,22 +60,19 @@ TEST_F(SimWindowOpsTest, EnumeratesAllDescendants) {
 }
 
 TEST_F(SimWindowOpsTest, PressesButtonsAndSelectorsByMessages) {
-  EXPECT_TRUE(Ops().Send(At(desktop_.ids().network), kBmClick, 0, 0).answered);
+  EXPECT_EQ(Ops().Press(At(desktop_.ids().network)), Reply::kAnswered);
   EXPECT_TRUE(desktop_.model().server().listening());
-  Ops().Send(At(desktop_.ids().timeslots[3]), kWmLButtonDown, 1, kPointInSelector);
+  Ops().PressSelector(At(desktop_.ids().timeslots[3]));
   EXPECT_EQ(desktop_.model().receiver().state().slot, 4);
-  Ops().Send(At(desktop_.ids().net_info), kBmClick, 0, 0);
+  Ops().Press(At(desktop_.ids().net_info));
   EXPECT_NE(FindTopLevel("Network Info"), 0u);
 }
 
 TEST_F(SimWindowOpsTest, ReadsAndWritesTexts) {
   const WindowHandle port = At(desktop_.ids().port);
-  EXPECT_EQ(Ops().Send(port, kWmGetTextLength, 0, 0).value, 4);
-  EXPECT_EQ(Ops().GetText(port, 5).text, "3383");
-  EXPECT_EQ(Ops().GetText(port, 3).text, "33");
-  EXPECT_EQ(Ops().GetText(port, 0).text, "");
+  EXPECT_EQ(Ops().Text(port).value, "3383");
   Ops().SetText(port, "4000");
-  EXPECT_EQ(Ops().GetText(port, 50).text, "4000");
+  EXPECT_EQ(Ops().Text(port).value, "4000");
 }
 
 TEST_F(SimWindowOpsTest, ReadsLinesOfTheNetworkInfoBox) {
@@ -85,15 +80,12 @@ TEST_F(SimWindowOpsTest, ReadsLinesOfTheNetworkInfoBox) {
   desktop_.Do("line \"first one\"");
   desktop_.Do("line \"second\"");
   const WindowHandle box = At(desktop_.ids().info_box);
-  EXPECT_EQ(Ops().Send(box, kEmGetLineCount, 0, 0).value, 3);
-  const std::intptr_t index = Ops().Send(box, kEmLineIndex, 1, 0).value;
-  EXPECT_EQ(index, 11);
-  EXPECT_EQ(Ops().Send(box, kEmLineLength, static_cast<std::uintptr_t>(index), 0).value, 6);
-  EXPECT_EQ(Ops().GetLine(box, 1, 64).text, "second");
-  EXPECT_EQ(Ops().GetLine(box, 0, 5).text, "first");
-  EXPECT_EQ(Ops().GetLine(box, 9, 64).text, "");
+  EXPECT_EQ(Ops().LineCount(box).value, 3);
+  EXPECT_EQ(Ops().Line(box, 1).value, "second");
+  EXPECT_EQ(Ops().Line(box, 0).value, "first one");
+  EXPECT_EQ(Ops().Line(box, 9).value, "");
   Ops().SetText(box, "");
-  EXPECT_EQ(Ops().Send(box, kEmGetLineCount, 0, 0).value, 1);
+  EXPECT_EQ(Ops().LineCount(box).value, 1);
 }
 
 TEST_F(SimWindowOpsTest, GivesEmptyAnswersAboutWindowsThatAreGone) {
@@ -107,10 +99,10 @@ TEST_F(SimWindowOpsTest, GivesEmptyAnswersAboutWindowsThatAreGone) {
     EXPECT_FALSE(Ops().IsVisible(window));
     EXPECT_EQ(Ops().ClassName(window), "");
     EXPECT_EQ(Ops().Parent(window), 0u);
-    EXPECT_FALSE(Ops().Send(window, kBmClick, 0, 0).answered);
-    EXPECT_FALSE(Ops().SetText(window, "x").answered);
-    EXPECT_FALSE(Ops().GetText(window, 50).answered);
-    EXPECT_FALSE(Ops().GetLine(window, 0, 64).answered);
+    EXPECT_EQ(Ops().Press(window), Reply::kGone);
+    EXPECT_EQ(Ops().SetText(window, "x"), Reply::kGone);
+    EXPECT_EQ(Ops().Text(window).reply, Reply::kGone);
+    EXPECT_EQ(Ops().Line(window, 0).reply, Reply::kGone);
     EXPECT_FALSE(Ops().GetPlacement(window, placement));
     EXPECT_FALSE(Ops().GetRect(window, rect));
     Ops().SetPlacement(window, placement);
@@ -131,28 +123,28 @@ TEST_F(SimWindowOpsTest, GivesNewHandlesAfterARestart) {
 TEST_F(SimWindowOpsTest, WaitsForAHungWindowWithinTheLimit) {
   desktop_.Do("hang 1000");
   const std::int64_t start = loop_.TickMs();
-  EXPECT_TRUE(Ops().GetText(At(desktop_.ids().port), 50).answered);
+  EXPECT_TRUE(Ops().Text(At(desktop_.ids().port)).answered());
   EXPECT_EQ(loop_.TickMs() - start, 1000);
 }
 
 TEST_F(SimWindowOpsTest, GivesUpOnAHungWindowAndSoonDoesNotAskIt) {
   desktop_.Do("hang 60000");
   const std::int64_t start = loop_.TickMs();
-  EXPECT_FALSE(Ops().Send(At(desktop_.ids().port), kWmGetTextLength, 0, 0).answered);
+  EXPECT_EQ(Ops().Text(At(desktop_.ids().port)).reply, Reply::kNoAnswer);
   EXPECT_EQ(loop_.TickMs() - start, SimWindowOps::kSendLimitMs);
   loop_.Sleep(4000);
   const std::int64_t later = loop_.TickMs();
-  EXPECT_FALSE(Ops().GetText(At(desktop_.ids().main), 50).answered);
+  EXPECT_EQ(Ops().Text(At(desktop_.ids().main)).reply, Reply::kNoAnswer);
   EXPECT_EQ(loop_.TickMs(), later);
   EXPECT_TRUE(Ops().IsAlive(At(desktop_.ids().port)));
-  EXPECT_TRUE(Ops().GetText(At(desktop_.own_window()), 50).answered);
+  EXPECT_TRUE(Ops().Text(At(desktop_.own_window())).answered());
 }
 
 TEST_F(SimWindowOpsTest, FailsSendsOnDemand) {
   Ops().FailNextSends(1);
-  EXPECT_FALSE(Ops().Send(At(desktop_.ids().network), kBmClick, 0, 0).answered);
+  EXPECT_EQ(Ops().Press(At(desktop_.ids().network)), Reply::kNoAnswer);
   EXPECT_FALSE(desktop_.model().server().listening());
-  EXPECT_TRUE(Ops().Send(At(desktop_.ids().network), kBmClick, 0, 0).answered);
+  EXPECT_EQ(Ops().Press(At(desktop_.ids().network)), Reply::kAnswered);
 }
 
 TEST_F(SimWindowOpsTest, MinimisesRestoresAndMovesByPlacement) {
@@ -183,7 +175,7 @@ TEST_F(SimWindowOpsTest, ShowsTheColoursOfTheCheckBoxesUnlessCovered) {
   ASSERT_TRUE(Ops().GetRect(box, rect));
   const auto pixel = [&] { return Ops().ScreenPixel(box, rect.left + 7, rect.top + 7); };
   EXPECT_EQ(pixel(), 14934753);
-  Ops().Send(box, kBmClick, 0, 0);
+  Ops().Press(box);
   EXPECT_EQ(pixel(), 10580318);
   const standin::WindowId cover =
       desktop_.AddForeignWindow("Other", "Other", {rect.left - 5, rect.top - 5, 50, 50});
@@ -204,7 +196,7 @@ TEST_F(SimWindowOpsTest, SeesTheWorldAsItIsAtTheLoopsTime) {
   desktop_.Do("play");
   desktop_.Do("call id=5 group=1 party=2 carrier=2610 slot=1 repeat=0.1");
   loop_.Sleep(1000);
-  EXPECT_EQ(Ops().Send(At(desktop_.ids().info_box), kEmGetLineCount, 0, 0).value, 12);
+  EXPECT_EQ(Ops().LineCount(At(desktop_.ids().info_box)).value, 12);
 }
 
 TEST(SimDesktopTest, RefusesAFaultyScenario) {

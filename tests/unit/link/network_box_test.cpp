@@ -1,0 +1,82 @@
+#include "link/network_box.h"
+
+#include "link_fixture.h"
+
+namespace corvane::test {
+namespace {
+
+class NetworkBoxRuleTest : public LinkTest {
+ protected:
+  WindowHandle Port() { return Handle(ids().port); }
+  WindowHandle Box() { return Handle(ids().network); }
+  void Found() { rule.SwitchOnWhenFound(Port(), Box()); }
+  void Refused() { rule.SwitchOnAfterRefusal(Port(), Box()); }
+
+  NetworkBox rule{windows, desktop.socket()};
+};
+
+TEST_F(NetworkBoxRuleTest, WritesThePortAndPresses) {
+  Found();
+  EXPECT_EQ(sim().messages(),
+            (std::vector<Message>{{Port(), Kind::kSetText, "3383"}, {Box(), Kind::kPress}}));
+  sim().ForgetMessages();
+  Refused();
+  EXPECT_EQ(sim().messages(),
+            (std::vector<Message>{{Port(), Kind::kSetText, "3383"}, {Box(), Kind::kPress}}));
+}
+
+TEST_F(NetworkBoxRuleTest, DoesNotPressUnderALiveConnectionButWritesThePort) {
+  desktop.socket().PretendState(SocketState::kConnected);
+  Found();
+  EXPECT_EQ(sim().messages(), (std::vector<Message>{{Port(), Kind::kSetText, "3383"}}));
+}
+
+TEST_F(NetworkBoxRuleTest, PressesInEveryOtherStateOfTheSocket) {
+  int expected = 0;
+  for (const SocketState state : {SocketState::kClosed, SocketState::kConnecting,
+                                  SocketState::kClosing, SocketState::kError}) {
+    desktop.socket().PretendState(state);
+    Found();
+    EXPECT_EQ(Presses(ids().network), ++expected);
+  }
+}
+
+TEST_F(NetworkBoxRuleTest, DoesNotPressRightAfterTheRefusedConnectionPressedTheSameBox) {
+  Refused();
+  sim().ForgetMessages();
+  Found();
+  EXPECT_EQ(sim().messages(), (std::vector<Message>{{Port(), Kind::kSetText, "3383"}}));
+  Found();
+  EXPECT_EQ(Presses(ids().network), 1) << "the press counts for one run alone";
+}
+
+TEST_F(NetworkBoxRuleTest, PressesTheBoxOfAnSdrThatWasStartedAnewSinceTheRefusal) {
+  Refused();
+  desktop.Do("die");
+  desktop.Do("revive");
+  sim().ForgetMessages();
+  Found();
+  EXPECT_EQ(Presses(ids().network), 1);
+}
+
+TEST_F(NetworkBoxRuleTest, APressThatWasNotAnsweredDoesNotCount) {
+  for (const bool refused : {false, true}) {
+    sim().SetSilent(Box(), !refused);
+    sim().SetRefusing(refused);
+    Refused();
+    sim().SetSilent(Box(), false);
+    sim().SetRefusing(false);
+    sim().ForgetMessages();
+    Found();
+    EXPECT_EQ(Presses(ids().network), 1) << refused;
+  }
+}
+
+TEST_F(NetworkBoxRuleTest, WithoutWindowsNothingIsSent) {
+  rule.SwitchOnAfterRefusal(0, 0);
+  rule.SwitchOnWhenFound(0, 0);
+  EXPECT_TRUE(sim().messages().empty());
+}
+
+}  // namespace
+}  // namespace corvane::test
