@@ -37,7 +37,8 @@ class MciLostSource : public ::testing::Test {
     }
   }
   [[nodiscard]] int Recorded_ms() {
-    return ParseShown<int>(mci_.Send(MciCommand::Status("position"), kReplyLength).text).value_or(0);
+    return ParseShown<int>(mci_.Send(MciCommand::Status("position"), kReplyLength).text)
+        .value_or(0);
   }
   // -> what "save" answered.
   unsigned End() {

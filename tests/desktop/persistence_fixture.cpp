@@ -6,11 +6,11 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "app/start_load.h"
 #include "base/files_win.h"
 #include "base/wall_clock_win.h"
 #include "panel/form1.h"
 #include "panel/presets.h"
-#include "app/start_load.h"
 #include "sim/no_sink.h"
 #include "sim/sim_loop.h"
 #include "sim/sim_prompts.h"

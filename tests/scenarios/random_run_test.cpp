@@ -243,7 +243,9 @@ TEST(RandomRuns, NothingGetsStuckWhateverHappens) {
       return;
     }
   }
-  if (single == 0) EXPECT_GT(actions_in_waits, last) << "the user acts inside waits, too";
+  if (single == 0) {
+    EXPECT_GT(actions_in_waits, last) << "the user acts inside waits, too";
+  }
 }
 
 }  // namespace

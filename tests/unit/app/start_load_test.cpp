@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "scenarios/world.h"
-#include "store/settings_record.h"
+#include "store/settings.h"
 
 namespace corvane::sim {
 namespace {

@@ -194,7 +194,8 @@ TEST_F(PollCycleTest, TheResetStopsARecording) {
   flags.NetRemoteLinkUp = false;
   Cycle();
   EXPECT_FALSE(follower.call().RecordingActive());
-  EXPECT_THAT(mci.commands(), Contains(sim::SimMci::Command{"stop recsound", 0}));
+  EXPECT_THAT(mci.commands(),
+              Contains(::testing::Field(&sim::SimMci::Command::text, "stop recsound")));
   EXPECT_EQ(form.ShapeBusy_state.border_colour.get(), kWindowText);
   EXPECT_EQ(form.ShapeBusy_state.border_width.get(), 1);
 }

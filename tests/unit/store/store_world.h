@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/start_load.h"
 #include "panel/form1.h"
 #include "panel/presets.h"
 #include "panel/program_flags.h"
@@ -19,7 +20,6 @@
 #include "store/rec_only_list.h"
 #include "store/saved_lists.h"
 #include "store/settings.h"
-#include "app/start_load.h"
 
 namespace corvane {
 
