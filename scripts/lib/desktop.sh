@@ -53,27 +53,32 @@ file_cases() {
   run_desktop_programs $FILE_PROGRAMS
 }
 
-# run_desktop_programs PROGRAM...: all their cases, a line for each.
+# run_desktop_programs PROGRAM...: all their cases, a line for each, and at last one that says so.
 run_desktop_programs() {
-  local program tests name
+  local program tests names name
   for program in "$@"; do
     tests=$BUILD/mingw/tests/desktop/$program.exe
-    for name in $(wine_here "$tests" --gtest_list_tests "--gtest_filter=$CASES" 2>/dev/null |
-      tr -d '\r' | awk '/^[^ ]/ {suite = $1} /^  / {print suite $1}'); do
+    names=$(wine_here "$tests" --gtest_list_tests "--gtest_filter=$CASES" 2>/dev/null |
+      tr -d '\r' | awk '/^[^ ]/ {suite = $1} /^  / {print suite $1}') || names=
+    [ -n "$names" ] || [ -n "${DESKTOP_FILTER:-}" ] || say "FAILED  $program lists no case"
+    for name in $names; do
       run_desktop_case "$tests" "$name"
     done
   done
+  say "end     of $*"
 }
 
 # count_desktop_cases FILE: adds what the lines in it say.
 count_desktop_cases() {
-  local result name found=
+  local result name found= ended=
   while read -r result name _; do
     case $result in
       ok) found=yes && pass ;;
       FAILED) found=yes && fail "desktop: $name" ;;
+      end) ended=yes ;;
     esac
   done <"$1"
+  [ -n "$ended" ] || fail "desktop: $(basename "$1") ended before its last case"
   [ -n "$found" ] || [ -n "${DESKTOP_FILTER:-}" ] || fail "desktop: no case in $(basename "$1")"
 }
 
