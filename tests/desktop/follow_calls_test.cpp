@@ -448,6 +448,28 @@ TEST_F(CallTest, ClosesInTheMiddleOfACall) {
   EXPECT_TRUE(Folder().Has("TETRA_GSSI.txt"));
 }
 
+// A question is under way when the closing begins, and takes its time: what is sent before the
+// answer would be read together with what follows, and both would be lost.
+TEST_F(CallTest, ClosingInMidCallParksASlowServer) {
+  Begin();
+  Do("handling 120");
+  Do("call id=41 group=9001 party=5010 carrier=2610 slot=1");
+  AwaitFollowing(41);
+  const std::size_t mark = Mark();
+  const auto questions = [this] {
+    return CountContaining(Sdr().Details("command"), "AudioIsMuted");
+  };
+  const int before = questions();
+  Await("a question", [&] { return questions() > before; });
+  Close(Corvane().Window());
+  EXPECT_EQ(Corvane().TheProcess().WaitForExit(kGenerousLimit_ms), 0u);
+  AwaitConnectionEnded();
+  EXPECT_EQ(Commands(mark), TuneTo(2604, "25"));
+  const std::string tuned = Sdr().Details("tune").back();
+  EXPECT_NE(tuned.find(" carrier=2604 "), std::string::npos) << tuned;
+  EXPECT_NE(tuned.find(" gain=25 "), std::string::npos) << tuned;
+}
+
 TEST_F(CallTest, RecordsAFollowedCall) {
   Settings settings;
   settings.record_mode_index = 1;
