@@ -209,5 +209,16 @@ TEST_F(ShutdownTest, ASessionThatEndsWhileAStartUpBoxIsOpenLeavesTheSettingsAlon
   EXPECT_EQ(world.FileText(kSettings), settings);
 }
 
+TEST_F(ShutdownTest, NorDoesItWriteAnewWhatAStartHasRefused) {
+  SettingsRecord refused;
+  refused.OffsetIndex = 4;
+  for (const std::string& content : {EncodeSettings(refused), std::string()}) {
+    World world({.scenario = "base 800000000\n", .files = {{kSettings, content}}});
+    world.prompts.SetWhileOpen([&world](const SimPrompts::Box&) { world.user().SessionEnding(); });
+    EXPECT_FALSE(world.Load());
+    EXPECT_FALSE(world.files.Content(std::string(World::kProgramFolder) + kSettings));
+  }
+}
+
 }  // namespace
 }  // namespace corvane::sim
