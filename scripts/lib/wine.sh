@@ -76,6 +76,9 @@ start_sound() {
   for tries in $(seq 1 100); do
     if pactl set-default-source corvane.monitor 2>/dev/null; then
       pactl set-default-sink corvane
+      # The server gives up what niceness it was started with.
+      # shellcheck disable=SC2046
+      renice -n "$(nice)" -p $(ls "/proc/$server/task") >/dev/null 2>&1 || true
       cp "$ROOT/scripts/lib/sound_source.sh" "$folder/sound-source"
       CORVANE_SOUND_SOURCE=$(windows_path "$folder/sound-source")
       export CORVANE_SOUND_SOURCE

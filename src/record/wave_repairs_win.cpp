@@ -6,8 +6,11 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
+#include <string_view>
 #include <utility>
+#include <vector>
+
+#include "base/number_text.h"
 
 namespace corvane {
 
@@ -17,13 +20,23 @@ using Verb = MciCommand::Verb;
 
 constexpr DWORD kThreadEndLimit_ms = 2000;
 constexpr unsigned kModeReplyLength = 32;
+// The last Wine whose "stop" leaves the buffers to the recording thread. With later ones "stop"
+// hands out both, and is done with that in less than kHold_ms.
+constexpr int kLastPatientWine = 8;
+constexpr DWORD kHold_ms = 200;
 constexpr LONG kQueryStartAddress = 9;
 
 using QueryThread = LONG(WINAPI*)(HANDLE, LONG, void*, ULONG, ULONG*);
 
-bool UnderWine() {
+// 0: this is Windows.
+int WineVersion() {
   const HMODULE ntdll = GetModuleHandleA("ntdll.dll");
-  return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
+  if (ntdll == nullptr) return 0;
+  const auto version = reinterpret_cast<const char*(CDECL*)()>(
+      reinterpret_cast<void*>(GetProcAddress(ntdll, "wine_get_version")));
+  if (version == nullptr) return 0;
+  const std::string_view text = version();  // "10.0", "9.0-rc1"
+  return ParseDecimal<int>(text.substr(0, text.find('.'))).value_or(1);
 }
 
 bool RunsIn(HANDLE thread, HMODULE module, QueryThread query) {
@@ -36,25 +49,67 @@ bool RunsIn(HANDLE thread, HMODULE module, QueryThread query) {
          owner == module;
 }
 
-// Calls `visit` with each thread of this program that began in `module`.
-void ForThreadsOf(HMODULE module, const std::function<void(DWORD, HANDLE)>& visit) {
+// The threads of this program that began in `module`, by id.
+std::set<DWORD> ThreadsOf(HMODULE module) {
+  std::set<DWORD> found;
   const auto query = reinterpret_cast<QueryThread>(reinterpret_cast<void*>(
       GetProcAddress(GetModuleHandleA("ntdll.dll"), "NtQueryInformationThread")));
   const HANDLE threads = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-  if (threads == INVALID_HANDLE_VALUE) return;
+  if (threads == INVALID_HANDLE_VALUE) return found;
   THREADENTRY32 entry{};
   entry.dwSize = sizeof entry;
   BOOL more = query != nullptr ? Thread32First(threads, &entry) : FALSE;
   for (; more; more = Thread32Next(threads, &entry)) {
     if (entry.th32OwnerProcessID != GetCurrentProcessId()) continue;
-    const HANDLE thread =
-        OpenThread(SYNCHRONIZE | THREAD_QUERY_INFORMATION, FALSE, entry.th32ThreadID);
+    const HANDLE thread = OpenThread(THREAD_QUERY_INFORMATION, FALSE, entry.th32ThreadID);
     if (thread == nullptr) continue;
-    if (RunsIn(thread, module, query)) visit(entry.th32ThreadID, thread);
+    if (RunsIn(thread, module, query)) found.insert(entry.th32ThreadID);
     CloseHandle(thread);
   }
   CloseHandle(threads);
+  return found;
 }
+
+// Holds threads from its making on for kHold_ms, whatever becomes of the thread that made it.
+//
+// A held thread may own a lock of the system. So the one that lets it go runs before, and between
+// the two nothing is done that could wait for such a lock.
+class Hold {
+ public:
+  explicit Hold(const std::vector<HANDLE>& threads) : threads_(threads) {
+    if (threads_.empty() || ready_ == nullptr || begun_ == nullptr) return;
+    releaser_ = CreateThread(nullptr, 0, Release, this, 0, nullptr);
+    if (releaser_ == nullptr) return;
+    WaitForSingleObject(ready_, INFINITE);
+    for (const HANDLE thread : threads_) SuspendThread(thread);
+    SetEvent(begun_);
+  }
+  ~Hold() {
+    if (releaser_ != nullptr) {
+      WaitForSingleObject(releaser_, INFINITE);
+      CloseHandle(releaser_);
+    }
+    CloseHandle(ready_);
+    CloseHandle(begun_);
+  }
+  Hold(const Hold&) = delete;
+  Hold& operator=(const Hold&) = delete;
+
+ private:
+  static DWORD WINAPI Release(void* argument) {
+    const Hold& hold = *static_cast<const Hold*>(argument);
+    SetEvent(hold.ready_);
+    WaitForSingleObject(hold.begun_, INFINITE);
+    Sleep(kHold_ms);
+    for (const HANDLE thread : hold.threads_) ResumeThread(thread);
+    return 0;
+  }
+
+  const std::vector<HANDLE>& threads_;
+  const HANDLE ready_ = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  const HANDLE begun_ = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+  HANDLE releaser_ = nullptr;
+};
 
 bool IsCutOff(const std::string& path) {
   const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -76,17 +131,18 @@ bool IsCutOff(const std::string& path) {
 }  // namespace
 
 RepairedWaveDevice::RepairedWaveDevice(std::string alias)
-    : device_(std::move(alias)), under_wine_(UnderWine()) {}
+    : device_(std::move(alias)), wine_(WineVersion()) {}
 
 RepairedWaveDevice::~RepairedWaveDevice() {
   if (open_) Send(MciCommand::Stop(), 0);
+  ForgetRecordingThreads();
 }
 
 Mci::Reply RepairedWaveDevice::Send(const MciCommand& command, unsigned reply_length) {
   if (command.verb == Verb::kOpen) KeepDriver();
-  if (under_wine_ && command.verb == Verb::kRecord) return Record(command, reply_length);
-  if (under_wine_ && command.verb == Verb::kStop) return Stop(command, reply_length);
-  if (under_wine_ && command.verb == Verb::kSave) return Save(command, reply_length);
+  if (wine_ != 0 && command.verb == Verb::kRecord) return Record(command, reply_length);
+  if (wine_ != 0 && command.verb == Verb::kStop) return Stop(command, reply_length);
+  if (wine_ != 0 && command.verb == Verb::kSave) return Save(command, reply_length);
   Mci::Reply reply = device_.Send(command, reply_length);
   if (reply.error != 0) return reply;
   if (command.verb == Verb::kOpen) open_ = true;
@@ -95,8 +151,13 @@ Mci::Reply RepairedWaveDevice::Send(const MciCommand& command, unsigned reply_le
 }
 
 Mci::Reply RepairedWaveDevice::Record(const MciCommand& command, unsigned reply_length) {
-  earlier_threads_ = DriverThreads();
+  ForgetRecordingThreads();
   Mci::Reply reply = device_.Send(command, reply_length);
+  for (const DWORD id : DriverThreads()) {
+    if (earlier_threads_.contains(id)) continue;
+    const HANDLE thread = OpenThread(SYNCHRONIZE | THREAD_SUSPEND_RESUME, FALSE, id);
+    if (thread != nullptr) recording_threads_.push_back(thread);
+  }
   if (reply.error == 0 && IsStopped()) {
     reply.error = waveInGetNumDevs() == 0 ? MCIERR_WAVE_INPUTSUNSUITABLE : MCIERR_WAVE_INPUTSINUSE;
   }
@@ -106,8 +167,16 @@ Mci::Reply RepairedWaveDevice::Record(const MciCommand& command, unsigned reply_
 
 Mci::Reply RepairedWaveDevice::Stop(const MciCommand& command, unsigned reply_length) {
   const bool ended_before = begun_ && IsStopped();
-  Mci::Reply reply = device_.Send(command, reply_length);
-  AwaitRecordingThread();
+  Mci::Reply reply;
+  {
+    // "stop" hands the two buffers out one by one. The first one wakes the recording thread, and
+    // that frees both: instead of the second one, 32 KB of what lies there then are recorded.
+    static const std::vector<HANDLE> kNone;
+    const Hold hold(wine_ > kLastPatientWine ? recording_threads_ : kNone);
+    reply = device_.Send(command, reply_length);
+  }
+  for (const HANDLE thread : recording_threads_) WaitForSingleObject(thread, kThreadEndLimit_ms);
+  ForgetRecordingThreads();
   if (reply.error == 0 && ended_before) reply.error = MCIERR_WAVE_INPUTSINUSE;
   return reply;
 }
@@ -122,6 +191,7 @@ Mci::Reply RepairedWaveDevice::Save(const MciCommand& command, unsigned reply_le
 void RepairedWaveDevice::KeepDriver() {
   if (driver_ != nullptr) return;
   driver_ = LoadLibraryExA("mciwave.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  earlier_threads_ = DriverThreads();
 }
 
 bool RepairedWaveDevice::IsStopped() {
@@ -130,18 +200,12 @@ bool RepairedWaveDevice::IsStopped() {
 }
 
 std::set<DWORD> RepairedWaveDevice::DriverThreads() const {
-  std::set<DWORD> found;
-  if (driver_ == nullptr) return found;
-  ForThreadsOf(driver_, [&](DWORD id, HANDLE) { found.insert(id); });
-  return found;
+  return driver_ == nullptr ? std::set<DWORD>() : ThreadsOf(driver_);
 }
 
-// A thread that was there before this recording belongs to a device that was given up.
-void RepairedWaveDevice::AwaitRecordingThread() const {
-  if (driver_ == nullptr) return;
-  ForThreadsOf(driver_, [this](DWORD id, HANDLE thread) {
-    if (!earlier_threads_.contains(id)) WaitForSingleObject(thread, kThreadEndLimit_ms);
-  });
+void RepairedWaveDevice::ForgetRecordingThreads() {
+  for (const HANDLE thread : recording_threads_) CloseHandle(thread);
+  recording_threads_.clear();
 }
 
 }  // namespace corvane

@@ -3,13 +3,15 @@
 //
 // The faults: the driver is unloaded at "close" although its thread still runs in it; "stop" comes
 // back before that thread is done with the device; "record" succeeds whether or not the device can
-// be opened, and a recording may end by itself, unheard of; "save" succeeds when the disk is full.
+// be opened, and a recording may end by itself, unheard of; "save" succeeds when the disk is full;
+// "stop" puts noise behind the sound.
 #pragma once
 
 #include <windows.h>
 
 #include <set>
 #include <string>
+#include <vector>
 
 #include "record/mci.h"
 #include "record/wave_device_win.h"
@@ -35,14 +37,15 @@ class RepairedWaveDevice {
   void KeepDriver();
   [[nodiscard]] bool IsStopped();
   [[nodiscard]] std::set<DWORD> DriverThreads() const;
-  void AwaitRecordingThread() const;
+  void ForgetRecordingThreads();
 
   WaveDevice device_;
-  const bool under_wine_;
+  const int wine_;  // its major version; 0: this is Windows
   HMODULE driver_ = nullptr;
   bool open_ = false;
-  bool begun_ = false;               // "record" was reported as done
-  std::set<DWORD> earlier_threads_;  // of the driver, when the recording began
+  std::set<DWORD> earlier_threads_;        // the driver's, of devices that were given up
+  bool begun_ = false;                     // "record" was reported as done
+  std::vector<HANDLE> recording_threads_;  // the driver's, from "record" to "stop"
 };
 
 }  // namespace corvane
