@@ -1,10 +1,8 @@
-// The waveaudio device with what Wine's driver for it conceals. Nothing here is needed on Windows,
-// and nothing but the driver's module is held there.
-//
-// The faults: the driver is unloaded at "close" although its thread still runs in it; "stop" comes
-// back before that thread is done with the device; "record" succeeds whether or not the device can
-// be opened, and a recording may end by itself, unheard of; "save" succeeds when the disk is full;
-// "stop" puts noise behind the sound.
+// The waveaudio device with what Wine's driver for it conceals; Windows needs none of it. The
+// faults: the driver is unloaded at "close" although its thread still runs in it; "stop" comes back
+// before that thread is done with the device, and puts noise behind the sound; "record" succeeds
+// whether or not the device can be opened, and a recording may end by itself, unheard of; "save"
+// succeeds when the disk is full.
 #pragma once
 
 #include <windows.h>
