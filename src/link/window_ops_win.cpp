@@ -135,6 +135,9 @@ std::int32_t WindowOpsWin::ScreenPixel(WindowHandle control, std::int32_t x, std
 }
 
 Answer<std::string> WindowOpsWin::Text(WindowHandle window) {
+  // Under Wine 8 questions for texts know no limit; an empty message does, so it goes first.
+  const Answer<LRESULT> awake = Ask(window, WM_NULL, 0, 0);
+  if (!awake.answered()) return {awake.reply, {}};
   const Answer<LRESULT> length = Ask(window, WM_GETTEXTLENGTH, 0, 0);
   if (!length.answered()) return {length.reply, {}};
   if (length.value <= 0) return {Reply::kAnswered, kNoWindowText};
