@@ -8,6 +8,7 @@
 #include <cstring>
 #include <future>
 #include <mutex>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
@@ -28,7 +29,12 @@ struct Received {
 // A window of another thread that keeps what it is sent and answers by a script.
 class ScriptedWindow {
  public:
-  ScriptedWindow() : thread_([this] { Run(); }) { window_ = created_.get_future().get(); }
+  ScriptedWindow() : thread_([this] { Run(); }) {
+    window_ = created_.get_future().get();
+    if (window_ != nullptr) return;
+    thread_.join();
+    throw std::runtime_error("the window cannot be created");
+  }
   ~ScriptedWindow() {
     PostMessageA(window_, WM_CLOSE, 0, 0);
     thread_.join();
@@ -60,8 +66,11 @@ class ScriptedWindow {
     RegisterClassA(&window_class);
     HWND window = CreateWindowExA(0, kClass, "", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr,
                                   nullptr, window_class.hInstance, nullptr);
-    SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    if (window != nullptr) {
+      SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    }
     created_.set_value(window);
+    if (window == nullptr) return;
     MSG message;
     while (GetMessageA(&message, nullptr, 0, 0) > 0) DispatchMessageA(&message);
   }
