@@ -66,6 +66,7 @@ level_contract() {
   fi
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win.exe"
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci.exe"
+  run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci_lost.exe"
   run_under_wine contract "$BUILD/mingw/tests/desktop/ui_window_test.exe"
 }
 
