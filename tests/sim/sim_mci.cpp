@@ -120,11 +120,11 @@ unsigned SimMci::Set(std::string_view rest) {
   const std::string text = Lowered(rest);
   if (text == "time format ms" || text == "format tag pcm") return 0;
   const std::string item = TakeWord(rest);
-  int Device::*field = nullptr;
-  if (item == "channels") field = &Device::channels;
-  if (item == "samplespersec") field = &Device::rate;
-  if (item == "bitspersample") field = &Device::bits;
-  if (item == "alignment") field = &Device::alignment;
+  int SimMciDevice::*field = nullptr;
+  if (item == "channels") field = &SimMciDevice::channels;
+  if (item == "samplespersec") field = &SimMciDevice::rate;
+  if (item == "bitspersample") field = &SimMciDevice::bits;
+  if (item == "alignment") field = &SimMciDevice::alignment;
   if (field == nullptr) return OrderFault(kMciBadConstant);
   const std::optional<int> value = ParseDecimal<int>(rest);
   if (!value || *value <= 0) return OrderFault(kMciBadInteger);

@@ -28,6 +28,18 @@ inline constexpr unsigned kMciNonApplicable = 302;
 inline constexpr unsigned kMciExtraCharacters = 305;
 inline constexpr unsigned kMciFormatUnsuitable = 328;
 
+// What an open device was set to, and what it has recorded. Not within SimMci: clang cannot make
+// one there.
+struct SimMciDevice {
+  std::string alias;
+  int channels = 1;
+  int bits = 8;
+  int rate = 11025;
+  int alignment = 1;
+  std::optional<std::int64_t> recording_since;
+  std::int64_t recorded_ms = 0;
+};
+
 class SimMci : public Mci {
  public:
   // A saved file holds the sound of the time that was recorded, up to this.
@@ -63,15 +75,6 @@ class SimMci : public Mci {
   [[nodiscard]] int saved() const { return saved_; }
 
  private:
-  struct Device {
-    std::string alias;
-    int channels = 1;
-    int bits = 8;
-    int rate = 11025;
-    int alignment = 1;
-    std::optional<std::int64_t> recording_since;
-    std::int64_t recorded_ms = 0;
-  };
   unsigned Run(std::string_view command, std::string& reply);
   unsigned Open(std::string_view rest);
   unsigned Set(std::string_view rest);
@@ -84,7 +87,7 @@ class SimMci : public Mci {
 
   const Loop& loop_;
   Files& files_;
-  std::optional<Device> device_;
+  std::optional<SimMciDevice> device_;
   std::function<void(const std::string&)> on_send_;
   std::map<std::string, unsigned> failing_;
   std::map<std::string, std::string> status_;
