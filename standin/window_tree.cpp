@@ -27,18 +27,18 @@ bool IsPressable(Kind kind) {
 
 }  // namespace
 
-WindowId WindowTree::Add(WindowId parent, WindowSpec spec) {
+WindowId WindowTree::Add(WindowId parent, WindowSpec wanted) {
   Window window;
   window.id = ++last_id_;
   window.parent = parent;
-  window.kind = spec.kind;
-  window.class_name = std::move(spec.class_name);
-  window.box = spec.box;
-  window.visible = spec.visible;
-  if (spec.kind == Kind::kMultiLine) {
-    window.lines.Set(spec.text);
+  window.kind = wanted.kind;
+  window.class_name = std::move(wanted.class_name);
+  window.box = wanted.box;
+  window.visible = wanted.visible;
+  if (wanted.kind == Kind::kMultiLine) {
+    window.lines.Set(wanted.text);
   } else {
-    window.text = std::move(spec.text);
+    window.text = std::move(wanted.text);
   }
   if (parent == 0) {
     top_level_.insert(top_level_.begin(), window.id);

@@ -127,7 +127,7 @@ class WindowTree {
   void SetObserver(Observer* observer) { observer_ = observer; }
 
   // A new top-level window (`parent` 0) is the topmost, a new child the last of its siblings.
-  WindowId Add(WindowId parent, WindowSpec spec);
+  WindowId Add(WindowId parent, WindowSpec wanted);
   // With all its descendants.
   void Destroy(WindowId id);
   // nullptr when there is no such window. The pointer is good until a window is added or destroyed.
