@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "base/text.h"
 
 namespace corvane::standin {
 
@@ -19,16 +20,6 @@ constexpr std::int64_t kMaxFrequencyHz = 999999999999;
 constexpr std::int64_t kMinFilterHz = 10;
 constexpr std::int64_t kMaxFilterHz = 250000;
 constexpr std::int64_t kMaxSquelch = 100;
-
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-
-// Equal but for the case of the letters A to Z.
-bool SameWord(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return Lower(x) == Lower(y); });
-}
 
 // --- The notation: one flat object of texts, numbers and truth values. Anything nested is refused,
 // so there is no depth to limit.

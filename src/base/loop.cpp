@@ -5,22 +5,12 @@
 #include <memory>
 #include <utility>
 
+#include "base/scoped_flag.h"
+
 namespace corvane {
 
 namespace {
 constexpr int kYieldSliceMs = 10;
-
-// Puts a flag back when the handler is left by whatever way.
-class FlagScope {
- public:
-  explicit FlagScope(bool& flag) : flag_(flag) { flag_ = true; }
-  ~FlagScope() { flag_ = false; }
-  FlagScope(const FlagScope&) = delete;
-  FlagScope& operator=(const FlagScope&) = delete;
-
- private:
-  bool& flag_;
-};
 }  // namespace
 
 bool SleepAndYield(Loop& loop, int ms, const std::function<bool()>& stop) {
@@ -37,7 +27,7 @@ bool SleepAndYield(Loop& loop, int ms, const std::function<bool()>& stop) {
 std::function<void()> NonReentrant(std::function<void()> handler) {
   return [handler = std::move(handler), running = std::make_shared<bool>(false)] {
     if (*running) return;
-    FlagScope scope(*running);
+    const ScopedFlag scope(*running);
     handler();
   };
 }

@@ -80,12 +80,6 @@ void ReadError(const Pairs& pairs, NetRemoteReply& reply) {
   if (pairs.size() == 5) reply.error_line = start + pairs[3] + " invalid" + pairs[4];
 }
 
-bool EqualsIgnoringCase(std::string_view text, std::string_view lower) {
-  return std::equal(text.begin(), text.end(), lower.begin(), lower.end(), [](char a, char b) {
-    return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
-  });
-}
-
 }  // namespace
 
 NetRemoteReply ReadNetRemoteReply(std::string_view received) {
@@ -113,8 +107,8 @@ NetRemoteReply ReadNetRemoteReply(std::string_view received) {
 
 std::optional<bool> ReadBoolean(std::string_view text) {
   text = Trim(text);
-  if (EqualsIgnoringCase(text, "true")) return true;
-  if (EqualsIgnoringCase(text, "false")) return false;
+  if (SameWord(text, "true")) return true;
+  if (SameWord(text, "false")) return false;
   if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
   bool digits = false;
   bool point = false;
