@@ -12,7 +12,6 @@ constexpr int kLockoutTickMs = 1000;
 
 App::App(const Platform& platform, Shell& shell)
     : platform_(platform),
-      shell_(shell),
       form_(platform.sink),
       start_errors_(platform.files, platform.prompts, platform.program_folder),
       settings_(platform.files, platform.prompts, platform.clock, flags_, form_, presets_,
@@ -53,8 +52,23 @@ App::App(const Platform& platform, Shell& shell)
       periodic_save_(*tmrSaveTimed_, flags_, platform.clock, form_, subscriber_list_, group_list_,
                      activity_, settings_),
       shutdown_({platform.loop, platform.prompts, *tmrSaveTimed_, *tmrShutdown_, flags_, form_,
-                 call_follower_, shell, subscriber_list_, group_list_, activity_, settings_}),
-      main_form_(form_, presets_, flags_, checkbox_detection_.tmrDetectcheckbox(), *this) {}
+                 call_follower_, subscriber_list_, group_list_, activity_, settings_,
+                 [this, &shell] {
+                   editor_.Close();
+                   shell.CloseMainWindow();
+                 }}),
+      main_form_(form_, presets_, flags_, checkbox_detection_.tmrDetectcheckbox(), *this),
+      editor_(shell, {platform.loop,
+                      platform.clock,
+                      flags_,
+                      form_,
+                      main_form_.hand_over(),
+                      groups_,
+                      subscribers_,
+                      names_,
+                      network_,
+                      call_follower_.locks(),
+                      {}}) {}
 
 App::~App() = default;
 
@@ -95,7 +109,8 @@ App::View App::view() {
           *tmrTmpGssiLockout_,
           *tmrSaveTimed_,
           *tmrShutdown_,
-          checkbox_detection_.tmrDetectcheckbox()};
+          checkbox_detection_.tmrDetectcheckbox(),
+          editor_.dialog()};
 }
 
 void App::StartLink() {
@@ -144,7 +159,7 @@ void App::RemoveRecOnlyGssi() {
 }
 
 void App::ShowEditor() {
-  shell_.ShowEditor(main_form_.hand_over());
+  editor_.Show(form_);
 }
 
 void App::CloseRequested() {

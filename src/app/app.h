@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "app/editor_host.h"
 #include "app/platform.h"
 #include "app/shell.h"
 #include "app/shutdown.h"
@@ -68,6 +69,7 @@ class App : private Actions {
     Timer& tmrSaveTimed;
     Timer& tmrShutdown;
     Timer& tmrDetectcheckbox;
+    Dialog* dialog;  // nullptr while no editor is open
   };
   [[nodiscard]] View view();
 
@@ -91,8 +93,6 @@ class App : private Actions {
   [[nodiscard]] std::int32_t mnc() const override;
 
   Platform platform_;
-  Shell& shell_;
-
   // The main window's state and what is shared with it.
   Form1 form_;
   ProgramFlags flags_;
@@ -141,6 +141,7 @@ class App : private Actions {
   Shutdown shutdown_;
 
   MainForm main_form_;
+  EditorHost editor_;
 };
 
 }  // namespace corvane

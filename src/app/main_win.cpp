@@ -12,6 +12,7 @@
 #include "link/socket_win.h"
 #include "link/window_ops_win.h"
 #include "record/mci_win.h"
+#include "ui/editor_layout.h"
 #include "ui/form_window_win.h"
 #include "ui/main_layout.h"
 
@@ -29,10 +30,15 @@ std::string ProgramFolder() {
 
 class RealShell : public Shell {
  public:
-  RealShell(LoopWin& loop, FormWindow& window) : loop_(loop), window_(window) {}
-  // The editor's window is not part of this program yet.
-  void ShowEditor(EditorHandOver&) override {}
-  void CloseEditor() override {}
+  RealShell(LoopWin& loop, FormWindow& window) : loop_(loop), window_(window), editor_(loop) {}
+  ControlSink& editor_sink() override { return editor_; }
+  bool OpenEditor(Dialog& dialog, UserEvents& handlers) override {
+    if (!editor_.Create(EditorWindowTable(dialog), handlers, window_.handle())) return false;
+    editor_.Show();
+    return true;
+  }
+  void BringEditorToFront() override { editor_.BringToFront(); }
+  void CloseEditor() override { editor_.Destroy(); }
   void CloseMainWindow() override {
     window_.Destroy();
     loop_.Quit();
@@ -41,6 +47,7 @@ class RealShell : public Shell {
  private:
   LoopWin& loop_;
   FormWindow& window_;
+  FormWindow editor_;
 };
 
 int RunProgram() {
@@ -60,8 +67,6 @@ int RunProgram() {
   RealShell shell(loop, window);
   App app(Platform{loop, clock, window, windows, socket, files, mci, prompts, ProgramFolder()},
           shell);
-  loop.SetMessageFilter([&window](MSG* message) { return window.FilterMessage(*message); });
-  loop.SetIdleHandler([&window](bool at_rest) { window.ShowLists(at_rest); });
   loop.SetErrorReporter([&app](const std::string& what) { app.ReportException(what.c_str()); });
 
   if (!window.Create(MainWindowTable(app.form()), app.main_form())) return 1;

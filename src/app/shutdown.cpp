@@ -20,8 +20,7 @@ void Shutdown::QueryUnload() {
   }
   parts_.tmrShutdown.SetEnabled(false);
   SaveEverything();
-  parts_.shell.CloseEditor();
-  parts_.shell.CloseMainWindow();
+  parts_.close_windows();
 }
 
 void Shutdown::SaveEverything() {

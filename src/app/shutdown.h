@@ -1,7 +1,8 @@
 // Closing the main window: the last save, guarded by tmrShutdown.
 #pragma once
 
-#include "app/shell.h"
+#include <functional>
+
 #include "base/loop.h"
 #include "base/prompts.h"
 #include "core/call_follower.h"
@@ -24,11 +25,11 @@ struct ShutdownParts {
   ProgramFlags& flags;
   Form1& form;
   CallFollower& follower;
-  Shell& shell;
   SubscriberList& subscribers;
   GroupList& groups;
   CallActivity& activity;
   SettingsFile& settings;
+  std::function<void()> close_windows;  // the editor, then the main window
 };
 
 class Shutdown {

@@ -186,8 +186,8 @@ auto LoopWin::Taking(Call take) {
 
 void LoopWin::Dispatch(MSG& message) {
   bool taken = false;
-  if (message_filter_) {
-    Guard([&] { taken = message_filter_(&message); });
+  for (std::size_t at = 0; at < hooks_.size() && !taken; ++at) {
+    Guard([&] { taken = hooks_[at]->FilterMessage(message); });
   }
   if (taken) return;
   TranslateMessage(&message);
@@ -223,8 +223,9 @@ void LoopWin::DoEvents() {
 }
 
 void LoopWin::Idle(bool at_rest) {
-  if (!idle_handler_) return;
-  Guard([&] { idle_handler_(at_rest); });
+  for (std::size_t at = 0; at < hooks_.size(); ++at) {
+    Guard([&] { hooks_[at]->Idle(at_rest); });
+  }
 }
 
 bool LoopWin::DispatchSocketMessages() {
@@ -266,7 +267,7 @@ void LoopWin::WaitForSocketEvents(int ms) {
 int LoopWin::Run() {
   MSG message;
   for (;;) {
-    if (idle_handler_ &&
+    if (!hooks_.empty() &&
         Taking([&] { return PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE); }) == 0) {
       Idle(true);
     }

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "base/loop.h"
 #include "base/timer_table.h"
@@ -40,16 +41,23 @@ class LoopWin : public Loop {
   // Makes Run return after the event under way. A DoEvents in between dispatches nothing more.
   void Quit(int exit_code = 0);
 
-  // Is shown each message of the thread's queue before it is dispatched; true means that it was
-  // dealt with (keyboard navigation).
-  using MessageFilter = std::function<bool(MSG* message)>;
-  void SetMessageFilter(MessageFilter filter) { message_filter_ = std::move(filter); }
+  // What a window of the program has of the loop.
+  class Hook {
+   public:
+    // Is shown each message of the thread's queue before it is dispatched; true means that it was
+    // dealt with (keyboard navigation), and no other hook is asked.
+    virtual bool FilterMessage(MSG& message) = 0;
+    // Comes when no message and no event is left, before the loop waits for the next: for what need
+    // not be done at once, like painting. `at_rest` is false where an event, or a loop of the
+    // system's own (a menu, a box), is still under way and may have more to do.
+    virtual void Idle(bool at_rest) = 0;
 
-  // Runs when no message and no event is left, before the loop waits for the next: for what need
-  // not be done at once, like painting. `at_rest` is false where an event, or a loop of the
-  // system's own (a menu, a box), is still under way and may have more to do.
-  using IdleHandler = std::function<void(bool at_rest)>;
-  void SetIdleHandler(IdleHandler handler) { idle_handler_ = std::move(handler); }
+   protected:
+    ~Hook() = default;
+  };
+  // A hook may go, and another come, while one is at work.
+  void AddHook(Hook& hook) { hooks_.push_back(&hook); }
+  void RemoveHook(Hook& hook) { std::erase(hooks_, &hook); }
 
   // True while the loop itself takes messages: a message that another program sends directly comes
   // like an event then. False while a handler runs: a call to another program's window can let such
@@ -100,8 +108,7 @@ class LoopWin : public Loop {
   std::int64_t socket_messages_ = 0;
   int depth_ = 0;
   bool taking_messages_ = false;
-  MessageFilter message_filter_;
-  IdleHandler idle_handler_;
+  std::vector<Hook*> hooks_;
   ErrorReporter error_reporter_;
   SocketMessage socket_handler_;
 };

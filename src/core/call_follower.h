@@ -51,6 +51,7 @@ class CallFollower {
 
   [[nodiscard]] const Call& call() const { return call_; }
   [[nodiscard]] const GroupLocks& locks() const { return locks_; }
+  [[nodiscard]] GroupLocks& locks() { return locks_; }
   [[nodiscard]] bool FollowingCall() const { return call_.FollowingCall(); }
   [[nodiscard]] bool InSequence() const { return depth_ > 0; }
 

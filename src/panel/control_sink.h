@@ -29,7 +29,13 @@ enum class Field {
   kBounds,  // Window: place and size; Frame: place
 };
 
-enum class ListChange { kAdded, kRemoved, kCleared, kReplaced };
+enum class ListChange {
+  kAdded,
+  kRemoved,
+  kCleared,
+  kReplaced,
+  kTicked,  // CheckList: the tick of a line, in either direction
+};
 
 class ControlSink {
  public:
@@ -38,8 +44,9 @@ class ControlSink {
   // The value of `field` of `control` differs from what it was.
   virtual void Changed(const Control& control, Field field) = 0;
 
-  // An item was added at, removed from or replaced at `index`, or all were removed. A sink that
-  // shows a real list writes its top index back with ListBox::ReportTopIndex once it has done so.
+  // An item was added at, removed from, replaced or ticked at `index`, or all were removed. A sink
+  // that shows a real list writes its top index back with ListBox::ReportTopIndex once it has done
+  // so.
   virtual void ListChanged(ListBox& list, ListChange change, std::size_t index) = 0;
 
   // The keyboard focus is to go to `control`.

@@ -20,24 +20,30 @@ void Window::Resize(int width, int height) {
   bounds = {bounds.get().left, bounds.get().top, width, height};
 }
 
-ListBox::ListBox(ControlSink& sink, const char* name, int full_rows)
-    : Control(sink, kKind, name), full_rows_(full_rows) {
+ListBox::ListBox(ControlSink& sink, ControlKind kind, const char* name, int full_rows)
+    : Control(sink, kind, name), full_rows_(full_rows) {
   back_colour.TakeFromUser(kWindowBackground);
 }
 
 std::string ListBox::Item(int index) const {
-  if (index < 0 || index >= count()) return {};
+  if (!HasLine(index)) return {};
   return items_[static_cast<std::size_t>(index)];
 }
 
 void ListBox::Add(std::string text) {
+  Add(std::move(text), false);
+}
+
+void ListBox::Add(std::string text, bool ticked) {
   items_.push_back(std::move(text));
+  ticks_.push_back(ticked);
   sink().ListChanged(*this, ListChange::kAdded, items_.size() - 1);
 }
 
 void ListBox::Remove(int index) {
-  if (index < 0 || index >= count()) return;
+  if (!HasLine(index)) return;
   items_.erase(items_.begin() + index);
+  ticks_.erase(ticks_.begin() + index);
   if (list_index_ == index) {
     list_index_ = -1;
   } else if (list_index_ > index) {
@@ -48,7 +54,7 @@ void ListBox::Remove(int index) {
 }
 
 void ListBox::Replace(int index, std::string text) {
-  if (index < 0 || index >= count()) return;
+  if (!HasLine(index)) return;
   items_[static_cast<std::size_t>(index)] = std::move(text);
   sink().ListChanged(*this, ListChange::kReplaced, static_cast<std::size_t>(index));
 }
@@ -56,6 +62,7 @@ void ListBox::Replace(int index, std::string text) {
 void ListBox::Clear() {
   if (items_.empty()) return;
   items_.clear();
+  ticks_.clear();
   list_index_ = -1;
   top_index_ = 0;
   sink().ListChanged(*this, ListChange::kCleared, 0);
@@ -70,6 +77,16 @@ void ListBox::Select(int index) {
 
 void ListBox::SelectLast() {
   if (count() > 0) Select(count() - 1);
+}
+
+bool CheckList::ticked(int index) const {
+  return HasLine(index) && ticks_[static_cast<std::size_t>(index)];
+}
+
+void CheckList::Tick(int index, bool ticked) {
+  if (!HasLine(index) || this->ticked(index) == ticked) return;
+  ticks_[static_cast<std::size_t>(index)] = ticked;
+  sink().ListChanged(*this, ListChange::kTicked, static_cast<std::size_t>(index));
 }
 
 void ListBox::ScrollIntoView(int index) {

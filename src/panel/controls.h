@@ -49,6 +49,7 @@ enum class ControlKind {
   kButton,
   kTextBox,
   kListBox,
+  kCheckList,
   kComboBox,
   kCheckBox,
   kOption,
@@ -107,15 +108,23 @@ Property<Value>& Property<Value>::operator=(Value value) {
   return *this;
 }
 
+// A list with ticks is a list, too.
+[[nodiscard]] constexpr bool IsList(ControlKind kind) {
+  return kind == ControlKind::kListBox || kind == ControlKind::kCheckList;
+}
+[[nodiscard]] constexpr bool Is(ControlKind kind, ControlKind wanted) {
+  return kind == wanted || (wanted == ControlKind::kListBox && IsList(kind));
+}
+
 // `control` as what its kind says it is.
 template <typename Kind>
 [[nodiscard]] Kind& As(Control& control) {
-  assert(control.kind() == Kind::kKind);
+  assert(Is(control.kind(), Kind::kKind));
   return static_cast<Kind&>(control);
 }
 template <typename Kind>
 [[nodiscard]] const Kind& As(const Control& control) {
-  assert(control.kind() == Kind::kKind);
+  assert(Is(control.kind(), Kind::kKind));
   return static_cast<const Kind&>(control);
 }
 
@@ -226,7 +235,8 @@ class ListBox : public Control {
  public:
   static constexpr ControlKind kKind = ControlKind::kListBox;
   // `full_rows` is how many whole rows fit: selecting a line beyond them scrolls it into view.
-  ListBox(ControlSink& sink, const char* name, int full_rows);
+  ListBox(ControlSink& sink, const char* name, int full_rows)
+      : ListBox(sink, kKind, name, full_rows) {}
 
   [[nodiscard]] int count() const { return static_cast<int>(items_.size()); }
   [[nodiscard]] const std::vector<std::string>& items() const { return items_; }
@@ -248,6 +258,13 @@ class ListBox : public Control {
   // Takes over where the window is scrolled to, as the real list reports it.
   void ReportTopIndex(int index) { top_index_ = index; }
 
+ protected:
+  ListBox(ControlSink& sink, ControlKind kind, const char* name, int full_rows);
+  void Add(std::string text, bool ticked);
+  [[nodiscard]] bool HasLine(int index) const { return index >= 0 && index < count(); }
+
+  std::vector<bool> ticks_;  // one for each line
+
  private:
   void ScrollIntoView(int index);
 
@@ -255,6 +272,21 @@ class ListBox : public Control {
   int list_index_ = -1;
   int top_index_ = 0;
   int full_rows_;
+};
+
+// A list with a tick on each line, which the program alone sets: a click selects the line. A
+// replaced line keeps its tick.
+class CheckList : public ListBox {
+ public:
+  static constexpr ControlKind kKind = ControlKind::kCheckList;
+  CheckList(ControlSink& sink, const char* name, int full_rows)
+      : ListBox(sink, kKind, name, full_rows) {}
+
+  // False when there is no such line.
+  [[nodiscard]] bool ticked(int index) const;
+
+  void Add(std::string text, bool ticked) { ListBox::Add(std::move(text), ticked); }
+  void Tick(int index, bool ticked);
 };
 
 // A drop-down list. Each entry carries a number of the program's own.

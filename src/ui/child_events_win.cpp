@@ -3,6 +3,10 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <optional>
+#include <string>
+
 #include "base/loop_win.h"
 
 namespace corvane {
@@ -47,6 +51,40 @@ bool MeetsLines(UINT message) {
          message == WM_TIMER;
 }
 
+// What a combo box that has a text for it says of itself while nothing is selected.
+std::optional<LRESULT> AnswerForEmptyCombo(const ChildWindow& child, UINT message, WPARAM w_param,
+                                           LPARAM l_param) {
+  if (message != WM_GETTEXT && message != WM_GETTEXTLENGTH) return std::nullopt;
+  if (child.kind() != ControlKind::kComboBox || SelectedIndex(child) >= 0) return std::nullopt;
+  const std::string& text = As<ComboBox>(child.control()).text;
+  if (message == WM_GETTEXTLENGTH) return static_cast<LRESULT>(text.size());
+  if (w_param == 0) return 0;
+  const std::size_t length = std::min<std::size_t>(text.size(), w_param - 1);
+  // The system's combo boxes take wide texts, whatever made them.
+  const bool wide = IsWindowUnicode(child.window) != FALSE;
+  for (std::size_t at = 0; at <= length; ++at) {
+    const char letter = at < length ? text[at] : '\0';
+    if (wide) {
+      reinterpret_cast<wchar_t*>(l_param)[at] = static_cast<unsigned char>(letter);
+    } else {
+      reinterpret_cast<char*>(l_param)[at] = letter;
+    }
+  }
+  return static_cast<LRESULT>(length);
+}
+
+// -1 below the last line.
+int LineUnder(const ChildWindow& list, LPARAM point) {
+  const LRESULT found = list.Send(LB_ITEMFROMPOINT, 0, point);
+  return HIWORD(found) == 0 && list.Send(LB_GETCOUNT) > 0 ? LOWORD(found) : -1;
+}
+
+bool IsInput(UINT message) {
+  return message == WM_KEYDOWN || message == WM_SYSKEYDOWN || message == WM_LBUTTONDOWN ||
+         message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN || message == WM_LBUTTONDBLCLK ||
+         message == WM_RBUTTONDBLCLK;
+}
+
 }  // namespace
 
 // The subclass procedure of every child; its data are the events object.
@@ -71,8 +109,9 @@ LRESULT ChildEvents::Handle(const ChildWindow& child, UINT message, WPARAM w_par
     // The other frames let the mouse through to the owner, which has the tips of what is disabled.
     if (message == WM_NCHITTEST && child.row->Has(kTakesMouse)) return HTCLIENT;
   }
-  const bool is_list = child.kind() == ControlKind::kListBox;
+  const bool is_list = IsList(child.kind());
   if (is_list && MeetsLines(message)) children_->ShowLists();
+  if (const auto answer = AnswerForEmptyCombo(child, message, w_param, l_param)) return *answer;
   if (message == WM_SETCURSOR && child.row->Has(kClickable)) {
     ::SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_HAND)));
     return TRUE;
@@ -84,7 +123,7 @@ LRESULT ChildEvents::Handle(const ChildWindow& child, UINT message, WPARAM w_par
   const LRESULT result = DefSubclassProc(window, message, w_param, l_param);
   if (is_key) --keys_under_way_;
   // What the control did may have ended the window.
-  if (children_ != nullptr) Report(child, message, w_param);
+  if (children_ != nullptr) Report(child, message, w_param, l_param);
   return result;
 }
 
@@ -152,6 +191,7 @@ void ChildEvents::RunCommand(int id, int code) {
       BoxCommand(*child, code);
       break;
     case ControlKind::kListBox:
+    case ControlKind::kCheckList:
       ListCommand(*child, code);
       break;
     case ControlKind::kComboBox:
@@ -199,11 +239,12 @@ bool ChildEvents::Pass(const ChildWindow& child, UINT message, WPARAM w_param) {
   return true;
 }
 
-void ChildEvents::Report(const ChildWindow& child, UINT message, WPARAM w_param) {
-  if (child.kind() == ControlKind::kListBox && CanScroll(message)) ReportTopIndex(child);
+void ChildEvents::Report(const ChildWindow& child, UINT message, WPARAM w_param, LPARAM l_param) {
+  if (IsList(child.kind()) && CanScroll(message)) ReportTopIndex(child);
   Control& control = child.control();
   const auto mouse_up = [&](int button) {
-    Run([&control, button](UserEvents& form) { form.MouseUp(control, button); });
+    const int line = IsList(child.kind()) ? LineUnder(child, l_param) : -1;
+    Run([&control, button, line](UserEvents& form) { form.MouseUp(control, button, line); });
   };
   switch (message) {
     case WM_KEYUP:
@@ -235,13 +276,23 @@ void ChildEvents::Report(const ChildWindow& child, UINT message, WPARAM w_param)
 
 bool ChildEvents::Navigate(MSG& key) {
   if (children_ == nullptr) return false;
+  if (IsInput(key.message)) {
+    Run([](UserEvents& form) { form.AnyInput(); });
+    if (children_ == nullptr) return true;
+  }
   const ChildWindow* child = children_->Find(key.hwnd);
   if (key.message == WM_KEYDOWN && child != nullptr) {
     if (key.wParam == VK_RETURN && child->kind() == ControlKind::kButton) {
       child->Send(BM_CLICK);
       return true;
     }
-    // Enter and Escape have no dialog meaning here: text boxes and open lists want them.
+    // Enter has no dialog meaning here, and open lists want Escape for themselves.
+    const bool open =
+        child->kind() == ControlKind::kComboBox && child->Send(CB_GETDROPPEDSTATE) != FALSE;
+    if (key.wParam == VK_ESCAPE && !open) {
+      Run([](UserEvents& form) { form.Escape(); });
+      return true;
+    }
     if (key.wParam == VK_RETURN || key.wParam == VK_ESCAPE) return false;
     const bool back = key.wParam == VK_UP || key.wParam == VK_LEFT;
     if (child->kind() == ControlKind::kOption &&

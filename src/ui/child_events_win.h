@@ -40,7 +40,7 @@ class ChildEvents {
   void BoxCommand(const ChildWindow& child, int code);
   void MoveInOptions(const ChildWindow& option, bool back);
   [[nodiscard]] bool Pass(const ChildWindow& child, UINT message, WPARAM w_param);
-  void Report(const ChildWindow& child, UINT message, WPARAM w_param);
+  void Report(const ChildWindow& child, UINT message, WPARAM w_param, LPARAM l_param);
 
   LoopWin& loop_;
   HWND owner_ = nullptr;

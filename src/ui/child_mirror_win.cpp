@@ -13,6 +13,8 @@ namespace {
 
 // Blanks at the end of the widest line stay clear of the list's edge.
 constexpr int kExtentMargin = 8;
+// Room around the text of a line that the program draws, in twips.
+constexpr int kRowMargin = 30;
 // A burst longer than a log is shown in pieces.
 constexpr std::size_t kMostWaiting = 2000;
 
@@ -20,10 +22,17 @@ LPARAM Text(const std::string& text) {
   return reinterpret_cast<LPARAM>(text.c_str());
 }
 
+// The tick of a line is its item data, where other programs can read it.
 void Apply(const ChildWindow& list, const LineChange& change) {
+  const auto tick = [&] {
+    if (list.kind() == ControlKind::kCheckList) {
+      list.Send(LB_SETITEMDATA, change.index, change.ticked ? 1 : 0);
+    }
+  };
   switch (change.change) {
     case ListChange::kAdded:
       list.Send(LB_INSERTSTRING, change.index, Text(change.text));
+      tick();
       break;
     case ListChange::kRemoved:
       list.Send(LB_DELETESTRING, change.index);
@@ -36,14 +45,22 @@ void Apply(const ChildWindow& list, const LineChange& change) {
       const LRESULT selected = list.Send(LB_GETCURSEL);
       list.Send(LB_DELETESTRING, change.index);
       list.Send(LB_INSERTSTRING, change.index, Text(change.text));
+      tick();
       list.Send(LB_SETCURSEL, static_cast<WPARAM>(selected));
       list.Send(LB_SETTOPINDEX, static_cast<WPARAM>(top));
       break;
     }
+    case ListChange::kTicked:
+      tick();
+      break;
   }
 }
 
 }  // namespace
+
+bool IsDrawnHere(const ChildWindow& combo) {
+  return (GetWindowLongPtrA(combo.window, GWL_STYLE) & CBS_OWNERDRAWFIXED) != 0;
+}
 
 int SelectedIndex(const ChildWindow& child) {
   const UINT message = child.kind() == ControlKind::kComboBox ? CB_GETCURSEL : LB_GETCURSEL;
@@ -122,7 +139,8 @@ void ChildWindows::MirrorAll(ChildWindow& child) {
     case ControlKind::kComboBox:
       MirrorEntries(child);
       break;
-    case ControlKind::kListBox: {
+    case ControlKind::kListBox:
+    case ControlKind::kCheckList: {
       const auto& list = As<ListBox>(control);
       for (std::size_t i = 0; i < list.items().size(); ++i) {
         MirrorList(list, ListChange::kAdded, i);
@@ -208,6 +226,12 @@ void ChildWindows::MirrorEntries(ChildWindow& child) {
 
 void ChildWindows::SetFont(const ChildWindow& child) {
   child.Send(WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(child)), TRUE);
+  // What the program draws has the height that it is told.
+  const int row = fonts_.LineHeight(child.row->font) + ToPixels(kRowMargin, dpi_);
+  if (child.kind() == ControlKind::kCheckList) child.Send(LB_SETITEMHEIGHT, 0, row);
+  if (child.kind() == ControlKind::kComboBox && IsDrawnHere(child)) {
+    child.Send(CB_SETITEMHEIGHT, 0, row);
+  }
 }
 
 // The tab key passes by what a compact window cuts off, and stops once in a group of options.
@@ -219,6 +243,7 @@ void ChildWindows::SetTabStop(const ChildWindow& child) {
   RECT client{};
   GetClientRect(owner_, &client);
   bool stop = child.rect.left < client.right || &child.control() == &table_->home;
+  stop = stop && !child.row->Has(kNoTabStop);
   if (child.kind() == ControlKind::kOption) {
     stop = stop && As<OptionButton>(child.control()).value;
   }
@@ -255,7 +280,9 @@ void ChildWindows::MirrorList(const ListBox& list, ListChange change, std::size_
   if (child == nullptr) return;
   if (change == ListChange::kCleared) child->waiting.clear();
   const bool has_text = change == ListChange::kAdded || change == ListChange::kReplaced;
-  child->waiting.push_back({change, index, has_text ? list.items()[index] : std::string{}});
+  const bool ticked = list.kind() == ControlKind::kCheckList && index < list.items().size() &&
+                      As<CheckList>(list).ticked(static_cast<int>(index));
+  child->waiting.push_back({change, index, has_text ? list.items()[index] : std::string{}, ticked});
   lists_wait_ = true;
   if (child->waiting.size() >= kMostWaiting) ShowList(*child);
 }

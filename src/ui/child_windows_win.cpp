@@ -38,6 +38,14 @@ DWORD ListStyle(const ControlRow& row) {
   return style;
 }
 
+// A drop-down list shows nothing while nothing is selected: one that has a text for that is drawn
+// by the program.
+DWORD ComboStyle(const ControlRow& row) {
+  DWORD style = CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL | WS_TABSTOP;
+  if (!As<ComboBox>(row.control).text.get().empty()) style |= CBS_OWNERDRAWFIXED;
+  return style;
+}
+
 // Check boxes and option buttons do not switch by themselves: the state does, and shows all three
 // values. A list that has to show so many rows keeps its scroll bars, so that they stay as many.
 WindowStyle StyleOf(const ControlRow& row) {
@@ -52,8 +60,10 @@ WindowStyle StyleOf(const ControlRow& row) {
       return {WC_EDITA, ES_LEFT | ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE};
     case ControlKind::kListBox:
       return {WC_LISTBOXA, ListStyle(row), WS_EX_CLIENTEDGE};
+    case ControlKind::kCheckList:
+      return {WC_LISTBOXA, ListStyle(row) | LBS_OWNERDRAWFIXED, WS_EX_CLIENTEDGE};
     case ControlKind::kComboBox:
-      return {WC_COMBOBOXA, CBS_DROPDOWNLIST | CBS_HASSTRINGS | WS_VSCROLL | WS_TABSTOP, 0};
+      return {WC_COMBOBOXA, ComboStyle(row), 0};
     case ControlKind::kCheckBox:
       return {WC_BUTTONA, BS_3STATE | WS_TABSTOP, 0};
     case ControlKind::kOption:
@@ -192,7 +202,7 @@ void ChildWindows::ChangeDpi(int dpi) {
   fonts_.Remake(dpi);
   std::vector<ChildWindow*> at_end;
   for (ChildWindow& child : children_) {
-    const bool is_list = child.kind() == ControlKind::kListBox;
+    const bool is_list = IsList(child.kind());
     if (is_list && EndInView(child)) at_end.push_back(&child);
     SetFont(child);
     child.asked = {};
@@ -252,8 +262,7 @@ HBRUSH ChildWindows::ColourOf(HDC dc, HWND window) {
   const ChildWindow* child = Find(window);
   if (child == nullptr) return nullptr;
   const Control& control = child->control();
-  const bool is_input =
-      child->kind() == ControlKind::kTextBox || child->kind() == ControlKind::kListBox;
+  const bool is_input = child->kind() == ControlKind::kTextBox || IsList(child->kind());
   const Colour back = is_input && !control.enabled ? kButtonFace : control.back_colour;
   SetTextColor(dc, DrawnColour(control.fore_colour));
   SetBkColor(dc, DrawnColour(back));
@@ -267,6 +276,10 @@ bool ChildWindows::Draw(const DRAWITEMSTRUCT& item) {
     DrawButton(item, As<Button>(child->control()), FontOf(*child), brushes_);
   } else if (child->kind() == ControlKind::kShape) {
     DrawShape(item, As<Shape>(child->control()), dpi_, brushes_);
+  } else if (child->kind() == ControlKind::kCheckList) {
+    DrawCheckLine(item, FontOf(*child), dpi_, brushes_);
+  } else if (child->kind() == ControlKind::kComboBox) {
+    DrawComboLine(item, As<ComboBox>(child->control()), dpi_, brushes_);
   }
   return true;
 }

@@ -18,7 +18,8 @@ namespace corvane {
 struct LineChange {
   ListChange change;
   std::size_t index;
-  std::string text;  // of an added or a replacing line
+  std::string text;     // of an added or a replacing line
+  bool ticked = false;  // CheckList
 };
 
 struct ChildWindow {
@@ -116,6 +117,8 @@ class ChildWindows {
 
 // Reads back where a list is scrolled to; to be called after everything that can scroll it.
 void ReportTopIndex(const ChildWindow& list);
+// True when the program draws the entries of this combo box.
+[[nodiscard]] bool IsDrawnHere(const ChildWindow& combo);
 // True when the list's last line shows, or it has none.
 [[nodiscard]] bool EndInView(const ChildWindow& list);
 void ScrollToEnd(const ChildWindow& list);

@@ -96,6 +96,7 @@ enum class ControlId : int {
   lblSsiLabelUpdaterClearFields = 1213,
   txtSSI_labelEdit = 1214,
   lblLastSeen = 1215,
+  lblLastSeenName = 1216,
 };
 
 [[nodiscard]] constexpr int Number(ControlId id) {

@@ -2,6 +2,7 @@
 #include "ui/drawing_win.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace corvane {
 
@@ -118,6 +119,86 @@ void DrawButton(const DRAWITEMSTRUCT& item, const Button& button, HFONT font, Br
     SetBkColor(dc, RGB(255, 255, 255));
     DrawFocusRect(dc, &rect);
   }
+}
+
+namespace {
+
+constexpr Colour kHighlight = 0x8000000D;
+constexpr Colour kHighlightText = 0x8000000E;
+constexpr int kTickBox = 13 * kTwipsPerPixel;
+constexpr int kTickMargin = 3 * kTwipsPerPixel;
+
+// Gives the text colour, after filling the line with what belongs under it.
+COLORREF FillLine(const DRAWITEMSTRUCT& item, BrushCache& brushes) {
+  const bool selected = (item.itemState & ODS_SELECTED) != 0;
+  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
+  FillRect(item.hDC, &item.rcItem, brushes.Get(selected ? kHighlight : kWindowBackground));
+  if (disabled) return GetSysColor(COLOR_GRAYTEXT);
+  return DrawnColour(selected ? kHighlightText : kWindowText);
+}
+
+void DrawLineText(const DRAWITEMSTRUCT& item, const std::string& text, COLORREF colour, int left) {
+  RECT rect = item.rcItem;
+  rect.left += left;
+  SetBkMode(item.hDC, TRANSPARENT);
+  SetTextColor(item.hDC, colour);
+  DrawTextA(item.hDC, text.c_str(), -1, &rect,
+            DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_EXPANDTABS);
+  if ((item.itemState & ODS_FOCUS) != 0 && (item.itemState & ODS_NOFOCUSRECT) == 0) {
+    SetTextColor(item.hDC, 0);
+    SetBkColor(item.hDC, RGB(255, 255, 255));
+    DrawFocusRect(item.hDC, &item.rcItem);
+  }
+}
+
+// Line `item.itemID` as the window has it: the state may be ahead of it.
+std::string LineText(const DRAWITEMSTRUCT& item, UINT length_message, UINT text_message) {
+  const LRESULT length = SendMessageA(item.hwndItem, length_message, item.itemID, 0);
+  if (length <= 0) return {};
+  std::string text(static_cast<std::size_t>(length), '\0');
+  SendMessageA(item.hwndItem, text_message, item.itemID, reinterpret_cast<LPARAM>(text.data()));
+  return text;
+}
+
+}  // namespace
+
+void DrawCheckLine(const DRAWITEMSTRUCT& item, HFONT font, int dpi, BrushCache& brushes) {
+  if (item.itemID == static_cast<UINT>(-1)) return;
+  const HDC dc = item.hDC;
+  const COLORREF text_colour = FillLine(item, brushes);
+  const int margin = ToPixels(kTickMargin, dpi);
+  const int height = static_cast<int>(item.rcItem.bottom - item.rcItem.top);
+  const int size = std::min(ToPixels(kTickBox, dpi), height - 2);
+  const int left = item.rcItem.left + margin;
+  const int top = item.rcItem.top + (height - size) / 2;
+  RECT box{left, top, left + size, top + size};
+  FillRect(dc, &box, brushes.Get(kWindowBackground));
+  for (int edge = std::max(1, MulDiv(1, dpi, kDesignDpi)); edge > 0; --edge) {
+    FrameRect(dc, &box, brushes.Get(kWindowText));
+    InflateRect(&box, -1, -1);
+  }
+  if (item.itemData != 0) {
+    const HPEN pen =
+        CreatePen(PS_SOLID, std::max(2, MulDiv(2, dpi, kDesignDpi)), DrawnColour(kWindowText));
+    {
+      const Selected with_pen(dc, pen);
+      const POINT tick[] = {{left + size * 3 / 13, top + size * 6 / 13},
+                            {left + size * 5 / 13, top + size * 9 / 13},
+                            {left + size * 10 / 13, top + size * 3 / 13}};
+      Polyline(dc, tick, static_cast<int>(std::size(tick)));
+    }
+    DeleteObject(pen);
+  }
+  const Selected with_font(dc, font);
+  DrawLineText(item, LineText(item, LB_GETTEXTLEN, LB_GETTEXT), text_colour, 2 * margin + size);
+}
+
+void DrawComboLine(const DRAWITEMSTRUCT& item, const ComboBox& combo, int dpi,
+                   BrushCache& brushes) {
+  const COLORREF colour = FillLine(item, brushes);
+  const bool none = item.itemID == static_cast<UINT>(-1);
+  const std::string text = none ? combo.text.get() : LineText(item, CB_GETLBTEXTLEN, CB_GETLBTEXT);
+  DrawLineText(item, text, colour, ToPixels(kTickMargin, dpi));
 }
 
 void DrawShape(const DRAWITEMSTRUCT& item, const Shape& shape, int dpi, BrushCache& brushes) {

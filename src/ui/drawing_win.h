@@ -52,6 +52,10 @@ class BrushCache {
 };
 
 void DrawButton(const DRAWITEMSTRUCT& item, const Button& button, HFONT font, BrushCache& brushes);
+// One line of a list with ticks: a box, ticked where the line's item data are not 0, and its text.
+void DrawCheckLine(const DRAWITEMSTRUCT& item, HFONT font, int dpi, BrushCache& brushes);
+// One entry of a drop-down list, or what its box shows while none is selected.
+void DrawComboLine(const DRAWITEMSTRUCT& item, const ComboBox& combo, int dpi, BrushCache& brushes);
 // A disc; its border counts pixels of 96 dpi.
 void DrawShape(const DRAWITEMSTRUCT& item, const Shape& shape, int dpi, BrushCache& brushes);
 // Answers WM_PAINT of a frame's window.

@@ -6,14 +6,11 @@
 
 #include <vector>
 
-#include "base/loop_win.h"
-
 namespace corvane {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;  // of positions, on every screen
-constexpr DWORD kStyle = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
+constexpr DWORD kStyle = WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 constexpr WORD kIconResource = 1;
 constexpr int kLongestListDelayMs = 50;
 
@@ -45,23 +42,25 @@ bool FormWindow::RegisterWindowClass() const {
   return RegisterClassExA(&window_class) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
 
-bool FormWindow::Create(const WindowTable& table, UserEvents& handlers) {
+bool FormWindow::Create(const WindowTable& table, UserEvents& handlers, HWND owner) {
   assert(window_ == nullptr);
   const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
   InitCommonControlsEx(&controls);
   table_.emplace(table);
   if (!RegisterWindowClass()) return false;
-  window_ = CreateWindowExA(0, table.window_class, table.window.caption.get().c_str(), kStyle,
-                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr,
-                            nullptr, GetModuleHandleA(nullptr), this);
+  window_ = CreateWindowExA(0, table.window_class, table.window.caption.get().c_str(),
+                            kStyle | (table.minimises ? WS_MINIMIZEBOX : 0), CW_USEDEFAULT,
+                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr,
+                            GetModuleHandleA(nullptr), this);
   if (window_ == nullptr) return false;
   dpi_ = static_cast<int>(GetDpiForWindow(window_));
   if (!children_.Create(window_, *table_, dpi_)) {
     Destroy();
     return false;
   }
+  loop_.AddHook(*this);
   events_.Connect(window_, children_, handlers);
-  NotePosition();
+  if (table.window.bounds == Window::Bounds{}) NotePosition();
   Place();
   children_.LayOut(dpi_);
   return true;
@@ -101,6 +100,7 @@ void FormWindow::BringToFront() {
 void FormWindow::Destroy() {
   if (window_ == nullptr) return;
   const HWND window = window_;
+  loop_.RemoveHook(*this);
   window_ = nullptr;
   focus_ = nullptr;
   shown_ = false;
@@ -118,7 +118,7 @@ bool FormWindow::FilterMessage(MSG& message) {
 
 // A call is set up and tuned in one event: its lines in the log wait until the commands are out,
 // but not while something waits for long.
-void FormWindow::ShowLists(bool at_rest) {
+void FormWindow::Idle(bool at_rest) {
   if (window_ == nullptr || !children_.lists_wait()) {
     lists_wait_since_ms_.reset();
     return;
@@ -160,6 +160,12 @@ void FormWindow::FocusWanted(const Control& control) {
 
 SIZE FormWindow::OuterSize(int dpi) const {
   const Window::Bounds& bounds = table_->window.bounds;
+  if (bounds.width == 0 && table_->width == 0) {
+    RECT outer{0, 0, ToPixels(table_->client_width, dpi), ToPixels(table_->client_height, dpi)};
+    AdjustWindowRectExForDpi(&outer, static_cast<DWORD>(GetWindowLongPtrA(window_, GWL_STYLE)),
+                             !table_->menu.empty(), 0, static_cast<UINT>(dpi));
+    return {outer.right - outer.left, outer.bottom - outer.top};
+  }
   const int width = bounds.width > 0 ? bounds.width : table_->width;
   const int height = bounds.height > 0 ? bounds.height : table_->height;
   return {ToPixels(width, dpi), ToPixels(height, dpi)};

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "base/loop_win.h"
 #include "panel/control_sink.h"
 #include "ui/child_events_win.h"
 #include "ui/child_windows_win.h"
@@ -15,11 +16,9 @@
 
 namespace corvane {
 
-class LoopWin;
-
 // Made before its controls, which need it as their sink; what changes before Create is taken over
-// there. Whoever runs the loop hands it the messages of the queue and the loop's moments of rest.
-class FormWindow : public ControlSink {
+// there. After Destroy it can be created again, for controls of its next life.
+class FormWindow : public ControlSink, private LoopWin::Hook {
  public:
   explicit FormWindow(LoopWin& loop) : loop_(loop), events_(loop) {}
   ~FormWindow() override { Destroy(); }
@@ -27,8 +26,9 @@ class FormWindow : public ControlSink {
   FormWindow& operator=(const FormWindow&) = delete;
 
   // Makes the window and its controls, not shown yet. False when the system refuses. The controls
-  // and the handlers must stay valid until Destroy.
-  [[nodiscard]] bool Create(const WindowTable& table, UserEvents& handlers);
+  // and the handlers must stay valid until Destroy. A window with an `owner` stands in front of it
+  // and is hidden while that one is minimised.
+  [[nodiscard]] bool Create(const WindowTable& table, UserEvents& handlers, HWND owner = nullptr);
   // Puts the window where its state says, moved into view if that is off every screen, and shows
   // it, never minimised.
   void Show();
@@ -39,11 +39,6 @@ class FormWindow : public ControlSink {
 
   // nullptr before Create and after Destroy.
   [[nodiscard]] HWND handle() const { return window_; }
-  // Handles a message from the queue when it belongs to keyboard navigation in this window.
-  bool FilterMessage(MSG& message);
-  // Shows the lines that lists have got, unless an event is still under way that may have more to
-  // do. For the loop's idle handler.
-  void ShowLists(bool at_rest);
   // Lays the controls out as on a screen of `dpi`, for a client area of that scale. For tests of
   // screens that are not there.
   void SimulateDpi(int dpi);
@@ -53,6 +48,12 @@ class FormWindow : public ControlSink {
   void FocusWanted(const Control& control) override;
 
  private:
+  // Keyboard navigation in this window.
+  bool FilterMessage(MSG& message) override;
+  // Shows the lines that lists have got, unless an event is still under way that may have more to
+  // do.
+  void Idle(bool at_rest) override;
+
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM w_param, LPARAM l_param);
   [[nodiscard]] bool RegisterWindowClass() const;
   LRESULT Handle(UINT message, WPARAM w_param, LPARAM l_param);

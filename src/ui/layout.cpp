@@ -122,6 +122,19 @@ int FontPixels(FontKind kind, int dpi) {
   return (FontOf(kind).quarter_points * dpi + kQuarterPointsPerInch / 2) / kQuarterPointsPerInch;
 }
 
+ControlRow Row(ControlId id, Control& control, const Frame* frame, int left, int top, int width,
+               int height, unsigned traits, FontKind font) {
+  return {id,
+          control,
+          frame,
+          left * kTwipsPerPixel,
+          top * kTwipsPerPixel,
+          width * kTwipsPerPixel,
+          height * kTwipsPerPixel,
+          font,
+          traits};
+}
+
 std::vector<Control*> WindowTable::AllControls() const {
   std::vector<Control*> all;
   for (const ControlRow& row : controls) all.push_back(&row.control);

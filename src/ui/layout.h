@@ -13,6 +13,7 @@ namespace corvane {
 
 inline constexpr int kTwipsPerInch = 1440;
 inline constexpr int kDesignDpi = 96;
+inline constexpr int kTwipsPerPixel = kTwipsPerInch / kDesignDpi;
 
 enum class FontKind {
   kText,   // Tahoma 8.25
@@ -43,6 +44,7 @@ enum Trait : unsigned {
   kCentred = 1U << 9,           // label: its text in the middle of the width
   kScrollsSideways = 1U << 10,  // list: as far as its widest line
   kFitsRows = 1U << 11,         // list: its full rows and a part of the next, bars always there
+  kNoTabStop = 1U << 12,        // the tab key passes it by
 };
 
 // One control of a window, a child window of it.
@@ -60,6 +62,11 @@ struct ControlRow {
   [[nodiscard]] bool Has(Trait trait) const { return (traits & trait) != 0; }
 };
 
+// A row written in pixels of the design's resolution.
+[[nodiscard]] ControlRow Row(ControlId id, Control& control, const Frame* frame, int left, int top,
+                             int width, int height, unsigned traits = kPlain,
+                             FontKind font = FontKind::kText);
+
 struct MenuRow {
   ControlId id;
   MenuItem& item;
@@ -72,8 +79,10 @@ struct MenuRow {
 struct WindowTable {
   Window& window;
   const char* window_class;
+  bool minimises;  // its title bar has a button for it
   // The outer size to begin with, and the least client area that a window of that size has (wide
-  // sizing borders). A larger one goes to the controls that grow.
+  // sizing borders). A larger one goes to the controls that grow. Without an outer size (0) the
+  // window is as large as its client area needs.
   int width;
   int height;
   int client_width;

@@ -159,7 +159,7 @@ void MainForm::ComboSelected(ComboBox& combo, int index) {
   if (&combo == &form_.cboBaseFrequency) ApplyBaseFrequency();
 }
 
-void MainForm::MouseUp(Control& control, int button) {
+void MainForm::MouseUp(Control& control, int button, int) {
   if (!Accepts(control)) return;
   if (&control == &form_.lblGroupHold && button == kLeftButton) actions_.ToggleGroupHold();
   if (&control == &form_.lblGroupNumber || &control == &form_.lblCurrentSSI) {

@@ -33,8 +33,10 @@ class MainForm final : public UserEvents {
   void LostFocus(Control& control) override;
   void ListSelected(ListBox& list, int index, bool by_mouse) override;
   void ComboSelected(ComboBox& combo, int index) override;
-  void MouseUp(Control& control, int button) override;
+  void MouseUp(Control& control, int button, int line) override;
   void MouseMove(Control& control, bool form_is_foreground) override;
+  void AnyInput() override {}
+  void Escape() override {}
   void CloseRequested() override;
   void SessionEnding() override;
 

@@ -8,22 +8,7 @@ namespace {
 using enum ControlId;
 using enum FontKind;
 
-constexpr int kTwipsPerPixel = kTwipsPerInch / kDesignDpi;
 constexpr unsigned kPage = kMovesRight | kGrowsDown;
-
-// A row written in pixels of the design's resolution.
-ControlRow Row(ControlId id, Control& control, const Frame* frame, int left, int top, int width,
-               int height, unsigned traits = kPlain, FontKind font = kText) {
-  return {id,
-          control,
-          frame,
-          left * kTwipsPerPixel,
-          top * kTwipsPerPixel,
-          width * kTwipsPerPixel,
-          height * kTwipsPerPixel,
-          font,
-          traits};
-}
 
 // clang-format off
 std::vector<ControlRow> LinkRows(LinkPanel& link) {
@@ -159,6 +144,7 @@ WindowTable MainWindowTable(Form1& form) {
   WindowTable table{
       .window = form,
       .window_class = kMainWindowClass,
+      .minimises = true,
       .width = kNormalArrangement.width,
       .height = kNormalArrangement.height,
       .client_width = kClientWidth,

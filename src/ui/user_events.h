@@ -14,6 +14,8 @@ inline constexpr int kRightButton = 2;
 inline constexpr int kMiddleButton = 4;
 
 // Key codes and characters with a meaning here.
+inline constexpr int kUpArrowCode = 38;
+inline constexpr int kDownArrowCode = 40;
 inline constexpr int kBackspaceCode = 8;
 inline constexpr int kEnterCode = 13;
 inline constexpr int kSpaceBarCode = 32;
@@ -38,9 +40,14 @@ class UserEvents {
   // Line `index` (-1: none) is selected now. No echo to the sink.
   virtual void ListSelected(ListBox& list, int index, bool by_mouse) = 0;
   virtual void ComboSelected(ComboBox& combo, int index) = 0;
-  virtual void MouseUp(Control& control, int button) = 0;
+  // `line` is the line of a list under the pointer; -1 below the last one and elsewhere.
+  virtual void MouseUp(Control& control, int button, int line) = 0;
   // The mouse moved over a control's own area; for a frame, over it and the labels in it.
   virtual void MouseMove(Control& control, bool form_is_foreground) = 0;
+  // A key or a mouse button went down anywhere in the window.
+  virtual void AnyInput() = 0;
+  // The Escape key, unless an open list takes it.
+  virtual void Escape() = 0;
   // The user closes the window.
   virtual void CloseRequested() = 0;
   // The system ends the session: everything is saved on return.

@@ -45,6 +45,16 @@ class TestWindow {
   HWND window_ = nullptr;
 };
 
+class NotedHook : public LoopWin::Hook {
+ public:
+  bool FilterMessage(MSG& message) override { return filter && filter(message); }
+  void Idle(bool at_rest) override {
+    if (idle) idle(at_rest);
+  }
+  std::function<bool(const MSG&)> filter;
+  std::function<void(bool)> idle;
+};
+
 TEST(LoopWin, QuittingEndsRunWithItsCode) {
   LoopWin loop;
   loop.Post(EventSource::kUser, [&] { loop.Quit(7); });
@@ -70,16 +80,43 @@ TEST(LoopWin, AQuitInsideAWaitForSocketEventsIsKeptForRun) {
   EXPECT_EQ(loop.Run(), 6);
 }
 
+TEST(LoopWin, AHookMayGoAndAnotherComeWhileOneIsAtWork) {
+  LoopWin loop;
+  const TestWindow window;
+  NotedHook first;
+  NotedHook second;
+  int seen_by_second = 0;
+  second.filter = [&](const MSG& message) {
+    seen_by_second += message.message == WM_APP ? 1 : 0;
+    return false;
+  };
+  first.filter = [&](const MSG& message) {
+    if (message.message != WM_APP) return false;
+    loop.AddHook(second);
+    loop.RemoveHook(first);
+    return true;
+  };
+  loop.AddHook(first);
+  PostMessageA(window.handle(), WM_APP, 0, 0);
+  loop.DoEvents();
+  EXPECT_EQ(seen_by_second, 0);
+  PostMessageA(window.handle(), WM_APP, 0, 0);
+  loop.DoEvents();
+  EXPECT_EQ(seen_by_second, 1);
+  loop.RemoveHook(second);
+}
+
 TEST(LoopWin, TheFilterSeesMessagesFirstAndMayTakeThem) {
   LoopWin loop;
   const TestWindow window;
   int seen = 0;
-  loop.SetMessageFilter([&](void* message) {
-    const auto& got = *static_cast<MSG*>(message);
+  NotedHook hook;
+  hook.filter = [&](const MSG& got) {
     if (got.hwnd != window.handle() || got.message != WM_CHAR) return false;
     ++seen;
     return true;
-  });
+  };
+  loop.AddHook(hook);
   PostMessageA(window.handle(), WM_CHAR, 'x', 0);
   loop.DoEvents();
   EXPECT_EQ(seen, 1);
@@ -87,7 +124,7 @@ TEST(LoopWin, TheFilterSeesMessagesFirstAndMayTakeThem) {
   loop.Post(EventSource::kUser, [&] { loop.Quit(); });
   loop.Run();
   EXPECT_EQ(seen, 2);
-  loop.SetMessageFilter(nullptr);
+  loop.RemoveHook(hook);
 }
 
 TEST(LoopWin, WhatCanWaitIsDoneWhenNothingElseIsLeft) {
@@ -109,12 +146,13 @@ TEST(LoopWin, WhatCanWaitIsDoneWhenNothingElseIsLeft) {
     loop.Quit();
   });
   patience->SetEnabled(true);
-  loop.SetIdleHandler([&](bool at_rest) {
+  NotedHook hook;
+  hook.idle = [&](bool at_rest) {
     done.emplace_back(at_rest ? "rest" : "pause");
     if (at_rest) timer->SetEnabled(true);
-  });
+  };
+  loop.AddHook(hook);
   loop.Run();
-  loop.SetIdleHandler(nullptr);
 
   const auto at = [&](const char* what) { return std::ranges::find(done, what) - done.begin(); };
   EXPECT_EQ(at("first"), 0);
@@ -200,10 +238,12 @@ TEST(LoopWin, WhatAFilterThrowsIsReported) {
   const TestWindow window;
   std::string reported;
   loop.SetErrorReporter([&](const std::string& what) { reported = what; });
-  loop.SetMessageFilter([&](void* message) -> bool {
-    if (static_cast<MSG*>(message)->message == WM_APP) throw std::runtime_error("filter");
+  NotedHook hook;
+  hook.filter = [&](const MSG& message) -> bool {
+    if (message.message == WM_APP) throw std::runtime_error("filter");
     return false;
-  });
+  };
+  loop.AddHook(hook);
   PostMessageA(window.handle(), WM_APP, 0, 0);
   loop.DoEvents();
   EXPECT_EQ(reported, "filter");

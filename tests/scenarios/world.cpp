@@ -52,6 +52,8 @@ void ScreenTrace::ListChanged(ListBox& list, ListChange change, std::size_t inde
     case ListChange::kCleared:
       write_(name + " cleared");
       break;
+    case ListChange::kTicked:
+      break;
   }
 }
 
@@ -94,6 +96,19 @@ void World::BringUp() {
   ASSERT_TRUE(RunUntil([this] { return app->flags().mblnSetupDone && view().scanner.ScanPrimed; },
                        kBringUpLimitMs))
       << TraceText();
+}
+
+bool World::OpenEditor(Dialog&, UserEvents& handlers) {
+  if (refuse_editor) return false;
+  editor = &handlers;
+  ++editors_opened;
+  return true;
+}
+
+void World::CloseEditor() {
+  if (editor == nullptr) return;
+  editor = nullptr;
+  windows_closed.push_back("editor");
 }
 
 void World::CloseMainWindow() {

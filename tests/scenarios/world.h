@@ -17,6 +17,7 @@
 #include "sim/sim_loop.h"
 #include "sim/sim_mci.h"
 #include "sim/sim_prompts.h"
+#include "sim/trace_sink.h"
 #include "sim_desktop/sim_desktop.h"
 
 namespace corvane::sim {
@@ -87,13 +88,21 @@ class World : public Shell {
   std::unique_ptr<App> app;
   bool closed = false;
   std::vector<std::string> windows_closed;
-  int editor_shown = 0;
+
+  // The open editor; its controls are App::View's `dialog`.
+  sim::TraceSink editor_screen;
+  UserEvents* editor = nullptr;
+  int editors_opened = 0;
+  int editor_brought_to_front = 0;
+  bool refuse_editor = false;  // the system has no window left
 
   static constexpr const char* kProgramFolder = "C:\\Corvane";
 
  private:
-  void ShowEditor(EditorHandOver&) override { ++editor_shown; }
-  void CloseEditor() override { windows_closed.push_back("editor"); }
+  ControlSink& editor_sink() override { return editor_screen; }
+  bool OpenEditor(Dialog& dialog, UserEvents& handlers) override;
+  void BringEditorToFront() override { ++editor_brought_to_front; }
+  void CloseEditor() override;
   void CloseMainWindow() override;
   void Trace(const std::string& what);
   void TraceWire();

@@ -38,7 +38,7 @@ std::string ValueOf(const Control& control) {
 }
 
 int ListIndexOf(const Control& control) {
-  if (control.kind() == ControlKind::kListBox) return As<ListBox>(control).list_index();
+  if (IsList(control.kind())) return As<ListBox>(control).list_index();
   return As<ComboBox>(control).list_index;
 }
 
@@ -134,6 +134,9 @@ void TraceSink::ListChanged(ListBox& list, ListChange change, std::size_t index)
       return Add(name + ".clear");
     case ListChange::kReplaced:
       return Add(name + ".replace " + at + " " + Quoted(list.Item(static_cast<int>(index))));
+    case ListChange::kTicked:
+      return Add(name + ".tick " + at + " " +
+                 (As<CheckList>(list).ticked(static_cast<int>(index)) ? "True" : "False"));
   }
 }
 

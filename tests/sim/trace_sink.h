@@ -15,6 +15,7 @@ namespace corvane::sim {
 //   cmdStartAll.enabled = False      fraCallDetails.bounds = 0, 120
 //   lstCallLog.add 3 "text"          lstCallLog.replace 1 "text"
 //   lstCallLog.remove 2              lstCallLog.clear
+//   lstGSSI_Lockouts.tick 0 False
 //   cboBaseFrequency.items = "100 MHz" (0), "200 MHz" (1)
 //   focus txtTimeout
 class TraceSink : public ControlSink {

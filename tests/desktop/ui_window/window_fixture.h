@@ -25,8 +25,6 @@ class WindowTest : public testing::Test {
         main_form_(form_, presets_, flags_, *timer_, actions_) {}
 
   void SetUp() override {
-    loop_.SetMessageFilter([this](MSG* message) { return window_.FilterMessage(*message); });
-    loop_.SetIdleHandler([this](bool at_rest) { window_.ShowLists(at_rest); });
     ASSERT_TRUE(Create());
     form_.txtTimeout.text = "5";
     form_.txtVcVolume.text = "47";

@@ -51,6 +51,7 @@ class ShutdownTest : public ::testing::Test {
 
 TEST_F(ShutdownTest, EverythingIsSavedAndTheWindowsCloseEditorFirst) {
   world_.BringUp();
+  world_.user().Click(world_.form().mnuGSSIEditor);
   LearnAGroup();
   CountACall();
   world_.user().CloseRequested();
@@ -145,6 +146,7 @@ TEST_F(ShutdownTest, ASecondCloseDoesNothingWhereverItComes) {
   world_.BringUp();
   LearnAGroup();
   CountACall();
+  world_.user().Click(world_.form().mnuGSSIEditor);
   world_.prompts.SetWhileOpen([this](const SimPrompts::Box&) { world_.user().CloseRequested(); });
   world_.files.SetRoom(0);
   world_.user().CloseRequested();

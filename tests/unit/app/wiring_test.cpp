@@ -94,7 +94,7 @@ TEST_F(WiringTest, TheHoldTakesTheGroupOnScreenAlsoACountedOne) {
   world_.Do("call id=7 group=9001 party=5010 carrier=2610 slot=3 for=2");
   world_.Run(500);
   EXPECT_FALSE(world_.Following());
-  world_.user().MouseUp(world_.form().lblGroupHold, kLeftButton);
+  world_.user().MouseUp(world_.form().lblGroupHold, kLeftButton, -1);
   EXPECT_EQ(world_.view().locks.held(), 9001);
   EXPECT_EQ(world_.form().lblGroupHold.tag, " 9001");
   world_.user().KeyUp(world_.form().lstCallLog, kSpaceBarCode);

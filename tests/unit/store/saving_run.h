@@ -10,13 +10,6 @@
 
 namespace corvane {
 
-class NoWindows : public Shell {
- public:
-  void ShowEditor(EditorHandOver&) override {}
-  void CloseEditor() override {}
-  void CloseMainWindow() override {}
-};
-
 // The program is loaded and its timers run.
 struct SavingRun : StoreRun {
   explicit SavingRun(sim::SimFiles& disk) : StoreRun(disk) {
@@ -53,10 +46,9 @@ struct SavingRun : StoreRun {
   sim::NotedLink link{loop, flags};
   CallFollower follower{{loop, clock, form, flags, presets, network, group_table, subscriber_table,
                          daily, recorder, link}};
-  NoWindows windows;
   PeriodicSave periodic{*tmrSaveTimed, flags, clock, form, subscribers, groups, activity, settings};
-  Shutdown shutdown{{loop, prompts, *tmrSaveTimed, *tmrShutdown, flags, form, follower, windows,
-                     subscribers, groups, activity, settings}};
+  Shutdown shutdown{{loop, prompts, *tmrSaveTimed, *tmrShutdown, flags, form, follower, subscribers,
+                     groups, activity, settings, [] {}}};
 };
 
 }  // namespace corvane

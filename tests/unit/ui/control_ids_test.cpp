@@ -11,6 +11,7 @@
 #include "base/number_text.h"
 #include "base/text.h"
 #include "sim/no_sink.h"
+#include "ui/editor_layout.h"
 #include "ui/main_layout.h"
 
 namespace corvane {
@@ -43,30 +44,46 @@ TEST(ControlIds, EveryNumberIsGivenOnce) {
   }
 }
 
-TEST(ControlIds, ControlsOfTheMainWindowHaveTheNumberOfTheirName) {
+template <typename Form>
+class ControlIdsOf : public testing::Test {
+ protected:
+  static WindowTable TableOf(Form1& form) { return MainWindowTable(form); }
+  static WindowTable TableOf(Dialog& dialog) { return EditorWindowTable(dialog); }
+
+  sim::NoSink sink_;
+  Form form_{sink_};
+  const WindowTable table_ = TableOf(form_);
+};
+
+using BothWindows = testing::Types<Form1, Dialog>;
+TYPED_TEST_SUITE(ControlIdsOf, BothWindows);
+
+TYPED_TEST(ControlIdsOf, TheWindowsControlsHaveTheNumberOfTheirName) {
   const auto numbers = NumbersInHeader();
-  sim::NoSink sink;
-  Form1 form(sink);
-  const WindowTable table = MainWindowTable(form);
   const auto expect_number = [&](const Control& control, ControlId id) {
     ASSERT_TRUE(numbers.contains(control.name())) << control.name();
     EXPECT_EQ(Number(id), numbers.at(control.name())) << control.name();
   };
-  for (const ControlRow& row : table.controls) expect_number(row.control, row.id);
-  for (const MenuRow& row : table.menu) expect_number(row.item, row.id);
+  for (const ControlRow& row : this->table_.controls) expect_number(row.control, row.id);
+  for (const MenuRow& row : this->table_.menu) expect_number(row.item, row.id);
 }
 
-// Numbers below the editor's are the main window's: none of them is without a control.
-TEST(ControlIds, EveryNumberOfTheMainWindowHasItsControl) {
+TEST(ControlIds, EveryNumberHasItsControlInTheWindowThatItBelongsTo) {
   constexpr int kFirstOfTheEditor = Number(ControlId::cboCountry);
   sim::NoSink sink;
   Form1 form(sink);
-  std::set<std::string> names;
+  Dialog dialog(sink);
+  std::set<std::string> main_window;
+  std::set<std::string> editor;
   for (const Control* control : MainWindowTable(form).AllControls()) {
-    EXPECT_TRUE(names.insert(control->name()).second) << control->name() << " twice";
+    EXPECT_TRUE(main_window.insert(control->name()).second) << control->name() << " twice";
+  }
+  for (const Control* control : EditorWindowTable(dialog).AllControls()) {
+    EXPECT_TRUE(editor.insert(control->name()).second) << control->name() << " twice";
   }
   for (const auto& [name, number] : NumbersInHeader()) {
-    EXPECT_EQ(names.contains(name), number < kFirstOfTheEditor) << name;
+    EXPECT_EQ(main_window.contains(name), number < kFirstOfTheEditor) << name;
+    EXPECT_EQ(editor.contains(name), number >= kFirstOfTheEditor) << name;
   }
 }
 

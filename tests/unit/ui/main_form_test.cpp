@@ -146,10 +146,10 @@ TEST_F(MainFormTest, SpaceBarInThreeListsTogglesTheHold) {
 }
 
 TEST_F(MainFormTest, LeftReleaseOnTheGroupLabelTogglesTheHold) {
-  main_form_.MouseUp(form_.lblGroupHold, kRightButton);
-  main_form_.MouseUp(form_.lblGroupHold, kMiddleButton);
+  main_form_.MouseUp(form_.lblGroupHold, kRightButton, -1);
+  main_form_.MouseUp(form_.lblGroupHold, kMiddleButton, -1);
   EXPECT_TRUE(actions_.calls.empty());
-  main_form_.MouseUp(form_.lblGroupHold, kLeftButton);
+  main_form_.MouseUp(form_.lblGroupHold, kLeftButton, -1);
   EXPECT_EQ(actions_.calls, Calls{"ToggleGroupHold"});
 }
 
@@ -161,7 +161,7 @@ TEST_F(MainFormTest, AnyButtonOnGroupOrSubscriberOpensTheEditor) {
     for (const int button : {kLeftButton, kRightButton, kMiddleButton}) {
       actions_.calls.clear();
       main_form_.hand_over() = {};
-      main_form_.MouseUp(*label, button);
+      main_form_.MouseUp(*label, button, -1);
       EXPECT_EQ(actions_.calls, Calls{"ShowEditor"});
       EXPECT_EQ(main_form_.hand_over().EditorGssi, 9001);
       EXPECT_EQ(main_form_.hand_over().EditorSsi, 5010);
@@ -238,7 +238,7 @@ TEST_F(MainFormTest, NothingIsTakenOnceTheProgramShutsDown) {
     EXPECT_FALSE(main_form_.KeyPress(*control, 13));
     main_form_.KeyUp(*control, 32);
     main_form_.LostFocus(*control);
-    main_form_.MouseUp(*control, kLeftButton);
+    main_form_.MouseUp(*control, kLeftButton, -1);
     main_form_.MouseMove(*control, true);
   }
   main_form_.TextEdited(form_.txtTimeout, "7");
