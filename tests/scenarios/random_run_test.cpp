@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "scenarios/random_editor.h"
 #include "scenarios/world.h"
 
 namespace corvane::sim {
@@ -22,7 +23,10 @@ constexpr std::int64_t kFollowLimitMs = 5000;
 
 class RandomRun {
  public:
-  explicit RandomRun(unsigned seed) : random_(seed), world_(Options(seed)) {}
+  explicit RandomRun(unsigned seed)
+      : random_(seed),
+        world_(Options(seed)),
+        editor_(world_, [this](int low, int high) { return Pick(low, high); }) {}
 
   void Go() {
     world_.BringUp();
@@ -49,6 +53,7 @@ class RandomRun {
   }
 
   [[nodiscard]] int actions_in_waits() const { return actions_in_waits_; }
+  [[nodiscard]] int edits() const { return editor_.edits(); }
 
  private:
   static WorldOptions Options(unsigned seed) {
@@ -109,7 +114,7 @@ class RandomRun {
   void UseTheWindow() {
     Form1& form = world_.form();
     MainForm& user = world_.user();
-    const int what = Pick(0, 11);
+    const int what = Pick(0, 17);
     Note("user " + std::to_string(what));
     switch (what) {
       case 0:
@@ -121,7 +126,7 @@ class RandomRun {
       case 3:
         return user.Click(form.optRecordMode[static_cast<std::size_t>(Pick(0, 2))]);
       case 4:
-        return user.MouseUp(form.lblGroupHold, kLeftButton);
+        return user.MouseUp(form.lblGroupHold, kLeftButton, -1);
       case 5:
         return user.Click(form.cmdSettingTab[static_cast<std::size_t>(Pick(0, 4))]);
       case 6:
@@ -135,8 +140,10 @@ class RandomRun {
         return user.Click(form.chkCreateEventLog);
       case 10:
         return user.Click(form.chkCreateCcVcLog);
-      default:
+      case 11:
         return form.lstCallLog.ReportTopIndex(0);
+      default:
+        return editor_.Use();
     }
   }
 
@@ -156,6 +163,7 @@ class RandomRun {
   void Note(const std::string& what) { world_.trace.push_back("          * " + what); }
 
   void CheckInvariants() {
+    editor_.Check();
     Form1& form = world_.form();
     const App::View view = world_.view();
     if (view.call.FollowingCall()) {
@@ -192,7 +200,7 @@ class RandomRun {
       world_.user().Click(form.chkCreateCallActivityCvsFile);
     }
     if (form.lblGroupHold.fore_colour.get() == kHoldOrange) {
-      world_.user().MouseUp(form.lblGroupHold, kLeftButton);
+      world_.user().MouseUp(form.lblGroupHold, kLeftButton, -1);
     }
     Note("healed");
     world_.Run(kHealMs);
@@ -202,7 +210,7 @@ class RandomRun {
     EXPECT_TRUE(world_.Parked());
     EXPECT_TRUE(world_.prompts.boxes().empty());
 
-    world_.Do("call id=16000 group=9001 party=5010 carrier=2610 slot=3 for=4");
+    world_.Do("call id=16000 group=9990 party=5010 carrier=2610 slot=3 for=4");
     EXPECT_TRUE(world_.RunUntil([this] { return world_.Following(); }, kFollowLimitMs));
     world_.Run(10000);
     EXPECT_FALSE(world_.Following());
@@ -219,6 +227,7 @@ class RandomRun {
 
   std::mt19937 random_;
   World world_;
+  RandomEditor editor_;
   bool in_a_wait_ = false;
   bool healing_ = false;
   int actions_in_waits_ = 0;
@@ -233,11 +242,13 @@ TEST(RandomRuns, NothingGetsStuckWhateverHappens) {
   const int single = FromEnvironment("CORVANE_SEED", 0);
   const int last = single != 0 ? single : FromEnvironment("CORVANE_SEEDS", kUsualSeeds);
   int actions_in_waits = 0;
+  int edits = 0;
   for (int seed = single != 0 ? single : 1; seed <= last; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     RandomRun run(static_cast<unsigned>(seed));
     run.Go();
     actions_in_waits += run.actions_in_waits();
+    edits += run.edits();
     if (HasFailure()) {
       std::printf("first failing seed: %d\n", seed);
       return;
@@ -245,6 +256,7 @@ TEST(RandomRuns, NothingGetsStuckWhateverHappens) {
   }
   if (single == 0) {
     EXPECT_GT(actions_in_waits, last) << "the user acts inside waits, too";
+    EXPECT_GT(edits, last) << "and edits";
   }
 }
 

@@ -99,7 +99,7 @@ void Carry(World& world, const UserStep& step) {
   } else if (step.verb == "double") {
     world.user().DoubleClick(*control);
   } else if (step.verb == "release") {
-    world.user().MouseUp(*control, kLeftButton);
+    world.user().MouseUp(*control, kLeftButton, -1);
   } else if (step.verb == "type") {
     ASSERT_EQ(control->kind(), ControlKind::kTextBox);
     world.user().TextEdited(As<TextBox>(*control), step.argument);
