@@ -35,6 +35,15 @@ class Process {
   [[nodiscard]] bool Suspend();
   [[nodiscard]] bool Resume();
 
+  // What the program has of the system at the moment. Some systems count no objects: 0.
+  struct Use {
+    unsigned handles = 0;
+    unsigned gdi_objects = 0;
+    unsigned user_objects = 0;
+    std::size_t private_kib = 0;
+  };
+  [[nodiscard]] Use TheUse() const;
+
  private:
   struct Handles;
   explicit Process(std::unique_ptr<Handles> handles);

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <psapi.h>
+
 namespace corvane::desktop {
 
 namespace {
@@ -105,6 +107,20 @@ bool Process::Suspend() {
 }
 bool Process::Resume() {
   return CallNtdll("NtResumeProcess", handles_->process);
+}
+
+Process::Use Process::TheUse() const {
+  Use use;
+  DWORD handles = 0;
+  if (GetProcessHandleCount(handles_->process, &handles) != FALSE) use.handles = handles;
+  use.gdi_objects = GetGuiResources(handles_->process, GR_GDIOBJECTS);
+  use.user_objects = GetGuiResources(handles_->process, GR_USEROBJECTS);
+  PROCESS_MEMORY_COUNTERS memory{};
+  memory.cb = sizeof memory;
+  if (GetProcessMemoryInfo(handles_->process, &memory, sizeof memory) != FALSE) {
+    use.private_kib = memory.PagefileUsage / 1024;
+  }
+  return use;
 }
 
 std::filesystem::path OwnFolder() {

@@ -1,0 +1,114 @@
+// Input by SendInput.
+#include "desktop/harness/user_input.h"
+
+#include <windows.h>
+
+#include <cctype>
+#include <cstddef>
+
+namespace corvane::desktop {
+
+namespace {
+
+HWND Hwnd(WindowHandle window) {
+  return reinterpret_cast<HWND>(window);
+}
+
+void Mouse(DWORD flags) {
+  INPUT input{};
+  input.type = INPUT_MOUSE;
+  input.mi.dwFlags = flags;
+  SendInput(1, &input, sizeof input);
+}
+
+void Key(int virtual_key, bool down) {
+  INPUT input{};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = static_cast<WORD>(virtual_key);
+  input.ki.wScan =
+      static_cast<WORD>(MapVirtualKeyA(static_cast<UINT>(virtual_key), MAPVK_VK_TO_VSC));
+  input.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
+  SendInput(1, &input, sizeof input);
+}
+
+// A message of numbers alone, so it crosses between programs as it is.
+LRESULT Ask(WindowHandle window, UINT message, WPARAM w_param, LRESULT none) {
+  DWORD_PTR answer = 0;
+  const bool answered = SendMessageTimeoutA(Hwnd(window), message, w_param, 0, SMTO_NORMAL,
+                                            kAnswerLimit_ms, &answer) != 0;
+  return answered ? static_cast<LRESULT>(answer) : none;
+}
+
+}  // namespace
+
+void MovePointer(int x, int y) {
+  SetCursorPos(x, y);
+}
+
+void PressMouse(MouseButton button) {
+  switch (button) {
+    case MouseButton::kLeft:
+      Mouse(MOUSEEVENTF_LEFTDOWN);
+      Mouse(MOUSEEVENTF_LEFTUP);
+      break;
+    case MouseButton::kRight:
+      Mouse(MOUSEEVENTF_RIGHTDOWN);
+      Mouse(MOUSEEVENTF_RIGHTUP);
+      break;
+    case MouseButton::kMiddle:
+      Mouse(MOUSEEVENTF_MIDDLEDOWN);
+      Mouse(MOUSEEVENTF_MIDDLEUP);
+      break;
+  }
+}
+
+void HandClickAt(WindowHandle control, int x, int y, MouseButton button) {
+  const WindowPlace place = PlaceOf(control);
+  MovePointer(place.left + x, place.top + y);
+  PressMouse(button);
+}
+
+void HandClick(WindowHandle control, MouseButton button) {
+  const WindowPlace place = PlaceOf(control);
+  HandClickAt(control, place.width / 2, place.height / 2, button);
+}
+
+void HandClickLine(WindowHandle list, int line, MouseButton button) {
+  const int row = static_cast<int>(Ask(list, LB_GETITEMHEIGHT, 0, 0));
+  const int top = static_cast<int>(Ask(list, LB_GETTOPINDEX, 0, 0));
+  constexpr int kBorder = 2;
+  constexpr int kRightOfTheBorder = 40;
+  HandClickAt(list, kRightOfTheBorder, kBorder + (line - top) * row + row / 2, button);
+}
+
+void HandKey(int virtual_key, bool shift) {
+  if (shift) Key(VK_SHIFT, true);
+  Key(virtual_key, true);
+  Key(virtual_key, false);
+  if (shift) Key(VK_SHIFT, false);
+}
+
+void HandType(std::string_view text) {
+  for (const char letter : text) {
+    const auto code = static_cast<unsigned char>(letter);
+    HandKey(std::toupper(code), std::isupper(code) != 0);
+  }
+}
+
+WindowHandle FocusIn(WindowHandle window) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  const DWORD thread = GetWindowThreadProcessId(Hwnd(window), nullptr);
+  if (thread == 0 || GetGUIThreadInfo(thread, &info) == FALSE) return 0;
+  return reinterpret_cast<WindowHandle>(info.hwndFocus);
+}
+
+bool ComboIsOpen(WindowHandle combo) {
+  return Ask(combo, CB_GETDROPPEDSTATE, 0, 0) != 0;
+}
+
+int TickOf(WindowHandle list, int line) {
+  return static_cast<int>(Ask(list, LB_GETITEMDATA, static_cast<WPARAM>(line), -1));
+}
+
+}  // namespace corvane::desktop
