@@ -62,7 +62,7 @@ TEST_F(EditorTest, OpensBesideTheMainWindowsCornerOnTheNetworkInReach) {
             (Lines{"9001 - 3 - North", "9002 - 0 - South", "9003 - 0 - West"}));
   EXPECT_EQ(TickOf(In(lstGSSI_Lockouts), 0), 1);
   EXPECT_EQ(TickOf(In(lstGSSI_Lockouts), 2), 0);
-  EXPECT_EQ(TextOf(In(Frame4)), "GSSI/Labels and Lockouts (3) [3]");
+  EXPECT_EQ(TextOf(In(Frame4)), "GSSI/Labels and Lockouts (3) [4]");
   EXPECT_EQ(TextOf(In(Label1)), "Seen SSI for GSSI (0)");
   const WindowPlace main = PlaceOf(Corvane().Window());
   const WindowPlace editor = PlaceOf(Editor());
@@ -238,10 +238,11 @@ TEST_F(EditorTest, AThousandOpeningsLeaveNothingBehind) {
   };
   for (int opening = 0; opening < 20; ++opening) open_and_close();
   const Process::Use before = Corvane().TheProcess().TheUse();
-  ASSERT_GT(before.handles, 0U);
+  const std::size_t windows = TopLevelWindows(Corvane().TheProcess().Id()).size();
   ASSERT_GT(before.private_kib, 0U);
   for (int opening = 0; opening < 1000 && !HasFatalFailure(); ++opening) open_and_close();
   const Process::Use after = Corvane().TheProcess().TheUse();
+  EXPECT_EQ(TopLevelWindows(Corvane().TheProcess().Id()).size(), windows);
   EXPECT_LE(after.handles, before.handles + 20);
   EXPECT_LE(after.gdi_objects, before.gdi_objects + 20);
   EXPECT_LE(after.user_objects, before.user_objects + 20);
