@@ -110,16 +110,20 @@ level_bench() {
     cat "$LOGS/bench/$(basename "$program").log"
   done
   [ -n "$found" ] || fail "bench: no benchmark was built"
-  measure_latency
+  measure_windows
 }
 
-# Both finished programs; only a call that is missed is a failure.
-measure_latency() {
-  local program=$BUILD/mingw/tests/desktop/latency_bench.exe
-  if ! (build_programs && configure_and_build mingw latency_bench) || ! prepare_wine; then
-    fail "bench: latency_bench could not be run"
+# With real windows; only a call that is missed or an editor that does not come is a failure.
+measure_windows() {
+  local name
+  if ! (build_programs && configure_and_build mingw latency_bench editor_bench) ||
+    ! prepare_wine; then
+    fail "bench: the measurements with real windows could not be run"
     return
   fi
-  CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") run_one bench/latency "$WINELOADER" "$program"
-  cat "$LOGS/bench/latency.log"
+  for name in latency editor; do
+    CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") \
+      run_one "bench/$name" "$WINELOADER" "$BUILD/mingw/tests/desktop/${name}_bench.exe"
+    cat "$LOGS/bench/$name.log"
+  done
 }

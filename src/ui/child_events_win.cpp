@@ -1,8 +1,6 @@
 // Notifications and subclassed messages of the child windows, and the keyboard's way around them.
 #include "ui/child_events_win.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <optional>
 #include <string>
@@ -13,7 +11,8 @@ namespace corvane {
 
 namespace {
 
-constexpr UINT_PTR kSubclassId = 1;
+// A window's own procedure, for the messages that come after the program has forgotten the window.
+constexpr char kOwnProcedure[] = "Corvane own procedure";
 
 // Characters of Ctrl+A, C, V, X, Z: typed with Ctrl they are commands of the box, not text.
 bool IsEditCommand(WPARAM code) {
@@ -87,19 +86,25 @@ bool IsInput(UINT message) {
 
 }  // namespace
 
-// The subclass procedure of every child; its data are the events object.
-LRESULT CALLBACK ChildEvents::Procedure(HWND window, UINT message, WPARAM w_param, LPARAM l_param,
-                                        UINT_PTR, DWORD_PTR data) {
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, Procedure, kSubclassId);
-  auto& events = *reinterpret_cast<ChildEvents*>(data);
-  const ChildWindow* child = events.children_ == nullptr ? nullptr : events.children_->Find(window);
-  if (child == nullptr) return DefSubclassProc(window, message, w_param, l_param);
-  return events.Handle(*child, message, w_param, l_param);
+// Stands before the procedure of every child's class, by plain means: lists get their lines by
+// thousands, and the common controls' way of doing it costs each message a search.
+LRESULT CALLBACK ChildEvents::Procedure(HWND window, UINT message, WPARAM w_param, LPARAM l_param) {
+  auto* events = reinterpret_cast<ChildEvents*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  const ChildWindow* child =
+      events->children_ == nullptr ? nullptr : events->children_->Find(window);
+  if (child != nullptr) {
+    return events->Handle(*child, message, w_param, l_param);
+  }
+  const auto own =
+      reinterpret_cast<WNDPROC>(message == WM_NCDESTROY ? RemovePropA(window, kOwnProcedure)
+                                                        : GetPropA(window, kOwnProcedure));
+  return CallWindowProcA(own, window, message, w_param, l_param);
 }
 
 LRESULT ChildEvents::Handle(const ChildWindow& child, UINT message, WPARAM w_param,
                             LPARAM l_param) {
   const HWND window = child.window;
+  const WNDPROC own = child.own_procedure;
   if (child.kind() == ControlKind::kFrame) {
     if (message == WM_ERASEBKGND) return 1;
     if (message == WM_PAINT) {
@@ -117,10 +122,10 @@ LRESULT ChildEvents::Handle(const ChildWindow& child, UINT message, WPARAM w_par
     return TRUE;
   }
   if (!Pass(child, message, w_param)) return 0;
-  if (children_ == nullptr) return DefSubclassProc(window, message, w_param, l_param);
+  if (children_ == nullptr) return CallWindowProcA(own, window, message, w_param, l_param);
   const bool is_key = is_list && (message == WM_KEYDOWN || message == WM_CHAR);
   if (is_key) ++keys_under_way_;
-  const LRESULT result = DefSubclassProc(window, message, w_param, l_param);
+  const LRESULT result = CallWindowProcA(own, window, message, w_param, l_param);
   if (is_key) --keys_under_way_;
   // What the control did may have ended the window.
   if (children_ != nullptr) Report(child, message, w_param, l_param);
@@ -131,8 +136,11 @@ void ChildEvents::Connect(HWND owner, ChildWindows& children, UserEvents& handle
   owner_ = owner;
   children_ = &children;
   handlers_ = &handlers;
-  for (const ChildWindow& child : children.all()) {
-    SetWindowSubclass(child.window, Procedure, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+  for (ChildWindow& child : children.all()) {
+    SetWindowLongPtrA(child.window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    child.own_procedure = reinterpret_cast<WNDPROC>(GetWindowLongPtrA(child.window, GWLP_WNDPROC));
+    SetPropA(child.window, kOwnProcedure, reinterpret_cast<HANDLE>(child.own_procedure));
+    SetWindowLongPtrA(child.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure));
   }
 }
 

@@ -31,8 +31,7 @@ class ChildEvents {
   bool Navigate(MSG& key);
 
  private:
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM w_param, LPARAM l_param,
-                                    UINT_PTR, DWORD_PTR data);
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM w_param, LPARAM l_param);
   LRESULT Handle(const ChildWindow& child, UINT message, WPARAM w_param, LPARAM l_param);
   void Run(const std::function<void(UserEvents&)>& event);
   void RunCommand(int id, int code);

@@ -26,6 +26,7 @@ struct ChildWindow {
   const ControlRow* row;
   HWND window;
   const ChildWindow* frame = nullptr;  // nullptr: stands on the window itself
+  WNDPROC own_procedure = nullptr;     // of its class, behind the one that listens
   PixelRect asked{};                   // where the layout wants it
   PixelRect rect{};                    // where it stands
   int extent = 0;                      // lists: width of the widest line, in pixels

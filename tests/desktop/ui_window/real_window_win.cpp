@@ -1,6 +1,8 @@
 // System calls of the main window's tests.
 #include "desktop/ui_window/real_window_win.h"
 
+#include <psapi.h>
+
 #include <commctrl.h>
 
 #include <algorithm>
@@ -327,6 +329,30 @@ std::vector<std::string> MenuBarTexts(Handle window) {
     texts.emplace_back(text.data());
   }
   return texts;
+}
+
+OwnUse UseOfThisProgram() {
+  OwnUse use;
+  const auto count_top = [](HWND window, LPARAM count) -> BOOL {
+    ++*reinterpret_cast<std::size_t*>(count);
+    EnumChildWindows(
+        window,
+        [](HWND, LPARAM inner) -> BOOL {
+          ++*reinterpret_cast<std::size_t*>(inner);
+          return TRUE;
+        },
+        count);
+    return TRUE;
+  };
+  EnumThreadWindows(GetCurrentThreadId(), count_top, reinterpret_cast<LPARAM>(&use.windows));
+  use.gdi_objects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+  use.user_objects = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+  PROCESS_MEMORY_COUNTERS memory{};
+  memory.cb = sizeof memory;
+  if (GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory) != FALSE) {
+    use.private_kib = memory.PagefileUsage / 1024;
+  }
+  return use;
 }
 
 void AdmitSentMessages(const bool volatile& done) {

@@ -87,6 +87,17 @@ struct MenuFacts {
 [[nodiscard]] MenuFacts MenuItemOf(Handle window, ControlId id);
 [[nodiscard]] std::vector<std::string> MenuBarTexts(Handle window);
 
+// What this program has of the system at the moment. Some systems count no objects: 0.
+struct OwnUse {
+  std::size_t windows = 0;  // with all their children
+  unsigned gdi_objects = 0;
+  unsigned user_objects = 0;
+  std::size_t private_kib = 0;
+};
+[[nodiscard]] OwnUse UseOfThisProgram();
+// What a thousand lives of a window may add to it: one KiB each.
+inline constexpr std::size_t kSpareKib = 1024;
+
 // Lets messages in that other threads send directly, and nothing else, until `done`.
 void AdmitSentMessages(const bool volatile& done);
 
