@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "standin/window_tree.h"
+#include "standin/wine_win.h"
 
 namespace corvane::standin {
 
@@ -14,13 +15,14 @@ namespace {
 constexpr DWORD kShownLimitMs = 10'000;
 constexpr std::size_t kNumbers = 6;
 constexpr int kExitUsage = 2;
+constexpr DWORD kRaiseEveryMs = 50;
 
 LRESULT CALLBACK CoverProcedure(HWND window, UINT message, WPARAM w_param, LPARAM l_param) {
   if (message == WM_DESTROY) PostQuitMessage(0);
   return DefWindowProcA(window, message, w_param, l_param);
 }
 
-void ShowCoverWindow(const RECT& place, COLORREF colour) {
+HWND ShowCoverWindow(const RECT& place, COLORREF colour) {
   WNDCLASSA info{};
   info.lpfnWndProc = CoverProcedure;
   info.hInstance = GetModuleHandleA(nullptr);
@@ -34,6 +36,16 @@ void ShowCoverWindow(const RECT& place, COLORREF colour) {
                       place.bottom - place.top, nullptr, nullptr, info.hInstance, nullptr);
   ShowWindow(window, SW_SHOWNOACTIVATE);
   UpdateWindow(window);
+  return window;
+}
+
+// A foreign fault repaired: under Wine without a window manager a window that comes to the front is
+// drawn above another program's topmost one, whatever the order of the windows is. Only a change of
+// order has the screen follow it.
+void RaiseAgain(HWND window) {
+  constexpr UINT kStay = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
+  SetWindowPos(window, HWND_NOTOPMOST, 0, 0, 0, 0, kStay);
+  SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, kStay);
 }
 
 }  // namespace
@@ -77,18 +89,20 @@ int RunCover(const std::vector<std::string>& arguments) {
   }
   const HANDLE asking = OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(numbers[0]));
   if (asking == nullptr) return kExitUsage;
-  ShowCoverWindow({static_cast<LONG>(numbers[1]), static_cast<LONG>(numbers[2]),
-                   static_cast<LONG>(numbers[3]), static_cast<LONG>(numbers[4])},
-                  static_cast<COLORREF>(numbers[5]));
+  const HWND window =
+      ShowCoverWindow({static_cast<LONG>(numbers[1]), static_cast<LONG>(numbers[2]),
+                       static_cast<LONG>(numbers[3]), static_cast<LONG>(numbers[4])},
+                      static_cast<COLORREF>(numbers[5]));
   for (;;) {
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
       if (message.message == WM_QUIT) return 0;
       DispatchMessageA(&message);
     }
-    if (MsgWaitForMultipleObjects(1, &asking, FALSE, INFINITE, QS_ALLINPUT) == WAIT_OBJECT_0) {
-      return 0;
-    }
+    const DWORD wait = IsWine() ? kRaiseEveryMs : INFINITE;
+    const DWORD woken = MsgWaitForMultipleObjects(1, &asking, FALSE, wait, QS_ALLINPUT);
+    if (woken == WAIT_OBJECT_0) return 0;
+    if (woken == WAIT_TIMEOUT) RaiseAgain(window);
   }
 }
 

@@ -42,6 +42,9 @@ class CalibrationTest : public CallTest {
   void CoverBox(std::string_view caption, bool ticked) {
     Do(std::string("cover ") + (caption == "Auto" ? "auto" : "demodulator") +
        (ticked ? " checked" : " unchecked"));
+    AwaitCover(caption, ticked);
+  }
+  void AwaitCover(std::string_view caption, bool ticked) {
     Await("the cover", [&] {
       return ClassOf(SeenInside(Box(caption))) == standin::kCoverClass &&
              ColourInside(Box(caption)) == (ticked ? kTicked : kUnticked);
@@ -119,6 +122,7 @@ TEST_F(CalibrationTest, AnUntickedLookOfAnotherWindowSwitchesDemodulatorNotOff) 
   StartCorvane();
   PressStart();
   AwaitScanning();
+  AwaitCover("Demodulator", false);
   EXPECT_EQ(Presses("Demodulator"), 0);
   EXPECT_TRUE(ReceiverHas("demodulator=1"));
   EXPECT_EQ(Presses("Auto"), 1) << "nothing lies over that one";
@@ -130,6 +134,7 @@ TEST_F(CalibrationTest, ATickedLookOfAnotherWindowSwitchesAutoNotOn) {
   StartCorvane();
   PressStart();
   AwaitScanning();
+  AwaitCover("Auto", true);
   EXPECT_EQ(Presses("Auto"), 0);
   EXPECT_TRUE(ReceiverHas("auto=0"));
   EXPECT_EQ(Presses("Demodulator"), 1) << "nothing lies over that one";
