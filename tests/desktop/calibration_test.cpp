@@ -160,7 +160,10 @@ TEST_F(CalibrationTest, ACoveredBoxIsInNoStateAndNoReference) {
 // --- Calibrating ---
 
 TEST_F(CalibrationTest, BothReferencesAreTakenShownAndStored) {
-  Begin({.checked_colour = 1, .unchecked_colour = 2}, {"--demodulator-on", "--auto-off"});
+  Settings strange;
+  strange.checked_colour = 1;
+  strange.unchecked_colour = 2;
+  Begin(strange, {"--demodulator-on", "--auto-off"});
   EXPECT_EQ(Presses("Demodulator") + Presses("Auto"), 0) << "their colours are unknown";
   ShowCalibration();
   EXPECT_EQ(Corvane().Caption(lblCheckedValue), "1");
