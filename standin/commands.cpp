@@ -193,6 +193,15 @@ Command PaintBox(WordReader& words) {
   });
 }
 
+Command Cover(WordReader& words) {
+  const std::size_t box = words.NextChoice("the box", {"demodulator", "auto", "none"});
+  if (box == 2) return Always([](Model& model) { model.tree().Uncover(); });
+  const bool checked = words.NextChoice("the colour", {"unchecked", "checked"}) == 1;
+  return WhileRunning([=](Model& model) {
+    model.tree().Cover(BoxOf(model, box == 1), checked ? kCheckedColour : kUncheckedColour);
+  });
+}
+
 Command Refuse(WordReader& words) {
   const bool on = ReadOnOff(words);
   return Always([=](Model& model) { model.server().SetRefusing(on); });
@@ -252,6 +261,7 @@ constexpr Verb kSdrVerbs[] = {
     {"clear-box", ClearBox},
     {"panel", Panel},
     {"paint", PaintBox},
+    {"cover", Cover},
     {"refuse", Refuse},
     {"cut", Cut},
     {"reply", Reply},

@@ -47,6 +47,8 @@ Look LookOf(Kind kind) {
     case Kind::kListBox:
       return {"LISTBOX",
               WS_CHILD | WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL};
+    case Kind::kCover:
+      break;  // made by a process of its own
   }
   return {nullptr, WS_CHILD};
 }

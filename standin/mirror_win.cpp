@@ -47,7 +47,15 @@ HWND Mirror::Handle(WindowId id) const {
   return found == nodes_.end() ? nullptr : found->second->window;
 }
 
+void Mirror::ShowCover(const Window& window) {
+  RECT place{};
+  if (GetWindowRect(Handle(window.over), &place) == 0) return;
+  InflateRect(&place, WindowTree::kCoverMargin, WindowTree::kCoverMargin);
+  covers_.try_emplace(window.id, place, static_cast<COLORREF>(window.colour));
+}
+
 void Mirror::Created(const Window& window) {
+  if (window.kind == Kind::kCover) return ShowCover(window);
   const Echo echo(*this);
   auto node = std::make_unique<Node>();
   node->owner = this;
@@ -66,6 +74,7 @@ void Mirror::Created(const Window& window) {
 
 void Mirror::Destroyed(WindowId id) {
   const Echo echo(*this);
+  covers_.erase(id);
   if (const HWND window = Handle(id)) DestroyWindow(window);
 }
 

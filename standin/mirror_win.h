@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "standin/cover_win.h"
 #include "standin/mirror_controls_win.h"
 #include "standin/window_tree.h"
 
@@ -65,6 +66,7 @@ class Mirror : private WindowTree::Observer {
                               LPARAM l_param);
   // True when the message is dealt with.
   bool Handle(const Node& node, UINT message, WPARAM w_param, LPARAM l_param, LRESULT& result);
+  void ShowCover(const Window& window);
   void OnCommand(WORD what, HWND control);
   bool OnSetText(const Node& node, WPARAM w_param, LPARAM l_param, LRESULT& result);
   // A user or another program has moved, minimised, restored, shown or hidden a window.
@@ -77,6 +79,7 @@ class Mirror : private WindowTree::Observer {
   ControlPainter painter_;
   ControlFactory factory_{Proc};
   std::map<WindowId, std::unique_ptr<Node>> nodes_;
+  std::map<WindowId, CoverProcess> covers_;
   std::map<WindowId, std::string> appended_;  // not yet shown
   std::map<WindowId, ListChanges> lists_;
   int echo_ = 0;

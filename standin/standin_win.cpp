@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "standin/cover_win.h"
 #include "standin/mirror_win.h"
 #include "standin/model.h"
 #include "standin/sound_win.h"
@@ -195,6 +196,7 @@ int Complain(const std::string& text) {
 }
 
 int Main(const std::vector<std::string>& arguments) {
+  if (!arguments.empty() && arguments[0] == kCoverSwitch) return RunCover(arguments);
   Options options;
   if (std::find(arguments.begin(), arguments.end(), "--help") != arguments.end()) {
     MessageBoxA(nullptr, OptionsHelp().c_str(), kTitle, MB_OK | MB_ICONINFORMATION);

@@ -35,13 +35,15 @@ WindowId WindowTree::Add(WindowId parent, WindowSpec wanted) {
   window.class_name = std::move(wanted.class_name);
   window.box = wanted.box;
   window.visible = wanted.visible;
+  window.colour = wanted.colour;
+  window.over = wanted.over;
   if (wanted.kind == Kind::kMultiLine) {
     window.lines.Set(wanted.text);
   } else {
     window.text = std::move(wanted.text);
   }
   if (parent == 0) {
-    top_level_.insert(top_level_.begin(), window.id);
+    top_level_.insert(wanted.kind == Kind::kCover ? top_level_.begin() : BelowCovers(), window.id);
   } else {
     Window* holder = Get(parent);
     if (holder == nullptr) return 0;
@@ -82,6 +84,22 @@ std::vector<WindowId> WindowTree::Descendants(WindowId id) const {
     result.insert(result.end(), below.begin(), below.end());
   }
   return result;
+}
+
+void WindowTree::Cover(WindowId id, std::int32_t colour) {
+  if (Find(id) == nullptr) return;
+  Box box = ScreenBox(id);
+  box.left -= kCoverMargin;
+  box.top -= kCoverMargin;
+  box.width += 2 * kCoverMargin;
+  box.height += 2 * kCoverMargin;
+  Add(0, {Kind::kCover, std::string(kCoverClass), "", box, true, colour, id});
+}
+
+void WindowTree::Uncover() {
+  while (!top_level_.empty() && Find(top_level_.front())->kind == Kind::kCover) {
+    Destroy(top_level_.front());
+  }
 }
 
 void WindowTree::SetText(WindowId id, std::string_view text) {
@@ -163,8 +181,9 @@ void WindowTree::AddItem(WindowId id, std::string_view item, std::size_t keep_it
 
 void WindowTree::Raise(WindowId id) {
   const auto found = std::find(top_level_.begin(), top_level_.end(), id);
-  if (found == top_level_.end() || found == top_level_.begin()) return;
-  std::rotate(top_level_.begin(), found, found + 1);
+  const auto top = BelowCovers();
+  if (found == top_level_.end() || found <= top) return;
+  std::rotate(top, found, found + 1);
   Notify(*Get(id), Aspect::kOrder);
 }
 
@@ -220,6 +239,12 @@ bool WindowTree::IsVisible(WindowId id) const {
   return true;
 }
 
+bool WindowTree::IsWithin(WindowId id, WindowId outer) const {
+  const Window* window = Find(id);
+  while (window != nullptr && window->id != outer) window = Find(window->parent);
+  return window != nullptr;
+}
+
 Box WindowTree::ScreenBox(WindowId id) const {
   const Window* window = Find(id);
   if (window == nullptr) return {};
@@ -257,6 +282,7 @@ std::int32_t WindowTree::PixelAt(int x, int y) const {
   const WindowId id = WindowAt(x, y);
   if (id == 0) return kDesktopColour;
   const Window& window = *Find(id);
+  if (window.kind == Kind::kCover) return window.colour;
   const Box box = ScreenBox(id);
   const int inside_x = x - box.left;
   const int inside_y = y - box.top;
@@ -270,6 +296,11 @@ std::int32_t WindowTree::PixelAt(int x, int y) const {
 Window* WindowTree::Get(WindowId id) {
   const auto found = windows_.find(id);
   return found == windows_.end() ? nullptr : &found->second;
+}
+
+std::vector<WindowId>::iterator WindowTree::BelowCovers() {
+  return std::find_if(top_level_.begin(), top_level_.end(),
+                      [this](WindowId id) { return Find(id)->kind != Kind::kCover; });
 }
 
 void WindowTree::Notify(const Window& window, Aspect aspect) {

@@ -21,6 +21,8 @@ inline constexpr std::int32_t kUncheckedColour = 14934753;
 inline constexpr std::int32_t kOtherColour = 0x00404040;   // painted in another theme's colours
 inline constexpr std::int32_t kWindowColour = 0x00F0F0F0;  // anything that is not a check box
 inline constexpr std::int32_t kDesktopColour = 0x00604020;
+// The class of a window that covers another.
+inline constexpr char kCoverClass[] = "SdrStandin.Cover";
 
 struct Box {
   int left = 0;
@@ -41,6 +43,7 @@ enum class Kind {
   kTextBox,        // EDIT, one line
   kMultiLine,      // EDIT, many lines, read only for the user
   kListBox,        // LISTBOX
+  kCover,          // top-level window of another program, always above SDR#'s, of one colour
 };
 
 enum class ShowState { kNormal, kMinimised };
@@ -86,6 +89,9 @@ struct WindowSpec {
   std::string text;
   Box box;  // of a top-level window on the screen, else in the parent's client area; pixels
   bool visible = true;
+  // Of a kCover:
+  std::int32_t colour = 0;
+  WindowId over = 0;  // what it covers
 };
 
 struct Window {
@@ -100,6 +106,8 @@ struct Window {
   bool checked = false;
   ShowState show_state = ShowState::kNormal;
   Paint paint = Paint::kNormal;
+  std::int32_t colour = 0;         // kCover
+  WindowId over = 0;               // kCover
   EditText lines;                  // kMultiLine
   std::vector<std::string> items;  // kListBox
   std::function<void()> on_press;
@@ -126,7 +134,8 @@ class WindowTree {
   };
   void SetObserver(Observer* observer) { observer_ = observer; }
 
-  // A new top-level window (`parent` 0) is the topmost, a new child the last of its siblings.
+  // A new top-level window (`parent` 0) is the topmost below the covers, a new cover above them; a
+  // new child is the last of its siblings.
   WindowId Add(WindowId parent, WindowSpec wanted);
   // With all its descendants.
   void Destroy(WindowId id);
@@ -135,6 +144,9 @@ class WindowTree {
   [[nodiscard]] const std::vector<WindowId>& top_level() const { return top_level_; }  // in z-order
   // All descendants, each before its own children.
   [[nodiscard]] std::vector<WindowId> Descendants(WindowId id) const;
+  // Lays a window of another program over this one, `colour` all over.
+  void Cover(WindowId id, std::int32_t colour);
+  void Uncover();  // takes all covers away
 
   // Each does nothing when there is no such window or nothing would change.
   void SetText(WindowId id, std::string_view text);
@@ -146,7 +158,7 @@ class WindowTree {
   void SetBox(WindowId id, Box box);
   void SetItems(WindowId id, std::vector<std::string> items);
   void AddItem(WindowId id, std::string_view item, std::size_t keep_items);
-  void Raise(WindowId id);  // brings a top-level window to the top
+  void Raise(WindowId id);  // brings a top-level window to the top, but for the covers
 
   void OnPress(WindowId id, std::function<void()> action);
   void OnMouseDown(WindowId id, std::function<void(int x, int y)> action);
@@ -158,6 +170,8 @@ class WindowTree {
   bool EnterText(WindowId id, std::string_view text);  // any window; the mirror is told too
 
   [[nodiscard]] bool IsVisible(WindowId id) const;  // itself and all its ancestors
+  // Whether it is there and is `outer` or a descendant of it.
+  [[nodiscard]] bool IsWithin(WindowId id, WindowId outer) const;
   // On the screen; a minimised top-level window stands far outside.
   [[nodiscard]] Box ScreenBox(WindowId id) const;
   // What a look at the screen shows: the topmost window there decides. -1 outside of the screen.
@@ -166,11 +180,13 @@ class WindowTree {
 
   static constexpr int kScreenWidth = 1920;
   static constexpr int kScreenHeight = 1080;
-  static constexpr int kFrameLeft = 8;  // a top-level window's client area inside its frame
+  static constexpr int kCoverMargin = 4;  // a cover reaches so far over the edges of what it covers
+  static constexpr int kFrameLeft = 8;    // a top-level window's client area inside its frame
   static constexpr int kFrameTop = 31;
 
  private:
   Window* Get(WindowId id);
+  [[nodiscard]] std::vector<WindowId>::iterator BelowCovers();
   void Notify(const Window& window, Aspect aspect);
 
   std::map<WindowId, Window> windows_;

@@ -8,26 +8,20 @@ namespace corvane {
 namespace {
 
 constexpr std::int32_t kGlyphInset = 7;  // from the control's left top corner, pixels
-// No screen shows these; one of the three is always free of both references.
-constexpr std::int32_t kNoColours[] = {-2, -3, -4};
 
-bool Shows(const Label& label, std::int32_t colour) {
-  return ParseShown<std::int32_t>(label.caption.get()) == colour;
+bool Shows(const Label& label, std::optional<std::int32_t> colour) {
+  return colour && ParseShown<std::int32_t>(label.caption.get()) == colour;
 }
 
 }  // namespace
 
-std::int32_t ReadCheckboxColour(WindowOps& windows, WindowHandle box, const Presets& presets) {
+std::optional<std::int32_t> ReadCheckboxColour(WindowOps& windows, WindowHandle box) {
   ScreenRect rect;
-  if (box != 0 && windows.GetRect(box, rect)) {
-    return windows.ScreenPixel(box, rect.left + kGlyphInset, rect.top + kGlyphInset);
-  }
-  std::int32_t colour = kNoColours[0];
-  for (const std::int32_t candidate : kNoColours) {
-    colour = candidate;
-    if (colour != presets.CheckedColour && colour != presets.UnCheckedColour) break;
-  }
-  return colour;
+  if (box == 0 || !windows.GetRect(box, rect)) return std::nullopt;
+  const std::int32_t x = rect.left + kGlyphInset;
+  const std::int32_t y = rect.top + kGlyphInset;
+  if (!windows.IsSeenAt(box, x, y)) return std::nullopt;
+  return windows.ScreenPixel(box, x, y);
 }
 
 CheckboxDetection::CheckboxDetection(LinkContext& context, Presets& presets)
@@ -35,26 +29,23 @@ CheckboxDetection::CheckboxDetection(LinkContext& context, Presets& presets)
       presets_(presets),
       timer_(context.loop.MakeTimer(kTickMs, [this] { Tick(); })) {}
 
-std::int32_t CheckboxDetection::Sample() {
-  return ReadCheckboxColour(context_.windows, context_.handles[SdrRole::kDemodulatorBox], presets_);
+std::optional<std::int32_t> CheckboxDetection::Sample() {
+  return ReadCheckboxColour(context_.windows, context_.handles[SdrRole::kDemodulatorBox]);
 }
 
-bool CheckboxDetection::BoxIsThere() {
-  ScreenRect rect;
-  const WindowHandle box = context_.handles[SdrRole::kDemodulatorBox];
-  return box != 0 && context_.windows.GetRect(box, rect);
+void CheckboxDetection::Take(std::int32_t& reference, Label& shown) {
+  const std::optional<std::int32_t> colour = Sample();
+  if (!colour) return;
+  reference = *colour;
+  shown.caption = Decimal(reference);
 }
 
 void CheckboxDetection::SetCheckedValue() {
-  if (!BoxIsThere()) return;
-  presets_.CheckedColour = Sample();
-  context_.form.lblCheckedValue.caption = Decimal(presets_.CheckedColour);
+  Take(presets_.CheckedColour, context_.form.lblCheckedValue);
 }
 
 void CheckboxDetection::SetUnCheckedValue() {
-  if (!BoxIsThere()) return;
-  presets_.UnCheckedColour = Sample();
-  context_.form.lblUnCheckedValue.caption = Decimal(presets_.UnCheckedColour);
+  Take(presets_.UnCheckedColour, context_.form.lblUnCheckedValue);
 }
 
 void CheckboxDetection::Tick() {

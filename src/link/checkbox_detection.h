@@ -4,16 +4,17 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "link/link_context.h"
 #include "panel/presets.h"
 
 namespace corvane {
 
-// The colour, as the screen gives it, of the pixel that lies inside the box's glyph. For a box that
-// is not there: a value that equals neither reference colour.
-[[nodiscard]] std::int32_t ReadCheckboxColour(WindowOps& windows, WindowHandle box,
-                                              const Presets& presets);
+// The colour, as the screen gives it, of the pixel that lies inside the box's glyph. Nothing, which
+// is equal to no reference colour there can be, for a box that is not there and for one that
+// another window covers at that point: such a window can well have a reference colour by accident.
+[[nodiscard]] std::optional<std::int32_t> ReadCheckboxColour(WindowOps& windows, WindowHandle box);
 
 class CheckboxDetection {
  public:
@@ -21,8 +22,8 @@ class CheckboxDetection {
 
   CheckboxDetection(LinkContext& context, Presets& presets);
 
-  // Take the colour of the "Demodulator" box as a reference and show it. Without such a box the
-  // reference stays as it is.
+  // Take the colour of the "Demodulator" box as a reference and show it. Without such a box, and
+  // while something covers it, the reference stays as it is.
   void SetCheckedValue();    // cmdSetCheckedValue
   void SetUnCheckedValue();  // cmdSetUnCheckedValue
 
@@ -33,8 +34,8 @@ class CheckboxDetection {
   Timer& tmrDetectcheckbox() { return *timer_; }
 
  private:
-  [[nodiscard]] std::int32_t Sample();
-  [[nodiscard]] bool BoxIsThere();
+  [[nodiscard]] std::optional<std::int32_t> Sample();
+  void Take(std::int32_t& reference, Label& shown);
 
   LinkContext& context_;
   Presets& presets_;

@@ -55,6 +55,10 @@ std::int32_t PatientWindows::ScreenPixel(WindowHandle control, std::int32_t x, s
   return windows_.ScreenPixel(control, x, y);
 }
 
+bool PatientWindows::IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) {
+  return windows_.IsSeenAt(window, x, y);
+}
+
 WindowHandle PatientWindows::OwnMainWindow() {
   return windows_.OwnMainWindow();
 }

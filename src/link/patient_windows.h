@@ -27,6 +27,7 @@ class PatientWindows : public WindowOps {
   [[nodiscard]] bool GetRect(WindowHandle window, ScreenRect& rect) override;
   [[nodiscard]] std::int32_t ScreenPixel(WindowHandle control, std::int32_t x,
                                          std::int32_t y) override;
+  [[nodiscard]] bool IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) override;
   [[nodiscard]] WindowHandle OwnMainWindow() override;
 
   [[nodiscard]] Answer<std::string> Text(WindowHandle window) override;

@@ -111,7 +111,7 @@ bool SdrSetup::ShowSdr() {
 
 bool SdrSetup::SetCheckBoxes() {
   const auto colour_of = [this](SdrRole box) {
-    return ReadCheckboxColour(context_.windows, context_.handles[box], presets_);
+    return ReadCheckboxColour(context_.windows, context_.handles[box]);
   };
   if (!context_.windows.IsVisible(context_.handles[SdrRole::kDemodulatorBox])) {
     AddStatusLineInView(context_.form, "*** You need to expand TETRA Demodulator panel ***");

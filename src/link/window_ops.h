@@ -76,6 +76,10 @@ class WindowOps {
   // window that the device context is released with.
   [[nodiscard]] virtual std::int32_t ScreenPixel(WindowHandle control, std::int32_t x,
                                                  std::int32_t y) = 0;
+  // Whether what the screen shows at (x, y) is `window`: the window there is it, or one of its
+  // ancestors or descendants within its own top-level window. A window that lies over it, whosever
+  // that is, the desktop, and an owner are none of these.
+  [[nodiscard]] virtual bool IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) = 0;
   // The program's own main window, to bring it back to the front.
   [[nodiscard]] virtual WindowHandle OwnMainWindow() = 0;
 

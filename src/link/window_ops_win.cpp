@@ -134,6 +134,16 @@ std::int32_t WindowOpsWin::ScreenPixel(WindowHandle control, std::int32_t x, std
   return static_cast<std::int32_t>(colour);
 }
 
+bool WindowOpsWin::IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) {
+  HWND wanted = ToHwnd(window);
+  HWND seen = WindowFromPoint({x, y});
+  if (seen == nullptr || wanted == nullptr) return false;
+  if (seen == wanted) return true;
+  // The desktop is an ancestor of every window, but of a top-level window of its own.
+  return GetAncestor(seen, GA_ROOT) == GetAncestor(wanted, GA_ROOT) &&
+         (IsChild(seen, wanted) != 0 || IsChild(wanted, seen) != 0);
+}
+
 Answer<std::string> WindowOpsWin::Text(WindowHandle window) {
   // Under Wine 8 questions for texts know no limit; an empty message does, so it goes first.
   const Answer<LRESULT> awake = Ask(window, WM_NULL, 0, 0);

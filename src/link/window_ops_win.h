@@ -33,6 +33,7 @@ class WindowOpsWin : public WindowOps {
   [[nodiscard]] bool GetRect(WindowHandle window, ScreenRect& rect) override;
   [[nodiscard]] std::int32_t ScreenPixel(WindowHandle control, std::int32_t x,
                                          std::int32_t y) override;
+  [[nodiscard]] bool IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) override;
   [[nodiscard]] WindowHandle OwnMainWindow() override { return ToHandle(own_main_window_); }
 
   [[nodiscard]] Answer<std::string> Text(WindowHandle window) override;

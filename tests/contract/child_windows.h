@@ -16,6 +16,8 @@ inline constexpr int kChildCheckBoxId = 11;
 inline constexpr int kChildEditId = 12;
 inline constexpr int kChildSelectorId = 13;
 inline constexpr unsigned kChildHangMessage = 0x8001;  // wParam: milliseconds
+// Lays a window over the check box, beside it in its panel; wParam: its colour.
+inline constexpr unsigned kChildCoverMessage = 0x8002;
 // A property of the top-level window from when it hangs to when it does not any more.
 inline constexpr char kChildHangs[] = "CorvaneContract.Hangs";
 inline constexpr std::int32_t kChildRed = 0x000000FF;

@@ -12,6 +12,7 @@ namespace corvane::contract {
 namespace {
 
 constexpr char kPanelClass[] = "CorvaneContract.Panel";
+constexpr char kCoverClass[] = "CorvaneContract.ChildCover";
 constexpr UINT_PTR kEndTimer = 1;
 constexpr UINT kLongestLifeMs = 600'000;
 
@@ -55,12 +56,36 @@ void Paint(HWND window) {
   EndPaint(window, &paint);
 }
 
+HWND panel_window = nullptr;
+COLORREF cover_colour = 0;
+
+LRESULT CALLBACK CoverProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
+  if (message != WM_ERASEBKGND) return DefWindowProcA(window, message, w, l);
+  RECT area{};
+  GetClientRect(window, &area);
+  HBRUSH brush = CreateSolidBrush(cover_colour);
+  FillRect(reinterpret_cast<HDC>(w), &area, brush);
+  DeleteObject(brush);
+  return 1;
+}
+
+void CoverCheckBox(COLORREF colour) {
+  cover_colour = colour;
+  HWND cover = CreateWindowExA(0, kCoverClass, "", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 100, 20,
+                               panel_window, nullptr, GetModuleHandleA(nullptr), nullptr);
+  SetWindowPos(cover, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
+  UpdateWindow(cover);
+}
+
 LRESULT CALLBACK TopProcedure(HWND window, UINT message, WPARAM w, LPARAM l) {
   switch (message) {
     case kChildHangMessage:
       SetPropA(window, kChildHangs, GetModuleHandleA(nullptr));
       Sleep(static_cast<DWORD>(w));
       RemovePropA(window, kChildHangs);
+      return 0;
+    case kChildCoverMessage:
+      CoverCheckBox(static_cast<COLORREF>(w));
       return 0;
     case WM_PAINT:
       Paint(window);
@@ -95,9 +120,11 @@ HWND Child(HWND parent, const char* class_name, DWORD style, int id, RECT place)
 int RunChildWindows() {
   Register(kChildClass, &TopProcedure);
   Register(kPanelClass, &DefWindowProcA);
+  Register(kCoverClass, &CoverProcedure);
   HWND top = CreateWindowExA(0, kChildClass, kChildTitle, WS_OVERLAPPEDWINDOW, 100, 100, 420, 330,
                              nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
   HWND panel = Child(top, kPanelClass, 0, 10, {10, 10, 180, 120});
+  panel_window = panel;
   Child(panel, "BUTTON", BS_AUTOCHECKBOX, kChildCheckBoxId, {0, 0, 100, 20});
   Child(panel, "BUTTON", BS_PUSHBUTTON, kChildSelectorId, {105, 0, 70, 25});
   HWND edit = Child(panel, "EDIT", ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | WS_VSCROLL,

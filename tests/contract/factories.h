@@ -131,6 +131,10 @@ class WindowsUnderTest {
   // Points of the screen at which the window shows different colours.
   [[nodiscard]] virtual std::vector<Painted> PaintedPoints() = 0;
   [[nodiscard]] virtual bool IsInFront() = 0;
+  enum class Cover { kOtherProgram, kOwnProgram };
+  // From now on a window lies over the check box that is neither above nor below it in its tree:
+  // another program's, or one beside it. It shows the colour that was seen 7 pixels inside the box.
+  virtual void CoverCheckBox(Cover by) = 0;
   // The other program answers nothing for `ms`, from now on.
   virtual void Hang(int ms) = 0;
   // The other program ends.

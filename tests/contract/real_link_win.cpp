@@ -33,10 +33,30 @@ class RealSocketUnderTest : public SocketUnderTest {
   SocketWin socket_{loop_.real()};
 };
 
+// A window of this program over `place`, painted when this returns.
+HWND MakeCover(const RECT& place, COLORREF colour) {
+  WNDCLASSA info{};
+  info.lpfnWndProc = DefWindowProcA;
+  info.hInstance = GetModuleHandleA(nullptr);
+  info.hbrBackground = CreateSolidBrush(colour);
+  info.lpszClassName = "CorvaneContract.Cover";
+  UnregisterClassA(info.lpszClassName, info.hInstance);
+  RegisterClassA(&info);
+  HWND cover = CreateWindowExA(WS_EX_TOPMOST | WS_EX_NOACTIVATE, info.lpszClassName, "", WS_POPUP,
+                               place.left, place.top, place.right - place.left,
+                               place.bottom - place.top, nullptr, nullptr, info.hInstance, nullptr);
+  ShowWindow(cover, SW_SHOWNOACTIVATE);
+  UpdateWindow(cover);
+  return cover;
+}
+
 class RealWindowsUnderTest : public WindowsUnderTest {
  public:
   RealWindowsUnderTest() {
     if (!loop_.IdleUntil([this] { return Find(); })) throw std::runtime_error("no child window");
+  }
+  ~RealWindowsUnderTest() override {
+    if (cover_ != nullptr) DestroyWindow(cover_);
   }
   LoopUnderTest& idle() override { return loop_; }
   WindowOps& windows() override { return windows_; }
@@ -61,6 +81,17 @@ class RealWindowsUnderTest : public WindowsUnderTest {
             {static_cast<std::int32_t>(lower.x), static_cast<std::int32_t>(lower.y), kChildGreen}};
   }
   bool IsInFront() override { return GetForegroundWindow() == top_; }
+  void CoverCheckBox(Cover by) override {
+    RECT box{};
+    GetWindowRect(check_box_, &box);
+    const COLORREF colour =
+        static_cast<COLORREF>(windows_.ScreenPixel(check_box(), box.left + 7, box.top + 7));
+    if (by == Cover::kOwnProgram) {
+      SendMessageA(top_, kChildCoverMessage, colour, 0);
+      return;
+    }
+    cover_ = MakeCover(box, colour);
+  }
   void Hang(int ms) override {
     PostMessageA(top_, kChildHangMessage, static_cast<WPARAM>(ms), 0);
     // It hangs as soon as it has taken the message. That it is slow to answer would not say so.
@@ -105,6 +136,7 @@ class RealWindowsUnderTest : public WindowsUnderTest {
   HWND check_box_ = nullptr;
   HWND edit_ = nullptr;
   HWND selector_ = nullptr;
+  HWND cover_ = nullptr;
 };
 
 }  // namespace

@@ -140,6 +140,17 @@ class SimWindowsUnderTest : public WindowsUnderTest {
             {on.left + kInGlyph, on.top + kInGlyph, standin::kCheckedColour}};
   }
   bool IsInFront() override { return tree().top_level().front() == ids().main; }
+  // The header comes before the panel that holds the box.
+  void CoverCheckBox(Cover by) override {
+    if (by == Cover::kOtherProgram) return desktop_.sim.Do("cover demodulator unchecked");
+    const standin::WindowId header = ids().tetra_header;
+    const auto box = tree().ScreenBox(ids().demodulator);
+    auto place = tree().Find(header)->box;
+    place.left += box.left - tree().ScreenBox(header).left;
+    place.top += box.top - tree().ScreenBox(header).top;
+    tree().SetBox(header, place);
+    tree().Add(header, {standin::Kind::kDrawnCheckBox, "Cover", "", {0, 0, 20, 20}});
+  }
   void Hang(int ms) override { desktop_.sim.Do("hang " + std::to_string(ms)); }
   void End() override { desktop_.sim.Do("die"); }
 

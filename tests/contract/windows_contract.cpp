@@ -46,6 +46,24 @@ class WindowsContract : public ::testing::Test {
     for (const std::string& line : lines) text += (text.empty() ? "" : "\r\n") + line;
     ASSERT_EQ(windows_.SetText(world_->edit(), text), Reply::kAnswered);
   }
+  bool SeenInBox(WindowHandle window) {
+    ScreenRect box;
+    return windows_.GetRect(world_->check_box(), box) &&
+           windows_.IsSeenAt(window, box.left + 7, box.top + 7);
+  }
+  std::int32_t ColourInBox() {
+    ScreenRect box;
+    EXPECT_TRUE(windows_.GetRect(world_->check_box(), box));
+    return windows_.ScreenPixel(world_->check_box(), box.left + 7, box.top + 7);
+  }
+  // The colour that was seen before, and is seen after.
+  std::int32_t CoverCheckBox(WindowsUnderTest::Cover by) {
+    windows_.SetForeground(world_->top());
+    EXPECT_TRUE(Until([&] { return SeenInBox(world_->check_box()); }));
+    const std::int32_t colour = ColourInBox();
+    world_->CoverCheckBox(by);
+    return colour;
+  }
   bool Until(const std::function<bool()>& done) { return world_->idle().IdleUntil(done); }
   // How long `call` takes, in milliseconds.
   std::int64_t Duration(const std::function<void()>& call) {
@@ -210,6 +228,40 @@ TEST_F(WindowsContract, ReadsThePixelsOfTheScreen) {
   EXPECT_EQ(windows_.ScreenPixel(world_->check_box(), -5000, -5000), -1);
 }
 
+TEST_F(WindowsContract, SeesAWindowWhereNothingLiesOverIt) {
+  windows_.SetForeground(world_->top());
+  ASSERT_TRUE(Until([&] { return SeenInBox(world_->check_box()); }));
+  for (WindowHandle above = windows_.Parent(world_->check_box()); above != 0;
+       above = windows_.Parent(above)) {
+    EXPECT_TRUE(SeenInBox(above)) << "the box is a part of it";
+  }
+  EXPECT_FALSE(SeenInBox(world_->selector())) << "the window there lies beside it";
+  ScreenRect top;
+  ASSERT_TRUE(windows_.GetRect(world_->top(), top));
+  for (const WindowHandle window : {world_->top(), world_->check_box()}) {
+    EXPECT_TRUE(windows_.IsSeenAt(window, top.left + 150, top.top + 12)) << "top() itself is there";
+    EXPECT_FALSE(windows_.IsSeenAt(window, top.right + 40, top.bottom + 40)) << "nothing of it";
+    EXPECT_FALSE(windows_.IsSeenAt(window, -5000, -5000));
+  }
+}
+
+TEST_F(WindowsContract, AWindowOfAnotherProgramIsSeenInstead) {
+  const std::int32_t colour = CoverCheckBox(WindowsUnderTest::Cover::kOtherProgram);
+  EXPECT_TRUE(Until([&] { return !SeenInBox(world_->check_box()); }));
+  EXPECT_FALSE(SeenInBox(world_->top()));
+  // It stays above, whatever comes to the front below it.
+  windows_.SetForeground(world_->top());
+  EXPECT_FALSE(SeenInBox(world_->check_box()));
+  EXPECT_TRUE(Until([&] { return ColourInBox() == colour; })) << "its colour is no sign";
+}
+
+TEST_F(WindowsContract, AWindowOfTheSameProgramThatIsNoPartOfItIsSeenInstead) {
+  const std::int32_t colour = CoverCheckBox(WindowsUnderTest::Cover::kOwnProgram);
+  EXPECT_TRUE(Until([&] { return !SeenInBox(world_->check_box()); }));
+  EXPECT_TRUE(SeenInBox(world_->top())) << "it is a part of that";
+  EXPECT_TRUE(Until([&] { return ColourInBox() == colour; })) << "its colour is no sign";
+}
+
 TEST_F(WindowsContract, BringsAWindowToTheFront) {
   windows_.SetForeground(world_->top());
   EXPECT_TRUE(Until([&] { return world_->IsInFront(); }));
@@ -235,6 +287,7 @@ TEST_F(WindowsContract, AHangingProgramDoesNotHoldThisOneUp) {
   EXPECT_LE(Duration([&] { windows_.SetPlacement(world_->top(), placement); }), kLimitMs);
   EXPECT_LE(Duration([&] { windows_.SetForeground(world_->top()); }), kLimitMs);
   EXPECT_LE(Duration([&] { TopLevel(); }), kLimitMs);
+  EXPECT_LE(Duration([&] { (void)SeenInBox(world_->check_box()); }), kLimitMs);
   EXPECT_TRUE(windows_.IsAlive(world_->top()));
 }
 
@@ -268,6 +321,7 @@ TEST_F(WindowsContract, WindowsThatAreGoneGiveEmptyAnswers) {
     ScreenRect rect;
     EXPECT_FALSE(windows_.GetPlacement(window, placement));
     EXPECT_FALSE(windows_.GetRect(window, rect));
+    EXPECT_FALSE(windows_.IsSeenAt(window, 300, 200));
     windows_.SetPlacement(window, placement);
     windows_.SetForeground(window);
     EXPECT_TRUE(Children(window).empty());

@@ -168,6 +168,14 @@ std::int32_t SimWindowOps::ScreenPixel(WindowHandle, std::int32_t x, std::int32_
   return model_.tree().PixelAt(x, y);
 }
 
+bool SimWindowOps::IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) {
+  catch_up_();
+  const standin::WindowTree& tree = model_.tree();
+  const standin::WindowId seen = tree.WindowAt(x, y);
+  const standin::WindowId wanted = IdOf(window);
+  return tree.IsWithin(seen, wanted) || tree.IsWithin(wanted, seen);
+}
+
 void SimWindowOps::Keep(std::vector<WindowHandle>& windows, WindowHandle window) {
   windows.push_back(window);
   if (windows.size() > kMaxForegrounds) windows.erase(windows.begin());

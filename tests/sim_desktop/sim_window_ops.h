@@ -69,6 +69,7 @@ class SimWindowOps : public WindowOps {
   bool GetPlacement(WindowHandle window, Placement& placement) override;
   bool GetRect(WindowHandle window, ScreenRect& rect) override;
   std::int32_t ScreenPixel(WindowHandle control, std::int32_t x, std::int32_t y) override;
+  bool IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) override;
   WindowHandle OwnMainWindow() override { return HandleOf(own_); }
   Answer<std::string> Text(WindowHandle window) override;
   Answer<std::int32_t> LineCount(WindowHandle edit) override;

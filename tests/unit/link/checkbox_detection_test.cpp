@@ -23,34 +23,57 @@ class CheckboxDetectionTest : public LinkTest {
     tree().SetChecked(ids().demodulator, checked);
     detection.Tick();
   }
+  std::optional<std::int32_t> Colour() {
+    return ReadCheckboxColour(windows, At(SdrRole::kDemodulatorBox));
+  }
+  void CoverWith(standin::Box box) { desktop.AddForeignWindow("Cover", "", box); }
   std::string Validated() { return form.lblValidateState.caption.get(); }
 
   CheckboxDetection detection{context, presets};
 };
 
 TEST_F(CheckboxDetectionTest, SamplesThePixelSevenInsideTheControl) {
-  const auto colour = [this] {
-    return ReadCheckboxColour(windows, At(SdrRole::kDemodulatorBox), presets);
-  };
-  tree().SetChecked(ids().demodulator, true);
-  EXPECT_EQ(colour(), kChecked);
   const standin::Box box = tree().ScreenBox(ids().demodulator);
-  desktop.AddForeignWindow("Cover", "", {box.left + 7, box.top + 7, 1, 1});
-  EXPECT_EQ(colour(), standin::kWindowColour);
+  for (const bool checked : {true, false}) {
+    tree().SetChecked(ids().demodulator, checked);
+    EXPECT_EQ(Colour(), checked ? kChecked : kUnchecked);
+  }
+  // What lies around that pixel on all sides is not looked at.
+  CoverWith({box.left, box.top, 120, 7});
+  CoverWith({box.left, box.top, 7, 20});
+  CoverWith({box.left + 8, box.top, 120, 20});
+  CoverWith({box.left, box.top + 8, 120, 20});
+  EXPECT_EQ(Colour(), kUnchecked);
+  CoverWith({box.left + 7, box.top + 7, 1, 1});
+  EXPECT_EQ(Colour(), std::nullopt);
 }
 
-TEST_F(CheckboxDetectionTest, ABoxThatIsNotThereMatchesNeitherReference) {
-  for (const std::int32_t checked : {-1, -2, -3, -4}) {
-    for (const std::int32_t unchecked : {-1, -2, -3, -4}) {
-      presets.CheckedColour = checked;
-      presets.UnCheckedColour = unchecked;
-      for (const WindowHandle box : {WindowHandle{0}, WindowHandle{4711}}) {
-        const std::int32_t colour = ReadCheckboxColour(windows, box, presets);
-        EXPECT_NE(colour, checked);
-        EXPECT_NE(colour, unchecked);
-      }
+TEST_F(CheckboxDetectionTest, ABoxThatIsNotThereOrCoveredHasNoColour) {
+  for (const WindowHandle box : {WindowHandle{0}, WindowHandle{4711}}) {
+    EXPECT_EQ(ReadCheckboxColour(windows, box), std::nullopt);
+  }
+  for (const char* cover : {"cover demodulator checked", "cover demodulator unchecked"}) {
+    desktop.Do(cover);
+    EXPECT_EQ(Colour(), std::nullopt);
+    desktop.Do("cover none");
+  }
+  EXPECT_EQ(Colour(), kUnchecked);
+}
+
+// The very colours that are looked for, and those that the screen and its failures could have.
+TEST_F(CheckboxDetectionTest, ACoveredBoxIsNeitherCheckedNorUncheckedWhateverTheReferences) {
+  desktop.Do("cover demodulator unchecked");
+  for (const std::string& checked : {"10580318", "14934753", "-1", "-2", "-3", "-4", "0", ""}) {
+    for (const std::string& unchecked : {"10580318", "14934753", "-1", "-2", "-3", "-4", "0", ""}) {
+      form.lblCheckedValue.caption = checked;
+      form.lblUnCheckedValue.caption = unchecked;
+      form.lblValidateState.caption = "before";
+      detection.Tick();
+      EXPECT_EQ(Validated(), "") << checked << " " << unchecked;
     }
   }
+  EXPECT_EQ(form.lblTetraPanelExpanded.caption, "'Demodulator and Auto' are Visible");
+  EXPECT_TRUE(form.cmdSetCheckedValue.enabled);
 }
 
 TEST_F(CheckboxDetectionTest, ReferencesAreTakenFromTheDemodulatorBoxAndShownInDecimal) {
@@ -60,7 +83,7 @@ TEST_F(CheckboxDetectionTest, ReferencesAreTakenFromTheDemodulatorBoxAndShownInD
   EXPECT_EQ(presets.CheckedColour, kChecked);
   EXPECT_EQ(form.lblCheckedValue.caption.get(), "10580318");
   EXPECT_EQ(presets.UnCheckedColour, 0);
-  tree().SetBox(ids().main, {-5000, -5000, 100, 100});
+  tree().SetBox(ids().main, {-5000, -5000, 1030, 690});
   detection.SetUnCheckedValue();
   EXPECT_EQ(presets.UnCheckedColour, -1) << "outside of the screen";
   EXPECT_EQ(form.lblUnCheckedValue.caption.get(), "-1");
@@ -74,6 +97,22 @@ TEST_F(CheckboxDetectionTest, AReferenceIsKeptWhenThereIsNoBox) {
   EXPECT_EQ(presets.CheckedColour, kChecked);
   EXPECT_EQ(presets.UnCheckedColour, kUnchecked);
   EXPECT_EQ(form.lblCheckedValue.caption.get(), "10580318");
+}
+
+TEST_F(CheckboxDetectionTest, AReferenceIsKeptWhileTheBoxIsCovered) {
+  presets.CheckedColour = 1;
+  presets.UnCheckedColour = 2;
+  desktop.Do("cover demodulator checked");
+  detection.SetCheckedValue();
+  detection.SetUnCheckedValue();
+  EXPECT_EQ(presets.CheckedColour, 1);
+  EXPECT_EQ(presets.UnCheckedColour, 2);
+  EXPECT_EQ(form.lblCheckedValue.caption, "10580318");
+  EXPECT_EQ(form.lblUnCheckedValue.caption, "14934753");
+  desktop.Do("cover none");
+  detection.SetUnCheckedValue();
+  EXPECT_EQ(presets.CheckedColour, 1);
+  EXPECT_EQ(presets.UnCheckedColour, kUnchecked);
 }
 
 TEST_F(CheckboxDetectionTest, WithTheLinkDownNothingIsSampled) {

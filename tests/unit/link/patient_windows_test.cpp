@@ -98,6 +98,8 @@ TEST_F(PatientWindowsTest, WhatSendsNoMessageGoesOnDuringThePause) {
   EXPECT_TRUE(patient.GetPlacement(Handle(ids().main), placement));
   EXPECT_TRUE(patient.GetRect(Edit(), rect));
   EXPECT_NE(patient.ScreenPixel(Edit(), 1, 1), -1);
+  EXPECT_TRUE(patient.IsSeenAt(Edit(), rect.left + 1, rect.top + 1));
+  EXPECT_FALSE(patient.IsSeenAt(Edit(), -1, -1));
   std::size_t seen = 0;
   patient.EnumTopLevel([&seen](WindowHandle) { return ++seen > 0; });
   EXPECT_EQ(seen, tree().top_level().size());

@@ -106,10 +106,9 @@ TEST(SdrLinkTest, TheSetupLeavesSdrTunedPlayingAndWithItsBoxesSet) {
   const Presets& presets = world.presets;
   const SdrHandles& handles = world.context.handles;
   EXPECT_NE(ids.demodulator, 0u);
-  EXPECT_EQ(ReadCheckboxColour(world.windows, handles[SdrRole::kDemodulatorBox], presets),
+  EXPECT_EQ(ReadCheckboxColour(world.windows, handles[SdrRole::kDemodulatorBox]),
             presets.CheckedColour);
-  EXPECT_EQ(ReadCheckboxColour(world.windows, handles[SdrRole::kAutoBox], presets),
-            presets.UnCheckedColour);
+  EXPECT_EQ(ReadCheckboxColour(world.windows, handles[SdrRole::kAutoBox]), presets.UnCheckedColour);
   Placement placement;
   ASSERT_TRUE(world.windows.GetPlacement(handles[SdrRole::kNetworkInfoWindow], placement));
   EXPECT_EQ(placement.show_state, kShownMinimised);

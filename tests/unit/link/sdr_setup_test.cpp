@@ -117,6 +117,19 @@ TEST_F(SdrSetupTest, LeavesBoxesAloneThatAreRightOrUnknown) {
   EXPECT_EQ(Presses(ids().demodulator) + Presses(ids().automatic), 0);
 }
 
+// SDR# comes to the front in the set-up; what the user keeps above all windows stays there.
+TEST_F(SdrSetupTest, LeavesBoxesAloneThatAreCoveredInTheWrongColour) {
+  desktop.Do("check demodulator on");
+  desktop.Do("check auto off");
+  desktop.Do("cover demodulator unchecked");
+  desktop.Do("cover auto checked");
+  EXPECT_TRUE(setup.Run());
+  EXPECT_EQ(Presses(ids().demodulator), 0);
+  EXPECT_EQ(Presses(ids().automatic), 0);
+  EXPECT_TRUE(flags.mblnSetupDone);
+  EXPECT_THAT(StatusLog(), IsEmpty());
+}
+
 TEST_F(SdrSetupTest, AMissingAutoBoxIsNotPressed) {
   tree().Destroy(ids().automatic);
   presets.CheckedColour = -2;

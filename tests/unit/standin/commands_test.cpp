@@ -201,6 +201,17 @@ TEST_F(CommandsTest, SetsBoxesAndSettings) {
   EXPECT_EQ(Find(model_.ids().demodulator).paint, Paint::kNormal);
   Do("paint auto normal");
   EXPECT_EQ(Find(model_.ids().automatic).paint, Paint::kNormal);
+  const auto seen = [this](WindowId id) {
+    const Box box = model_.tree().ScreenBox(id);
+    return model_.tree().PixelAt(box.left + 7, box.top + 7);
+  };
+  Do("cover demodulator unchecked");
+  Do("cover auto checked");
+  EXPECT_EQ(seen(model_.ids().demodulator), kUncheckedColour);
+  EXPECT_EQ(seen(model_.ids().automatic), kCheckedColour);
+  Do("cover none");
+  EXPECT_EQ(seen(model_.ids().demodulator), kCheckedColour);
+  EXPECT_EQ(seen(model_.ids().automatic), kUncheckedColour);
   Do("source error");
   EXPECT_EQ(model_.Do("set Frequency 5"), "The source is not tunable");
   Do("source ok");
@@ -231,7 +242,7 @@ TEST_F(CommandsTest, NeedsSdrForWhatOnlySdrCanDo) {
   Do("die");
   for (const char* command :
        {"hang 5", "die", "play", "stop", "listen on", "check auto on", "paint auto other",
-        "panel tetra expand", "window network-info open"}) {
+        "cover auto checked", "panel tetra expand", "window network-info open"}) {
     EXPECT_EQ(model_.Do(command), "SDR# does not run now") << command;
   }
   for (const char* command : {"window main hide", "window network-info close", "move main 1 2",

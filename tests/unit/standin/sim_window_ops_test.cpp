@@ -189,6 +189,27 @@ TEST_F(SimWindowOpsTest, ShowsTheColoursOfTheCheckBoxesUnlessCovered) {
   EXPECT_EQ(Ops().ScreenPixel(box, -5, -5), -1);
 }
 
+TEST_F(SimWindowOpsTest, TellsWhetherABoxIsSeenByTheWindowsInTheTree) {
+  ScreenRect rect;
+  const WindowHandle box = At(desktop_.ids().demodulator);
+  ASSERT_TRUE(Ops().GetRect(box, rect));
+  const auto seen = [&](standin::WindowId id) {
+    return Ops().IsSeenAt(At(id), rect.left + 7, rect.top + 7);
+  };
+  for (const standin::WindowId id :
+       {desktop_.ids().demodulator, desktop_.ids().tetra_content, desktop_.ids().main}) {
+    EXPECT_TRUE(seen(id));
+  }
+  EXPECT_FALSE(seen(desktop_.ids().automatic));
+  EXPECT_FALSE(seen(desktop_.ids().info_window)) << "there is none";
+  desktop_.Do("cover demodulator checked");
+  EXPECT_FALSE(seen(desktop_.ids().demodulator));
+  EXPECT_FALSE(seen(desktop_.ids().main));
+  desktop_.Do("cover none");
+  desktop_.Do("window main minimise");
+  EXPECT_FALSE(seen(desktop_.ids().demodulator));
+}
+
 TEST_F(SimWindowOpsTest, SeesTheWorldAsItIsAtTheLoopsTime) {
   desktop_.Do("window network-info open");
   desktop_.Do("check demodulator on");

@@ -132,6 +132,43 @@ TEST_F(WindowTreeTest, ShowsWhatCoversACheckBox) {
   EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kDesktopColour);
 }
 
+TEST_F(WindowTreeTest, ACoverStaysAboveAllOtherWindows) {
+  const WindowId frame = Frame("a");
+  const WindowId box = Child(frame, Kind::kDrawnCheckBox, "box");
+  const Box at = tree_.ScreenBox(box);
+  tree_.Cover(box, kCheckedColour);
+  const WindowId cover = tree_.top_level().front();
+  EXPECT_EQ(tree_.Find(cover)->over, box);
+  EXPECT_EQ(tree_.Find(cover)->box, (Box{at.left - 4, at.top - 4, at.width + 8, at.height + 8}));
+  const WindowId later = Frame("later");
+  EXPECT_EQ(tree_.top_level(), (std::vector<WindowId>{cover, later, frame}));
+  tree_.Raise(frame);
+  EXPECT_EQ(tree_.top_level(), (std::vector<WindowId>{cover, frame, later}));
+  tree_.Raise(cover);
+  EXPECT_EQ(tree_.top_level(), (std::vector<WindowId>{cover, frame, later}));
+  EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kCheckedColour);
+  EXPECT_EQ(tree_.WindowAt(at.left + 7, at.top + 7), cover);
+  tree_.Cover(box, kUncheckedColour);
+  EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kUncheckedColour);
+  tree_.Press(box);
+  tree_.Uncover();
+  EXPECT_EQ(tree_.top_level(), (std::vector<WindowId>{frame, later}));
+  EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), kCheckedColour);
+  tree_.Cover(0, kCheckedColour);
+  EXPECT_EQ(tree_.top_level().size(), 2u);
+}
+
+TEST_F(WindowTreeTest, AWindowIsWithinItselfAndAllThatIsAboveIt) {
+  const WindowId frame = Frame("a");
+  const WindowId panel = Child(frame, Kind::kPanel, "");
+  const WindowId box = Child(panel, Kind::kLabel, "");
+  for (const WindowId outer : {frame, panel, box}) EXPECT_TRUE(tree_.IsWithin(box, outer));
+  EXPECT_FALSE(tree_.IsWithin(panel, box));
+  EXPECT_FALSE(tree_.IsWithin(frame, Frame("b")));
+  EXPECT_FALSE(tree_.IsWithin(box, 0));
+  EXPECT_FALSE(tree_.IsWithin(0, 0));
+}
+
 TEST_F(WindowTreeTest, HasNoPixelsOutsideOfTheScreen) {
   EXPECT_EQ(tree_.PixelAt(-1, 5), -1);
   EXPECT_EQ(tree_.PixelAt(5, -1), -1);
