@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/loop_win.h"
+#include "ui/accessible_win.h"
 
 namespace corvane {
 
@@ -116,6 +117,9 @@ LRESULT ChildEvents::Handle(const ChildWindow& child, UINT message, WPARAM w_par
   }
   const bool is_list = IsList(child.kind());
   if (is_list && MeetsLines(message)) children_->ShowLists();
+  if (message == WM_GETOBJECT) {
+    if (const auto answer = AnswerAccessibility(child, w_param, l_param)) return *answer;
+  }
   if (const auto answer = AnswerForEmptyCombo(child, message, w_param, l_param)) return *answer;
   if (message == WM_SETCURSOR && child.row->Has(kClickable)) {
     ::SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_HAND)));
