@@ -169,8 +169,25 @@ class Demo {
     TakePicture(corvane_.Window(), "corvane-compact");
     Tell("picture taken of the compact window");
     SwitchCompact(false);
+    PictureEditor();
     say("release id=1250");
     Await("its end", [this] { return corvane_.Caption(ControlId::lblCallID) != "1250"; });
+  }
+
+  // As a click on the group's number opens it.
+  void PictureEditor() {
+    MouseClick(corvane_.Control(ControlId::lblGroupNumber));
+    const auto in = [this](ControlId id) { return Child(corvane_.EditorWindow(), Number(id)); };
+    Await("the editor's lists", [&] {
+      return corvane_.EditorWindow() != 0 && !ItemsOf(in(ControlId::List1)).empty() &&
+             !Visible(in(ControlId::lstSsiBlank));
+    });
+    // Beside the main window's corner it would reach beyond the screen.
+    MoveWindowTo(corvane_.EditorWindow(), kCorvaneLeft, 0);
+    TakePicture(corvane_.EditorWindow(), "corvane-editor");
+    Tell("picture taken of the editor");
+    Close(corvane_.EditorWindow());
+    Await("the editor closed", [this] { return corvane_.EditorWindow() == 0; });
   }
 
   void SwitchCompact(bool compact) {

@@ -8,6 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 PICTURES="
   following           corvane-during
   compact             corvane-compact
+  editor              corvane-editor
   presets             page-presets
   recording-options   page-recording-options
   options             page-options

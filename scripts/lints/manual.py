@@ -17,11 +17,6 @@ ELSEWHERE = {
     "Microphone access": "the settings of Windows",
     "Let desktop apps access your microphone": "the settings of Windows",
     "UTF-8 with BOM": "Notepad",
-    "^ Update": "the editor",
-    "Updated": "the editor",
-    "Failed": "the editor",
-    "SSI label:": "the editor",
-    "Priority": "the editor",
 }
 
 CODE = re.compile(r"^```.*?^```$|^ {4}.*$|`[^`\n]*`", re.MULTILINE | re.DOTALL)
