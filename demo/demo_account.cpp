@@ -49,14 +49,12 @@ void DemoAccount::TellCallLine(const std::string& line) {
     tell_("network seen: " + line);
   } else if (Contains(line, " - On carrier: ")) {
     ++calls_begun_;
-    speaker_changes_ = 0;
     voice_told_ = false;
     tell_("call " + After(line, "Call ID: ", " - ") + " set up on group " + After(line, "Group: ") +
           ", carrier " + After(line, "On carrier: ", " - "));
   } else if (Contains(line, " - Calling SSI: ")) {
     tell_("    " + After(line, "Calling SSI: ") + " speaks");
   } else if (Contains(line, "VC D-TX-Granted SSI: ")) {
-    ++speaker_changes_;
     tell_("    now " + After(line, "SSI: ") + " speaks");
   } else if (Contains(line, "VC D-TX-Ceased SSI: ")) {
     tell_("    " + After(line, "SSI: ") + " stops speaking");

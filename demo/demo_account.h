@@ -26,8 +26,6 @@ class DemoAccount {
   [[nodiscard]] int calls_begun() const { return calls_begun_; }
   // Calls that were followed to their end.
   [[nodiscard]] int calls_ended() const { return calls_ended_; }
-  // Speakers heard in the present call after the one that set it up.
-  [[nodiscard]] int speaker_changes() const { return speaker_changes_; }
 
  private:
   void TellCallLine(const std::string& line);
@@ -40,7 +38,6 @@ class DemoAccount {
   std::string control_channel_;  // its frequency in Hz; "" before the first tuning
   int calls_begun_ = 0;
   int calls_ended_ = 0;
-  int speaker_changes_ = 0;
   bool voice_told_ = false;  // of the present call
 };
 

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -74,6 +75,21 @@ void Tell(const std::string& text) {
   std::fflush(stdout);
 }
 
+struct PageOfSettings {
+  ControlId tab;
+  ControlId frame;
+  const char* picture;
+  std::optional<ControlId> told_later;  // a label that fills a moment after the page shows
+};
+constexpr PageOfSettings kPages[] = {
+    {ControlId::cmdSettingTab_0, ControlId::fraPresets, "page-presets", {}},
+    {ControlId::cmdSettingTab_1, ControlId::fraRecordingOptions, "page-recording-options", {}},
+    {ControlId::cmdSettingTab_2, ControlId::fraOptions, "page-options", {}},
+    {ControlId::cmdSettingTab_3, ControlId::fraLoggingOptions, "page-logging-options", {}},
+    {ControlId::cmdSettingTab_4, ControlId::fraCheckboxDetection, "page-checkbox-detection",
+     ControlId::lblTetraPanelExpanded},
+};
+
 class Demo {
  public:
   explicit Demo(Arguments arguments)
@@ -86,7 +102,10 @@ class Demo {
     StartPrograms();
     TakePictures("before");
     FollowCalls();
+    PictureCall();
     TakePictures("after");
+    CaptureSdrPosition();
+    TakePagePictures();
     if (arguments_.keep_open) WaitForTheUser();
     return CloseAndTellRecordings();
   }
@@ -124,22 +143,80 @@ class Demo {
   }
 
   void FollowCalls() {
-    bool pictured = false;
     while (account_.calls_ended() < arguments_.calls) {
       const int ended = account_.calls_ended();
       Await(
-          "the next call",
-          [&] {
-            if (!pictured && account_.speaker_changes() > 0) {
-              TakePictures("during");
-              pictured = true;
-            }
-            return account_.calls_ended() > ended;
-          },
-          kNextCallLimit_ms);
+          "the next call", [&] { return account_.calls_ended() > ended; }, kNextCallLimit_ms);
     }
-    Await("the control channel", [this] { return corvane_.Caption(ControlId::lblCallID).empty(); });
-    if (!pictured) throw std::runtime_error("no call was pictured");
+  }
+
+  // A call of its own, which lasts as long as the pictures take. It is followed once no other is.
+  void PictureCall() {
+    const auto say = [this](const std::string& command) {
+      if (!sdr_.Do(command)) throw std::runtime_error("the stand-in refuses: " + command);
+    };
+    const auto shows = [this](ControlId id, const char* text) {
+      Await(
+          "the call to be pictured", [&] { return corvane_.Caption(id) == text; },
+          kNextCallLimit_ms);
+    };
+    say("call id=1250 group=9001 party=5010 carrier=2610 slot=2 repeat=1");
+    shows(ControlId::lblCallID, "1250");
+    say("speak id=1250 party=5011");
+    shows(ControlId::lblCurrentSSI, "5011");
+    TakePictures("during");
+    SwitchCompact(true);
+    TakePicture(corvane_.Window(), "corvane-compact");
+    Tell("picture taken of the compact window");
+    SwitchCompact(false);
+    PictureEditor();
+    say("release id=1250");
+    Await("its end", [this] { return corvane_.Caption(ControlId::lblCallID) != "1250"; });
+  }
+
+  // As a click on the group's number opens it.
+  void PictureEditor() {
+    MouseClick(corvane_.Control(ControlId::lblGroupNumber));
+    const auto in = [this](ControlId id) { return Child(corvane_.EditorWindow(), Number(id)); };
+    Await("the editor's lists", [&] {
+      return corvane_.EditorWindow() != 0 && !ItemsOf(in(ControlId::List1)).empty() &&
+             !Visible(in(ControlId::lstSsiBlank));
+    });
+    // Beside the main window's corner it would reach beyond the screen.
+    MoveWindowTo(corvane_.EditorWindow(), kCorvaneLeft, 0);
+    TakePicture(corvane_.EditorWindow(), "corvane-editor");
+    Tell("picture taken of the editor");
+    Close(corvane_.EditorWindow());
+    Await("the editor closed", [this] { return corvane_.EditorWindow() == 0; });
+  }
+
+  void SwitchCompact(bool compact) {
+    ChooseMenuItem(corvane_.Window(), Number(ControlId::mnuCompactMode));
+    Await("the other size",
+          [&] { return Visible(corvane_.Control(ControlId::fraWinsock)) != compact; });
+  }
+
+  // So that the page "Options" has something to show.
+  void CaptureSdrPosition() {
+    Click(corvane_.Control(ControlId::cmdSettingTab_2));
+    Await("the page", [this] { return Visible(corvane_.Control(ControlId::fraOptions)); });
+    DoubleClick(corvane_.Control(ControlId::lblPositionSdrSharpCC));
+    Await("SDR#'s position",
+          [this] { return !corvane_.Caption(ControlId::lblPositionSdrSharpCC).empty(); });
+  }
+
+  // Each settings page by itself.
+  void TakePagePictures() {
+    for (const PageOfSettings& page : kPages) {
+      Click(corvane_.Control(page.tab));
+      Await("the page", [&] { return Visible(corvane_.Control(page.frame)); });
+      if (page.told_later) {
+        Await("what the page tells", [&] { return !corvane_.Caption(*page.told_later).empty(); });
+      }
+      TakePicture(corvane_.Window(), page.picture, corvane_.Control(page.frame));
+    }
+    Click(corvane_.Control(kPages[0].tab));
+    Tell("pictures taken of the settings pages");
   }
 
   void TakePictures(const std::string& when) {
@@ -148,12 +225,13 @@ class Demo {
     Tell("pictures taken " + when + " a call");
   }
 
-  void TakePicture(WindowHandle window, const std::string& name) {
+  // Of the window, or of a part of it.
+  void TakePicture(WindowHandle window, const std::string& name, WindowHandle part = 0) {
     BringToFront(window);
     Await("the window in front", [window] { return ForegroundWindow() == window; });
     // The screen follows a little later.
     (void)WaitFor([] { return false; }, kDrawn_ms);
-    if (!SaveScreenshot(window, arguments_.pictures / (name + ".png"))) {
+    if (!SaveScreenshot(part != 0 ? part : window, arguments_.pictures / (name + ".png"))) {
       throw std::runtime_error("no picture " + name);
     }
   }

@@ -11,10 +11,10 @@ import sys
 
 sys.dont_write_bytecode = True
 
-from lints import control_ids, form, includes, lists, scripts, words  # noqa: E402
+from lints import control_ids, form, includes, lists, manual, scripts, words  # noqa: E402
 from lints.tree import Tree  # noqa: E402
 
-LINTS = (includes, words, form, lists, control_ids, scripts)
+LINTS = (includes, words, form, lists, control_ids, scripts, manual)
 
 
 def findings_of(root):

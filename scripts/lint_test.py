@@ -16,7 +16,8 @@ GOOD = {
     ".clang-format": "BasedOnStyle: Google\nColumnLimit: 100\n",
     "CMakeLists.txt": "add_subdirectory(src/base)\nadd_subdirectory(src/core)\n"
                       "add_subdirectory(src/ui)\nadd_subdirectory(src/store)\n"
-                      "add_subdirectory(src/record)\nadd_subdirectory(tests)\n"
+                      "add_subdirectory(src/record)\n"
+                      "add_subdirectory(src/panel)\nadd_subdirectory(tests)\n"
                       "add_subdirectory(standin)\nadd_subdirectory(demo)\n",
     "src/base/CMakeLists.txt": "corvane_library(base\n  thing.cpp\n  thing_win.cpp)\n",
     "src/base/thing.h": "// A thing.\n#pragma once\n\n#include <string>\n",
@@ -43,6 +44,10 @@ GOOD = {
     "tests/unit/base/CMakeLists.txt": "corvane_test(unit_base SOURCES thing_test.cpp)\n",
     "tests/unit/base/thing_test.cpp": '#include "base/thing.h"\n\n#include <gtest/gtest.h>\n',
     "scripts/run.sh": "#!/bin/bash\necho ready\n",
+    "src/panel/CMakeLists.txt": "corvane_library(panel\n  captions.cpp)\n",
+    "src/panel/captions.cpp": '// Captions.\nconst char* kStart = "Start";  // "Gone"\n'
+                              'const char* kNone =\n    "No network "\n    "found - ";\n',
+    "docs/manual/index.md": "Press **Start**, see \"No network found\", `lblOne`, `**code**`.\n",
     "README.md": "See [the form](src/ui/form.cpp).\n",
 }
 
@@ -147,6 +152,18 @@ BROKEN = [
      "list", "src/record/CMakeLists.txt"),
     ("folder in no list", {"tests/unit/more/CMakeLists.txt": "corvane_test(more)\n"},
      "list", "tests/unit/more/CMakeLists.txt"),
+    ("caption that is not there", {"docs/manual/index.md": "Press **Stop**.\n"},
+     "manual", "docs/manual/index.md"),
+    ("part of a caption in bold", {"docs/manual/index.md": "Press **Sta**.\n"},
+     "manual", "docs/manual/index.md"),
+    ("text that no program shows", {"docs/manual/index.md": "It says \"Network\".\n"},
+     "manual", "docs/manual/index.md"),
+    ("text of a comment", {"docs/manual/index.md": "It says \"Gone\".\n"},
+     "manual", "docs/manual/index.md"),
+    ("quotation mark left open", {"docs/manual/index.md": "It says \"Start\" and \".\n"},
+     "manual", "docs/manual/index.md"),
+    ("control without a number", {"docs/manual/index.md": "See `lblThree`.\n"},
+     "manual", "docs/manual/index.md"),
     ("number twice", {"src/ui/control_ids.h": GOOD["src/ui/control_ids.h"].replace("1002", "1001")},
      "control-id", "src/ui/control_ids.h"),
     ("name twice", {"src/ui/control_ids.h":

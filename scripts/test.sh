@@ -1,6 +1,6 @@
 #!/bin/bash
 # Builds and runs the tests. Without arguments every level, else the named ones:
-#   lint native contract desktop fuzz bench
+#   lint native contract desktop package fuzz bench
 # Installs first what is missing. Ends with one line "N passed, N failed"; logs in build/logs.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -12,14 +12,14 @@ source scripts/lib/results.sh
 source scripts/lib/levels.sh
 source scripts/lib/desktop.sh
 
-ALL_LEVELS="lint native contract desktop fuzz bench"
+ALL_LEVELS="lint native contract desktop package fuzz bench"
 LEVELS=${*:-$ALL_LEVELS}
 for level in $LEVELS; do
   [[ " $ALL_LEVELS " == *" $level "* ]] || die "no level '$level'; there are: $ALL_LEVELS"
 done
 
 WERROR=ON
-need_packages $BUILD_PACKAGES $RUN_PACKAGES $TEST_PACKAGES
+need_packages $BUILD_PACKAGES $RUN_PACKAGES $TEST_PACKAGES $PACKAGE_PACKAGES
 for level in $LEVELS; do
   step "$level"
   SECONDS=0

@@ -10,6 +10,7 @@ namespace corvane::standin {
 namespace {
 
 constexpr DWORD kFrameStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX;
+constexpr WORD kIconResource = 1;
 constexpr WPARAM kListExtent = 1400;
 constexpr LPARAM kEndOfText = 0x7FFFFFFE;
 constexpr LPARAM kMaxEditBytes = 0x7FFFFFFE;
@@ -93,6 +94,7 @@ WNDPROC ControlFactory::Register(const Window& window) {
     info.lpfnWndProc = DefWindowProcA;
     info.hCursor = LoadCursorA(nullptr, IDC_ARROW);
     info.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    info.hIcon = LoadIconA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(kIconResource));
   }
   const WNDPROC original = info.lpfnWndProc;
   if (registered_.insert(window.class_name).second) {

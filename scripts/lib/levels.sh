@@ -127,3 +127,31 @@ measure_windows() {
     cat "$LOGS/bench/$name.log"
   done
 }
+
+# The package is built here and once more elsewhere, from nothing, under other circumstances: the
+# bytes must be the same. Then its content is looked at.
+level_package() {
+  local elsewhere=$BUILD/package-elsewhere/deeper/checkout version zip
+  version=$(package_version)
+  zip=dist/Corvane-$version.zip
+  # Any time will do, if both bear it.
+  export SOURCE_DATE_EPOCH=1700000000
+  rm -f "$ROOT/$zip"
+  run_one package/built scripts/package.sh
+  copy_sources "$elsewhere"
+  run_one package/built-elsewhere env -u CMAKE_CXX_COMPILER_LAUNCHER CCACHE_DISABLE=1 \
+    TZ=Asia/Kathmandu LC_ALL=C bash -c "umask 077 && exec '$elsewhere/scripts/package.sh'"
+  run_one package/same-bytes python3 scripts/lib/check_package.py same "$zip" "$elsewhere/$zip"
+  run_one package/content python3 scripts/lib/check_package.py "$zip" "$version" "$ROOT"
+  run_one package/faults-are-found \
+    python3 -B scripts/lib/check_package_test.py "$zip" "$version" "$ROOT"
+  unset SOURCE_DATE_EPOCH
+}
+
+# copy_sources FOLDER: everything as it is here, committed or not, but nothing that was built.
+copy_sources() {
+  rm -rf "$1"
+  mkdir -p "$1"
+  tar -c --exclude=./build --exclude=./dist --exclude=./demo-output --exclude=./.git . |
+    tar -x -C "$1"
+}

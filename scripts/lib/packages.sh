@@ -6,6 +6,8 @@ BUILD_PACKAGES="ca-certificates cmake ninja-build g++-mingw-w64-x86-64-posix goo
 # Running Windows programs: wine's screen driver loads the X libraries only at run time.
 RUN_PACKAGES="wine wine64 xvfb xauth x11-utils pulseaudio pulseaudio-utils fonts-wine
   libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1"
+# The manual as HTML and PDF, and the zip.
+PACKAGE_PACKAGES="git python3 python3-markdown-it weasyprint fonts-liberation"
 BENCH_PACKAGES="cmake ninja-build g++ libc6-dev googletest libbenchmark-dev"
 TEST_PACKAGES="$BENCH_PACKAGES make python3 clang libclang-rt-dev clang-format git"
 

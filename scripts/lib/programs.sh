@@ -15,3 +15,11 @@ install_program() {
   [ -n "$built" ] || die "$1 was not built"
   cmp -s "$built" "$ROOT/dist/$1" || cp "$built" "$ROOT/dist/$1"
 }
+
+# package_version: the version that titles, resources and the package bear.
+package_version() {
+  local version
+  version=$(sed -n 's/^#define CORVANE_VERSION "\(.*\)"$/\1/p' "$ROOT/src/panel/version.h")
+  [ -n "$version" ] || die "no version in src/panel/version.h"
+  printf '%s' "$version"
+}
