@@ -27,6 +27,9 @@ std::string WindowText(HWND window) {
   return text;
 }
 
+// The import library's own name for it is no data here, so its number is asked of the compiler.
+const IID kAccessible = __uuidof(IAccessible);
+
 // Lives as long as somebody holds it, so it knows the window and nothing of the program. Its
 // children are the lines of a list, counted from 1.
 class Accessible final : public IAccessible {
@@ -39,7 +42,7 @@ class Accessible final : public IAccessible {
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
-    if (id != IID_IUnknown && id != IID_IDispatch && id != IID_IAccessible) return E_NOINTERFACE;
+    if (id != IID_IUnknown && id != IID_IDispatch && id != kAccessible) return E_NOINTERFACE;
     *object = static_cast<IAccessible*>(this);
     AddRef();
     return S_OK;
@@ -200,12 +203,12 @@ std::optional<LRESULT> AnswerAccessibility(const ChildWindow& child, WPARAM w_pa
   static const HRESULT apartment = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   if (FAILED(apartment)) return std::nullopt;
   void* system = nullptr;
-  if (FAILED(CreateStdAccessibleObject(child.window, OBJID_CLIENT, IID_IAccessible, &system))) {
+  if (FAILED(CreateStdAccessibleObject(child.window, OBJID_CLIENT, kAccessible, &system))) {
     return std::nullopt;
   }
   auto* object =
       new Accessible(child.window, child.kind(), name, static_cast<IAccessible*>(system));
-  const LRESULT answer = LresultFromObject(IID_IAccessible, w_param, object);
+  const LRESULT answer = LresultFromObject(kAccessible, w_param, object);
   object->Release();
   return answer;
 }
