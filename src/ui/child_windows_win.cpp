@@ -32,7 +32,8 @@ DWORD LabelStyle(const ControlRow& row) {
 }
 
 DWORD ListStyle(const ControlRow& row) {
-  DWORD style = LBS_NOTIFY | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP;
+  DWORD style = LBS_NOTIFY | LBS_HASSTRINGS | LBS_OWNERDRAWFIXED | LBS_NOINTEGRALHEIGHT |
+                WS_VSCROLL | WS_TABSTOP;
   if (row.Has(kScrollsSideways)) style |= WS_HSCROLL;
   if (row.Has(kFitsRows)) style |= LBS_DISABLENOSCROLL;
   return style;
@@ -65,7 +66,7 @@ WindowStyle StyleOf(const ControlRow& row) {
     case ControlKind::kComboBox:
       return {WC_COMBOBOXA, ComboStyle(row), 0};
     case ControlKind::kCheckBox:
-      return {WC_BUTTONA, BS_3STATE | WS_TABSTOP, 0};
+      return {WC_BUTTONA, BS_3STATE | WS_TABSTOP | (row.Has(kWraps) ? BS_MULTILINE : 0U), 0};
     case ControlKind::kOption:
       return {WC_BUTTONA, BS_RADIOBUTTON, 0};
     case ControlKind::kFrame:
@@ -121,6 +122,7 @@ bool ChildWindows::CreateChild(const ControlRow& row) {
   by_control_[&row.control] = children_.size();
   children_.push_back({&row, window});
   tips_.Add(window, Number(row.id));
+  if (row.Has(kTipsCutLines)) line_tips_.Watch(window);
   return true;
 }
 
@@ -133,7 +135,8 @@ void ChildWindows::CreateMenuBar() {
   }
   for (const MenuRow& row : table_->menu) {
     const HMENU in = row.menu == nullptr ? menu_ : opened[row.menu];
-    std::string caption = row.item.caption;
+    if (row.begins_group) AppendMenuA(in, MF_SEPARATOR, 0, nullptr);
+    std::string caption = row.Text();
     MENUITEMINFOA info{};
     info.cbSize = sizeof info;
     info.fMask = MIIM_ID | MIIM_STRING;
@@ -172,8 +175,16 @@ MenuItem* ChildWindows::FindMenuItem(int id) const {
   return nullptr;
 }
 
+MenuItem* ChildWindows::FindShortcut(int key_code, bool control) const {
+  for (const MenuRow& row : table_->menu) {
+    if (row.shortcut.key_code == key_code && row.shortcut.control == control) return &row.item;
+  }
+  return nullptr;
+}
+
 bool ChildWindows::Shown(const ChildWindow& child) const {
-  return child.control().visible && (child.frame == nullptr || child.frame->control().visible);
+  return child.control().visible && !table_->LeftOut(*child.row) &&
+         (child.frame == nullptr || child.frame->control().visible);
 }
 
 void ChildWindows::LayOut(int dpi) {
@@ -196,22 +207,43 @@ void ChildWindows::LayOut(int dpi) {
   }
 }
 
-void ChildWindows::ChangeDpi(int dpi) {
+void ChildWindows::Arrange(int dpi) {
   ShowLists();
-  dpi_ = dpi;
-  fonts_.Remake(dpi);
+  arranging_ = true;
   std::vector<ChildWindow*> at_end;
   for (ChildWindow& child : children_) {
-    const bool is_list = IsList(child.kind());
-    if (is_list && EndInView(child)) at_end.push_back(&child);
+    if (IsList(child.kind()) && EndInView(child)) at_end.push_back(&child);
+  }
+  const bool other_fonts = dpi != dpi_;
+  dpi_ = dpi;
+  if (other_fonts) ChangeFonts();
+  const ChildWindow* focus = Find(GetFocus());
+  if (focus != nullptr && !Shown(*focus)) ::SetFocus(Find(table_->Home())->window);
+  LayOut(dpi);
+  for (const ChildWindow& child : children_) {
+    if (child.row->frame == nullptr) MirrorVisible(child);
+  }
+  if (other_fonts) {
+    for (const ChildWindow* list : at_end) ScrollToEnd(*list);
+  }
+  arranging_ = false;
+}
+
+void ChildWindows::ChangeFonts() {
+  fonts_.Remake(dpi_);
+  for (ChildWindow& child : children_) {
     SetFont(child);
     child.asked = {};
-    if (is_list) MeasureLines(child);
+    if (IsList(child.kind())) MeasureLines(child);
   }
   fonts_.Release();
-  LayOut(dpi);
-  for (const ChildWindow* list : at_end) ScrollToEnd(*list);
-  InvalidateRect(owner_, nullptr, TRUE);
+}
+
+// `height` may be more than the control takes: that of an opened combo box.
+void ChildWindows::Move(const ChildWindow& child, int height) const {
+  const UINT quiet = arranging_ ? SWP_NOREDRAW | SWP_NOCOPYBITS : 0U;
+  SetWindowPos(child.window, nullptr, child.rect.left, child.rect.top, child.rect.width, height,
+               SWP_NOZORDER | SWP_NOACTIVATE | quiet);
 }
 
 void ChildWindows::Place(ChildWindow& child) {
@@ -224,9 +256,7 @@ void ChildWindows::Place(ChildWindow& child) {
     child.rect.top += spare / 2;
     child.rect.height -= spare;
   }
-  SetWindowPos(child.window, nullptr, child.rect.left, child.rect.top, child.rect.width,
-               child.rect.height + (is_combo ? kDropRows * line : 0),
-               SWP_NOZORDER | SWP_NOACTIVATE);
+  Move(child, child.rect.height + (is_combo ? kDropRows * line : 0));
   if (!is_combo) return;
   // A combo box is given the height with its list open; closed, it follows from its field's.
   RECT closed{};
@@ -248,8 +278,7 @@ void ChildWindows::FitList(ChildWindow& list) {
   const auto row = static_cast<int>(list.Send(LB_GETITEMHEIGHT));
   if (row != fit.row_height) fit.client_height = full_rows * row + row / 2;
   list.rect.height = fit.client_height + around;
-  SetWindowPos(list.window, nullptr, list.rect.left, list.rect.top, list.rect.width,
-               list.rect.height, SWP_NOZORDER | SWP_NOACTIVATE);
+  Move(list, list.rect.height);
   list.fitted_height = fit.client_height;
   ReportTopIndex(list);
 }
@@ -261,12 +290,13 @@ HFONT ChildWindows::FontOf(const ChildWindow& child) const {
 HBRUSH ChildWindows::ColourOf(HDC dc, HWND window) {
   const ChildWindow* child = Find(window);
   if (child == nullptr) return nullptr;
-  const Control& control = child->control();
-  const bool is_input = child->kind() == ControlKind::kTextBox || IsList(child->kind());
-  const Colour back = is_input && !control.enabled ? kButtonFace : control.back_colour;
-  SetTextColor(dc, DrawnColour(control.fore_colour));
-  SetBkColor(dc, DrawnColour(back));
-  return brushes_.Get(back);
+  TextColours colours = ColoursOf(child->control());
+  for (const Lamp& lamp : table_->lamps) {
+    if (&lamp.text == &child->control() && !lamp.lit()) colours.text = kGreyText;
+  }
+  SetTextColor(dc, DrawnColour(colours.text));
+  SetBkColor(dc, DrawnColour(colours.ground));
+  return brushes_.Get(colours.ground);
 }
 
 bool ChildWindows::Draw(const DRAWITEMSTRUCT& item) {
@@ -274,6 +304,8 @@ bool ChildWindows::Draw(const DRAWITEMSTRUCT& item) {
   if (child == nullptr) return false;
   if (child->kind() == ControlKind::kButton) {
     DrawButton(item, As<Button>(child->control()), FontOf(*child), brushes_);
+  } else if (child->kind() == ControlKind::kListBox) {
+    DrawLine(item, child->control(), FontOf(*child), dpi_, brushes_);
   } else if (child->kind() == ControlKind::kShape) {
     DrawShape(item, As<Shape>(child->control()), dpi_, brushes_);
   } else if (child->kind() == ControlKind::kCheckList) {

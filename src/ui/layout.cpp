@@ -127,11 +127,16 @@ ControlRow Row(ControlId id, Control& control, const Frame* frame, int left, int
           traits};
 }
 
+std::string MenuRow::Text() const {
+  const std::string& caption = item.caption;
+  return shortcut.key_code == 0 ? caption : caption + "\t" + shortcut.text;
+}
+
 const ControlRow* WindowTable::FrameOf(const ControlRow& row) const {
   if (row.frame == nullptr) return nullptr;
-  const auto found =
-      std::find_if(controls.begin(), controls.end(),
-                   [&](const ControlRow& other) { return &other.control == row.frame; });
+  const auto found = std::find_if(controls.begin(), controls.end(), [&](const ControlRow& other) {
+    return &other.control == row.frame;
+  });
   assert(found != controls.end());
   return &*found;
 }

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "panel/controls.h"
@@ -87,6 +88,9 @@ struct MenuRow {
   const MenuItem* menu;  // the item that opens the menu it stands in; nullptr: in the menu bar
   Shortcut shortcut{};
   bool begins_group = false;  // a line above it
+
+  // Its caption and, at the right, its key.
+  [[nodiscard]] std::string Text() const;
 };
 
 // A text that is grey until the shape beside it has another colour than the window.

@@ -17,7 +17,8 @@ std::vector<ControlRow> LinkRows(LinkPanel& link) {
       Row(cmdStartAll, link.cmdStartAll, in, 5, 4, 60, 24),
       Row(ShapeWinsock_state, link.ShapeWinsock_state, in, 72, 9, 14, 14),
       Row(Label15, link.Label15, in, 91, 8, 119, 16),
-      Row(lstStatusLog, link.lstStatusLog, in, 5, 30, 204, 75, kScrollsSideways | kFollowsEnd | kTipsCutLines),
+      Row(lstStatusLog, link.lstStatusLog, in, 5, 30, 204, 75,
+          kScrollsSideways | kFollowsEnd | kTipsCutLines),
   };
 }
 
@@ -43,7 +44,8 @@ std::vector<ControlRow> CallRows(CallDetails& call) {
       Row(lblCarrierNumber, call.lblCarrierNumber, in, 182, 118, 29, 15),
       Row(lblCountdownCaption, call.lblCountdownCaption, in, 4, 134, 156, 15),
       Row(lblTimeoutCountdown, call.lblTimeoutCountdown, in, 162, 134, 48, 15),
-      Row(lstCurrentSSI_Users, call.lstCurrentSSI_Users, in, 4, 151, 206, 62, kGrowsDown | kActsOnEnter),
+      Row(lstCurrentSSI_Users, call.lstCurrentSSI_Users, in, 4, 151, 206, 62,
+          kGrowsDown | kActsOnEnter),
       Row(lblNetworkInfo, call.lblNetworkInfo, in, 4, 215, 206, 15, kMovesDown),
   };
 }
@@ -51,7 +53,8 @@ std::vector<ControlRow> CallRows(CallDetails& call) {
 std::vector<ControlRow> LogAndTabRows(Form1& form) {
   return {
       Row(lstCallLog, form.lstCallLog, nullptr, 226, 8, 402, 333,
-          kGrowsRight | kGrowsDown | kScrollsSideways | kFitsRows | kTipsCutLines | kActsOnEnter, kLog),
+          kGrowsRight | kGrowsDown | kScrollsSideways | kFitsRows | kTipsCutLines | kActsOnEnter,
+          kLog),
       Row(cmdSettingTab_0, form.cmdSettingTab[0], nullptr, 632, 7, 60, 24, kMovesRight, kTab),
       Row(cmdSettingTab_1, form.cmdSettingTab[1], nullptr, 694, 7, 114, 24, kMovesRight, kTab),
       Row(cmdSettingTab_2, form.cmdSettingTab[2], nullptr, 632, 34, 60, 24, kMovesRight, kTab),
@@ -99,8 +102,8 @@ std::vector<ControlRow> OptionsRows(OptionsPage& page) {
       Row(lblPositionSdrSharpCC, page.lblPositionSdrSharpCC, in, 24, 48, 145, 20,
           kClickable | kBordered),
       Row(chkIgnorePriority, page.chkIgnorePriority, in, 7, 78, 164, 20),
-      Row(chkSuppressLockoutMessages, page.chkSuppressLockoutMessages, in, 7, 104, 164, 20),
-      Row(chkSuppressSomePduMessages, page.chkSuppressSomePduMessages, in, 7, 128, 164, 32, kWraps),
+      Row(chkSuppressLockoutMessages, page.chkSuppressLockoutMessages, in, 7, 102, 164, 32, kWraps),
+      Row(chkSuppressSomePduMessages, page.chkSuppressSomePduMessages, in, 7, 136, 164, 32, kWraps),
   };
 }
 

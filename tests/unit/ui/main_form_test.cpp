@@ -107,8 +107,8 @@ TEST_F(MainFormTest, MenuDoesWhatOnlyTheMouseCouldReach) {
        {&form_.mnuEndCall, &form_.mnuParkOnCC, &form_.mnuCapturePosition, &form_.mnuEditShown}) {
     main_form_.Click(*item);
   }
-  EXPECT_EQ(actions_.calls, (Calls{"ManualRelease", "ParkOnControlChannel", "CaptureSdrPosition",
-                                   "ShowEditor"}));
+  EXPECT_EQ(actions_.calls,
+            (Calls{"ManualRelease", "ParkOnControlChannel", "CaptureSdrPosition", "ShowEditor"}));
   EXPECT_EQ(main_form_.hand_over().EditorGssi, 9001);
   EXPECT_EQ(main_form_.hand_over().EditorSsi, 5010);
 }

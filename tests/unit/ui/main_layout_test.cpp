@@ -154,8 +154,8 @@ TEST_F(MainLayoutTest, MenuHasItsTwoItemsFirstAndShortcutsThatNothingElseWants) 
     if (key.key_code == 0) continue;
     EXPECT_TRUE(keys.insert({key.control, key.key_code}).second) << row.item.name();
     EXPECT_STRNE(key.text, "") << row.item.name();
-    const bool is_edit_command = std::string("ACVXZ").find(static_cast<char>(key.key_code)) !=
-                                 std::string::npos;
+    const bool is_edit_command =
+        std::string("ACVXZ").find(static_cast<char>(key.key_code)) != std::string::npos;
     EXPECT_TRUE(key.control ? !is_edit_command : key.key_code == kF2Code) << row.item.name();
   }
   EXPECT_EQ(names, (std::vector<std::string>{"mnuGSSIEditor", "mnuCompactMode", "mnuEditShown",
