@@ -306,9 +306,9 @@ void ChildWindows::ShowList(ChildWindow& list) {
   if (changes.empty() && !selects) return;
 
   line_tips_.Hide(list.window);
+  const bool follows = list.row->Has(kFollowsEnd) && EndInView(list);
   {
     const ListUpdate update(list.window);
-    const bool follows = list.row->Has(kFollowsEnd) && EndInView(list);
     for (const LineChange& change : changes) Apply(list, change);
     if (selects) {
       list.Send(LB_SETCURSEL, static_cast<WPARAM>(As<ListBox>(list.control()).list_index()));
@@ -323,6 +323,8 @@ void ChildWindows::ShowList(ChildWindow& list) {
       list.Send(LB_SETHORIZONTALEXTENT);
     }
   }
+  // The first wide line brought a scroll bar, which covers the last one.
+  if (follows) ScrollToEnd(list);
   ReportTopIndex(list);
 }
 
@@ -341,7 +343,7 @@ void ChildWindows::Widen(ChildWindow& list, const std::string& line) {
   // A scroll bar that comes with the first wide line must not cost the list its rows.
   RECT client{};
   GetClientRect(list.window, &client);
-  if (list.fitted_height != 0 && client.bottom != list.fitted_height) {
+  if (!arranging_ && list.fitted_height != 0 && client.bottom != list.fitted_height) {
     list.asked = {};
     LayOut(dpi_);
   }

@@ -24,7 +24,7 @@ struct WindowStyle {
 };
 
 DWORD LabelStyle(const ControlRow& row) {
-  DWORD style = SS_LEFT | SS_NOTIFY;
+  DWORD style = SS_LEFT | SS_NOTIFY | SS_NOPREFIX;
   if (row.height <= kOneLineHeight) style |= SS_ENDELLIPSIS;
   if (row.Has(kBordered)) style |= SS_CENTERIMAGE | WS_BORDER;
   if (row.Has(kCentred)) style |= SS_CENTER;
@@ -77,6 +77,10 @@ WindowStyle StyleOf(const ControlRow& row) {
   }
   assert(false);
   return {};
+}
+
+void SetStyle(HWND window, LONG_PTR added, LONG_PTR removed) {
+  SetWindowLongPtrA(window, GWL_STYLE, (GetWindowLongPtrA(window, GWL_STYLE) & ~removed) | added);
 }
 
 }  // namespace
@@ -192,8 +196,11 @@ void ChildWindows::LayOut(int dpi) {
   dpi_ = dpi;
   RECT client{};
   GetClientRect(owner_, &client);
-  const auto placed =
-      ComputeLayout(*table_, dpi, static_cast<int>(client.right), static_cast<int>(client.bottom));
+  PlaceAll(static_cast<int>(client.right), static_cast<int>(client.bottom));
+}
+
+void ChildWindows::PlaceAll(int client_width, int client_height) {
+  const auto placed = ComputeLayout(*table_, dpi_, client_width, client_height);
   for (std::size_t index = 0; index < placed.size(); ++index) {
     ChildWindow& child = children_[index];
     if (child.asked != placed[index]) {
@@ -207,19 +214,27 @@ void ChildWindows::LayOut(int dpi) {
   }
 }
 
-void ChildWindows::Arrange(int dpi) {
+void ChildWindows::Arrange(int dpi, int client_width, int client_height) {
   ShowLists();
   arranging_ = true;
   std::vector<ChildWindow*> at_end;
   for (ChildWindow& child : children_) {
     if (IsList(child.kind()) && EndInView(child)) at_end.push_back(&child);
   }
+  // Scroll bars are painted at once, whatever one asks for, unless there is nothing to be seen.
+  std::vector<HWND> seen;
+  for (const ChildWindow& child : children_) {
+    if ((GetWindowLongPtrA(child.window, GWL_STYLE) & WS_VISIBLE) == 0) continue;
+    seen.push_back(child.window);
+    SetStyle(child.window, 0, WS_VISIBLE);
+  }
   const bool other_fonts = dpi != dpi_;
   dpi_ = dpi;
   if (other_fonts) ChangeFonts();
   const ChildWindow* focus = Find(GetFocus());
   if (focus != nullptr && !Shown(*focus)) ::SetFocus(Find(table_->Home())->window);
-  LayOut(dpi);
+  PlaceAll(client_width, client_height);
+  for (const HWND window : seen) SetStyle(window, WS_VISIBLE, 0);
   for (const ChildWindow& child : children_) {
     if (child.row->frame == nullptr) MirrorVisible(child);
   }

@@ -73,9 +73,10 @@ class ChildWindows {
 
   // Places everything for the owner's present client area.
   void LayOut(int dpi);
-  // As LayOut, and shows what is to be seen, with fonts for another resolution if it is one. Paints
-  // nothing: the owner's part, when all of it is done.
-  void Arrange(int dpi);
+  // Places everything for a client area that the owner is going to have, and shows what is to be
+  // seen, with fonts for another resolution if it is one. Nothing of it is painted: that is the
+  // owner's part, when it has its size.
+  void Arrange(int dpi, int client_width, int client_height);
 
   // True when the control and its frame are shown, and are no part that a compact window leaves
   // out.
@@ -106,6 +107,7 @@ class ChildWindows {
   void SetTabStop(const ChildWindow& child);
   void UpdateDisabledTip(const ChildWindow& child);
   void ChangeFonts();
+  void PlaceAll(int client_width, int client_height);
   void Place(ChildWindow& child);
   void Move(const ChildWindow& child, int height) const;
   void FitList(ChildWindow& list);

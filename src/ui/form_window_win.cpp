@@ -159,10 +159,14 @@ void FormWindow::Arrange(int dpi, POINT corner) {
   dpi_ = dpi;
   const SIZE size = OuterSize(dpi);
   const bool moves = shown_ && !IsIconic(window_);
+  RECT client{corner.x, corner.y, corner.x + size.cx, corner.y + size.cy};
+  SendMessageA(window_, WM_NCCALCSIZE, FALSE, reinterpret_cast<LPARAM>(&client));
+  children_.Arrange(dpi, static_cast<int>(client.right - client.left),
+                    static_cast<int>(client.bottom - client.top));
   SetWindowPos(
       window_, nullptr, corner.x, corner.y, size.cx, size.cy,
       SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_NOCOPYBITS | (moves ? 0U : SWP_NOMOVE));
-  children_.Arrange(dpi);
+  children_.LayOut(dpi);  // in case the menu bar takes another height now
   arranging_ = false;
   RedrawWindow(window_, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
