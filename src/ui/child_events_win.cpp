@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-
 #include <utility>
 
 #include "base/loop_win.h"
@@ -129,6 +128,7 @@ LRESULT ChildEvents::Handle(const ChildWindow& child, UINT message, WPARAM w_par
     if (IsEmptyPlace(child)) ReportMovement(child);
     if (child.kind() == ControlKind::kFrame) return 0;
   }
+  if (child.row->Has(kTipsCutLines)) children_->line_tips().Note(window, message, l_param);
   const bool rests = message == WM_MOUSEMOVE && !NotePointer(window, l_param);
   const bool is_list = IsList(child.kind());
   if (is_list && MeetsLines(message)) children_->ShowLists();

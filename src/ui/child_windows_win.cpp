@@ -126,7 +126,6 @@ bool ChildWindows::CreateChild(const ControlRow& row) {
   by_control_[&row.control] = children_.size();
   children_.push_back({&row, window});
   tips_.Add(window, Number(row.id));
-  if (row.Has(kTipsCutLines)) line_tips_.Watch(window);
   return true;
 }
 

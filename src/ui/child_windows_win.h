@@ -71,6 +71,8 @@ class ChildWindows {
   // True while a text is being mirrored into a box, whose notifications are then no user's.
   [[nodiscard]] bool mirroring_text() const { return mirroring_text_; }
 
+  [[nodiscard]] LineTips& line_tips() { return line_tips_; }
+
   // Places everything for the owner's present client area.
   void LayOut(int dpi);
   // Places everything for a client area that the owner is going to have, and shows what is to be

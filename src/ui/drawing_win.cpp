@@ -101,8 +101,7 @@ COLORREF DrawnColour(Colour colour) {
 }
 
 TextColours ColoursOf(const Control& control) {
-  const bool is_input =
-      control.kind() == ControlKind::kTextBox || control.kind() == ControlKind::kListBox;
+  const bool is_input = control.kind() == ControlKind::kTextBox || IsList(control.kind());
   if (is_input && !control.enabled) return {kGreyText, kButtonFace};
   return Legible({control.fore_colour, control.back_colour}, CurrentTheme());
 }
@@ -152,8 +151,6 @@ void DrawButton(const DRAWITEMSTRUCT& item, const Button& button, HFONT font, Br
 
 namespace {
 
-constexpr Colour kHighlight = 0x8000000D;
-constexpr Colour kHighlightText = 0x8000000E;
 constexpr int kTickBox = 13 * kTwipsPerPixel;
 constexpr int kTickMargin = 3 * kTwipsPerPixel;
 

@@ -1,15 +1,11 @@
 // The first tip comes when the pointer rests; from line to line it follows at once.
 #include "ui/line_tips_win.h"
 
-#include <commctrl.h>
-
 #include "ui/list_update_win.h"
 
 namespace corvane {
 
 namespace {
-
-constexpr UINT_PTR kSubclassId = 2;
 
 // The line under a point of the list's client area; -1: none.
 int LineUnder(HWND list, POINT point) {
@@ -45,10 +41,6 @@ RECT CutText(HWND list, int line, const std::string& text) {
 
 }  // namespace
 
-void LineTips::Watch(HWND list) {
-  SetWindowSubclass(list, Procedure, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
-}
-
 void LineTips::Hide(HWND list) {
   if (list_ != list) return;
   list_ = nullptr;
@@ -70,7 +62,7 @@ void LineTips::ShowFor(HWND list, POINT pointer) {
   line_ = line;
 }
 
-void LineTips::Handle(HWND list, UINT message, LPARAM l_param) {
+void LineTips::Note(HWND list, UINT message, LPARAM l_param) {
   const POINT pointer{static_cast<short>(LOWORD(l_param)), static_cast<short>(HIWORD(l_param))};
   switch (message) {
     case WM_MOUSEMOVE: {
@@ -97,16 +89,6 @@ void LineTips::Handle(HWND list, UINT message, LPARAM l_param) {
     default:
       break;
   }
-}
-
-LRESULT CALLBACK LineTips::Procedure(HWND list, UINT message, WPARAM w_param, LPARAM l_param,
-                                     UINT_PTR, DWORD_PTR data) {
-  if (message == WM_NCDESTROY) {
-    RemoveWindowSubclass(list, Procedure, kSubclassId);
-  } else {
-    reinterpret_cast<LineTips*>(data)->Handle(list, message, l_param);
-  }
-  return DefSubclassProc(list, message, w_param, l_param);
 }
 
 }  // namespace corvane

@@ -7,21 +7,18 @@
 
 namespace corvane {
 
-// Outlives the lists that it watches.
 class LineTips {
  public:
   explicit LineTips(ToolTips& tips) : tips_(tips) {}
   LineTips(const LineTips&) = delete;
   LineTips& operator=(const LineTips&) = delete;
 
-  void Watch(HWND list);
+  // To be told of every message of a list with such tips.
+  void Note(HWND list, UINT message, LPARAM l_param);
   // To be called when the lines of `list` have changed or moved.
   void Hide(HWND list);
 
  private:
-  static LRESULT CALLBACK Procedure(HWND list, UINT message, WPARAM w_param, LPARAM l_param,
-                                    UINT_PTR, DWORD_PTR data);
-  void Handle(HWND list, UINT message, LPARAM l_param);
   void ShowFor(HWND list, POINT pointer);
 
   ToolTips& tips_;
