@@ -11,6 +11,7 @@ CallDetails::CallDetails(ControlSink& sink)
       Label12(sink, "Label12", "TX SSI:"),
       lblCurrentSSI(sink, "lblCurrentSSI"),
       lblSSI_label(sink, "lblSSI_label"),
+      lblLastSeenCaption(sink, "lblLastSeenCaption", "Last seen:"),
       lblSsiLastSeen(sink, "lblSsiLastSeen"),
       Label17(sink, "Label17", "Call ID:"),
       lblCallID(sink, "lblCallID"),
@@ -19,6 +20,7 @@ CallDetails::CallDetails(ControlSink& sink)
       Label8(sink, "Label8", "Carrier:"),
       lblCarrierNumber(sink, "lblCarrierNumber"),
       lstCurrentSSI_Users(sink, "lstCurrentSSI_Users", kUserListFullRows),
+      lblCountdownCaption(sink, "lblCountdownCaption", "Silent call ends in (x 0.3 s):"),
       lblTimeoutCountdown(sink, "lblTimeoutCountdown"),
       lblNetworkInfo(sink, "lblNetworkInfo"),
       lblManualD_Release(sink, "lblManualD_Release", "Call"),
@@ -114,7 +116,11 @@ MainMenu::MainMenu(ControlSink& sink)
     : mnuOptions(sink, "mnuOptions", "Tools"),
       mnuGSSIEditor(sink, "mnuGSSIEditor", "G/SSI Editor"),
       mnuCompactMode(sink, "mnuCompactMode", "Compact"),
-      mnuMCClabel(sink, "mnuMCClabel", "MCC: ?") {}
+      mnuMCClabel(sink, "mnuMCClabel", "MCC: ?"),
+      mnuEditShown(sink, "mnuEditShown", "Edit group on screen"),
+      mnuEndCall(sink, "mnuEndCall", "End call"),
+      mnuParkOnCC(sink, "mnuParkOnCC", "Park on CC"),
+      mnuCapturePosition(sink, "mnuCapturePosition", "Set CC SDR# position") {}
 
 Form1::Form1(ControlSink& sink)
     : Window(sink, "Form1", kTitle),
@@ -139,10 +145,15 @@ void EnableRecOnlyControls(Form1& form) {
   form.lstRecOnlyGSSI.enabled = selected_groups;
 }
 
+const ListBox& HomeOf(const Form1& form) {
+  return form.mnuCompactMode.checked ? form.lstCurrentSSI_Users : form.lstCallLog;
+}
+
 void SetFocus(Form1& form, const Control& control) {
   const bool in_hidden_frame = &control == &form.lstStatusLog && !form.fraWinsock.visible;
-  const bool can_take = control.visible && control.enabled && !in_hidden_frame;
-  form.sink().FocusWanted(can_take ? control : form.lstCallLog);
+  const bool is_unseen = form.mnuCompactMode.checked && &control != &form.lstCurrentSSI_Users;
+  const bool can_take = control.visible && control.enabled && !in_hidden_frame && !is_unseen;
+  form.sink().FocusWanted(can_take ? control : HomeOf(form));
 }
 
 }  // namespace corvane

@@ -35,6 +35,7 @@ struct CallDetails {
   Label Label12;  // "TX SSI:"
   Label lblCurrentSSI;
   Label lblSSI_label;
+  Label lblLastSeenCaption;  // "Last seen:"
   Label lblSsiLastSeen;
   Label Label17;  // "Call ID:"
   Label lblCallID;
@@ -43,6 +44,7 @@ struct CallDetails {
   Label Label8;  // "Carrier:"
   Label lblCarrierNumber;
   ListBox lstCurrentSSI_Users;  // each item a plain decimal SSI
+  Label lblCountdownCaption;    // what the next counts
   Label lblTimeoutCountdown;
   Label lblNetworkInfo;
   Label lblManualD_Release;
@@ -124,6 +126,11 @@ struct MainMenu {
   MenuItem mnuGSSIEditor;
   MenuItem mnuCompactMode;
   MenuItem mnuMCClabel;  // "MCC: ?"
+  // What else only the mouse could reach.
+  MenuItem mnuEditShown;        // the group and talker on screen, in the editor
+  MenuItem mnuEndCall;          // as lblManualD_Release
+  MenuItem mnuParkOnCC;         // as lblChangeToCcFrequency
+  MenuItem mnuCapturePosition;  // as lblPositionSdrSharpCC
 };
 
 // The main window. Every control is reached by its own name through the inherited frames.
@@ -145,8 +152,12 @@ struct Form1 : Window,
 // The record-only box and list can be used while selected groups are recorded, and not otherwise.
 void EnableRecOnlyControls(Form1& form);
 
-// Gives the focus to `control`, or to the call log when it cannot take it (hidden or disabled,
-// itself or with its frame).
+// The list that the focus comes back to: the call log, or in compact mode, where that is not seen,
+// the list of talkers.
+[[nodiscard]] const ListBox& HomeOf(const Form1& form);
+
+// Gives the focus to `control`, or to HomeOf when it cannot take it (hidden or disabled, itself or
+// with its frame, or not seen in compact mode).
 void SetFocus(Form1& form, const Control& control);
 
 }  // namespace corvane

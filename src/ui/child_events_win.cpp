@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "base/loop_win.h"
 #include "ui/accessible_win.h"
@@ -85,6 +86,14 @@ bool IsInput(UINT message) {
          message == WM_RBUTTONDBLCLK;
 }
 
+// Where a frame that takes the mouse has nothing to click.
+bool IsEmptyPlace(const ChildWindow& child) {
+  const ChildWindow& place = child.frame != nullptr ? *child.frame : child;
+  const bool is_still = child.kind() == ControlKind::kFrame ||
+                        child.kind() == ControlKind::kLabel || child.kind() == ControlKind::kShape;
+  return place.row->Has(kTakesMouse) && is_still && !child.row->Has(kClickable);
+}
+
 }  // namespace
 
 // Stands before the procedure of every child's class, by plain means: lists get their lines by
@@ -115,6 +124,13 @@ LRESULT ChildEvents::Handle(const ChildWindow& child, UINT message, WPARAM w_par
     // The other frames let the mouse through to the owner, which has the tips of what is disabled.
     if (message == WM_NCHITTEST && child.row->Has(kTakesMouse)) return HTCLIENT;
   }
+  if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
+    // A click on an empty place is a movement over it, and no press of a group box.
+    if (IsEmptyPlace(child)) ReportMovement(child);
+    if (child.kind() == ControlKind::kFrame) return 0;
+  }
+  if (child.row->Has(kTipsCutLines)) children_->line_tips().Note(window, message, l_param);
+  const bool rests = message == WM_MOUSEMOVE && !NotePointer(window, l_param);
   const bool is_list = IsList(child.kind());
   if (is_list && MeetsLines(message)) children_->ShowLists();
   if (message == WM_GETOBJECT) {
@@ -132,14 +148,22 @@ LRESULT ChildEvents::Handle(const ChildWindow& child, UINT message, WPARAM w_par
   const LRESULT result = CallWindowProcA(own, window, message, w_param, l_param);
   if (is_key) --keys_under_way_;
   // What the control did may have ended the window.
-  if (children_ != nullptr) Report(child, message, w_param, l_param);
+  if (children_ != nullptr && !rests) Report(child, message, w_param, l_param);
   return result;
+}
+
+bool ChildEvents::NotePointer(HWND window, LPARAM place) {
+  POINT at{static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+  ClientToScreen(window, &at);
+  const POINT before = std::exchange(pointer_, at);
+  return at.x != before.x || at.y != before.y;
 }
 
 void ChildEvents::Connect(HWND owner, ChildWindows& children, UserEvents& handlers) {
   owner_ = owner;
   children_ = &children;
   handlers_ = &handlers;
+  GetCursorPos(&pointer_);
   for (ChildWindow& child : children.all()) {
     SetWindowLongPtrA(child.window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     child.own_procedure = reinterpret_cast<WNDPROC>(GetWindowLongPtrA(child.window, GWLP_WNDPROC));
@@ -273,17 +297,39 @@ void ChildEvents::Report(const ChildWindow& child, UINT message, WPARAM w_param,
     case WM_MBUTTONUP:
       mouse_up(kMiddleButton);
       break;
-    case WM_MOUSEMOVE: {
-      const bool is_label =
-          child.kind() == ControlKind::kLabel || child.kind() == ControlKind::kShape;
-      Control& over = is_label && child.frame != nullptr ? child.frame->control() : control;
-      const bool is_foreground = GetForegroundWindow() == owner_;
-      Run([&over, is_foreground](UserEvents& form) { form.MouseMove(over, is_foreground); });
+    case WM_MOUSEMOVE:
+      ReportMovement(child);
       break;
-    }
     default:
       break;
   }
+}
+
+void ChildEvents::ReportMovement(const ChildWindow& child) {
+  const bool is_label = child.kind() == ControlKind::kLabel || child.kind() == ControlKind::kShape;
+  Control& over = is_label && child.frame != nullptr ? child.frame->control() : child.control();
+  const bool is_foreground = GetForegroundWindow() == owner_;
+  Run([&over, is_foreground](UserEvents& form) { form.MouseMove(over, is_foreground); });
+}
+
+void ChildEvents::EnterPressed(const ChildWindow& list) {
+  const int line = SelectedIndex(list);
+  if (line < 0) return;
+  auto& control = As<ListBox>(list.control());
+  Run([&control, line](UserEvents& form) {
+    form.ListSelected(control, line, true);
+    form.DoubleClick(control);
+  });
+}
+
+bool ChildEvents::RunShortcut(const MSG& key) {
+  if (key.message != WM_KEYDOWN || GetKeyState(VK_SHIFT) < 0) return false;
+  MenuItem* item =
+      children_->FindShortcut(static_cast<int>(key.wParam), GetKeyState(VK_CONTROL) < 0);
+  if (item == nullptr) return false;
+  const bool repeats = (key.lParam & (1 << 30)) != 0;
+  if (!repeats) Run([item](UserEvents& form) { form.Click(*item); });
+  return true;
 }
 
 bool ChildEvents::Navigate(MSG& key) {
@@ -293,9 +339,21 @@ bool ChildEvents::Navigate(MSG& key) {
     if (children_ == nullptr) return true;
   }
   const ChildWindow* child = children_->Find(key.hwnd);
+  if (RunShortcut(key)) return true;
+  if (key.message == WM_SYSKEYDOWN && key.wParam == VK_F10 && GetKeyState(VK_SHIFT) < 0 &&
+      child != nullptr) {
+    Control& control = child->control();
+    Run([&control](UserEvents& form) { form.KeyUp(control, kContextMenuCode); });
+    return true;
+  }
   if (key.message == WM_KEYDOWN && child != nullptr) {
     if (key.wParam == VK_RETURN && child->kind() == ControlKind::kButton) {
       child->Send(BM_CLICK);
+      return true;
+    }
+    const bool repeats = (key.lParam & (1 << 30)) != 0;
+    if (key.wParam == VK_RETURN && child->row->Has(kActsOnEnter)) {
+      if (!repeats) EnterPressed(*child);
       return true;
     }
     // Enter has no dialog meaning here, and open lists want Escape for themselves.

@@ -26,6 +26,9 @@ class ChildEvents {
   void Command(int id, int code);
   void CloseRequested();
   void SessionEnding();
+  // The pointer is at this place of `window`. False when it was there before: what stands under a
+  // pointer at rest is told of it too, whenever something moves.
+  bool NotePointer(HWND window, LPARAM place);
   // A message for the owner or one of its children; true when it was keyboard navigation and has
   // been dealt with.
   bool Navigate(MSG& key);
@@ -35,6 +38,9 @@ class ChildEvents {
   LRESULT Handle(const ChildWindow& child, UINT message, WPARAM w_param, LPARAM l_param);
   void Run(const std::function<void(UserEvents&)>& event);
   void RunCommand(int id, int code);
+  void ReportMovement(const ChildWindow& child);
+  void EnterPressed(const ChildWindow& list);
+  [[nodiscard]] bool RunShortcut(const MSG& key);
   void ListCommand(const ChildWindow& child, int code);
   void BoxCommand(const ChildWindow& child, int code);
   void MoveInOptions(const ChildWindow& option, bool back);
@@ -45,6 +51,7 @@ class ChildEvents {
   HWND owner_ = nullptr;
   ChildWindows* children_ = nullptr;
   UserEvents* handlers_ = nullptr;
+  POINT pointer_{};
   int keys_under_way_ = 0;  // key messages that a list is handling
 };
 

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/list_update_win.h"
+
 namespace corvane {
 
 namespace {
@@ -109,6 +111,9 @@ void ChildWindows::Mirror(const Control& control, Field field) {
     case Field::kBorderColour:
     case Field::kBorderWidth:
       InvalidateRect(child->window, nullptr, TRUE);
+      for (const Lamp& lamp : table_->lamps) {
+        if (&lamp.shape == &control) InvalidateRect(Find(lamp.text)->window, nullptr, TRUE);
+      }
       break;
     case Field::kValue:
       MirrorValue(*child);
@@ -162,7 +167,7 @@ void ChildWindows::MirrorAll(ChildWindow& child) {
 }
 
 void ChildWindows::MirrorMenuItem(const MenuRow& row) {
-  std::string caption = row.item.caption;
+  std::string caption = row.Text();
   MENUITEMINFOA info{};
   info.cbSize = sizeof info;
   info.fMask = MIIM_STRING | MIIM_STATE;
@@ -181,7 +186,10 @@ void ChildWindows::MirrorText(ChildWindow& child) {
 }
 
 void ChildWindows::MirrorVisible(const ChildWindow& child) {
-  ShowWindow(child.window, Shown(child) ? SW_SHOWNA : SW_HIDE);
+  const UINT change = Shown(child) ? SWP_SHOWWINDOW : SWP_HIDEWINDOW;
+  SetWindowPos(child.window, nullptr, 0, 0, 0, 0,
+               change | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE |
+                   (arranging_ ? SWP_NOREDRAW : 0U));
   UpdateDisabledTip(child);
   for (const ChildWindow& inner : children_) {
     if (inner.frame == &child) MirrorVisible(inner);
@@ -191,7 +199,7 @@ void ChildWindows::MirrorVisible(const ChildWindow& child) {
 void ChildWindows::MirrorEnabled(ChildWindow& child) {
   const bool enabled = child.control().enabled;
   // A disabled window would keep the keyboard to itself.
-  if (!enabled && GetFocus() == child.window) ::SetFocus(Find(table_->home)->window);
+  if (!enabled && GetFocus() == child.window) ::SetFocus(Find(table_->Home())->window);
   EnableWindow(child.window, enabled);
   InvalidateRect(child.window, nullptr, TRUE);
   UpdateDisabledTip(child);
@@ -225,25 +233,25 @@ void ChildWindows::MirrorEntries(ChildWindow& child) {
 }
 
 void ChildWindows::SetFont(const ChildWindow& child) {
-  child.Send(WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(child)), TRUE);
+  child.Send(WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(child)), arranging_ ? FALSE : TRUE);
   // What the program draws has the height that it is told.
   const int row = fonts_.LineHeight(child.row->font) + ToPixels(kRowMargin, dpi_);
   if (child.kind() == ControlKind::kCheckList) child.Send(LB_SETITEMHEIGHT, 0, row);
   if (child.kind() == ControlKind::kComboBox && IsDrawnHere(child)) {
     child.Send(CB_SETITEMHEIGHT, 0, row);
   }
+  if (child.kind() == ControlKind::kListBox && !child.row->Has(kFitsRows)) {
+    child.Send(LB_SETITEMHEIGHT, 0, fonts_.LineHeight(child.row->font));
+  }
 }
 
-// The tab key passes by what a compact window cuts off, and stops once in a group of options.
+// The tab key passes by what a compact window leaves out, and stops once in a group of options.
 void ChildWindows::SetTabStop(const ChildWindow& child) {
   if (child.kind() == ControlKind::kLabel || child.kind() == ControlKind::kShape ||
       child.kind() == ControlKind::kFrame) {
     return;
   }
-  RECT client{};
-  GetClientRect(owner_, &client);
-  bool stop = child.rect.left < client.right || &child.control() == &table_->home;
-  stop = stop && !child.row->Has(kNoTabStop);
+  bool stop = !table_->LeftOut(*child.row) && !child.row->Has(kNoTabStop);
   if (child.kind() == ControlKind::kOption) {
     stop = stop && As<OptionButton>(child.control()).value;
   }
@@ -297,13 +305,16 @@ void ChildWindows::ShowList(ChildWindow& list) {
   const bool selects = std::exchange(list.selection_waits, false);
   if (changes.empty() && !selects) return;
 
-  list.Send(WM_SETREDRAW, FALSE);
-  for (const LineChange& change : changes) Apply(list, change);
-  if (selects) {
-    list.Send(LB_SETCURSEL, static_cast<WPARAM>(As<ListBox>(list.control()).list_index()));
+  line_tips_.Hide(list.window);
+  const bool follows = list.row->Has(kFollowsEnd) && EndInView(list);
+  {
+    const ListUpdate update(list.window);
+    for (const LineChange& change : changes) Apply(list, change);
+    if (selects) {
+      list.Send(LB_SETCURSEL, static_cast<WPARAM>(As<ListBox>(list.control()).list_index()));
+    }
+    if (follows) ScrollToEnd(list);
   }
-  list.Send(WM_SETREDRAW, TRUE);
-  InvalidateRect(list.window, nullptr, TRUE);
   for (const LineChange& change : changes) {
     if (change.change != ListChange::kCleared) {
       Widen(list, change.text);
@@ -312,6 +323,8 @@ void ChildWindows::ShowList(ChildWindow& list) {
       list.Send(LB_SETHORIZONTALEXTENT);
     }
   }
+  // The first wide line brought a scroll bar, which covers the last one.
+  if (follows) ScrollToEnd(list);
   ReportTopIndex(list);
 }
 
@@ -330,7 +343,7 @@ void ChildWindows::Widen(ChildWindow& list, const std::string& line) {
   // A scroll bar that comes with the first wide line must not cost the list its rows.
   RECT client{};
   GetClientRect(list.window, &client);
-  if (list.fitted_height != 0 && client.bottom != list.fitted_height) {
+  if (!arranging_ && list.fitted_height != 0 && client.bottom != list.fitted_height) {
     list.asked = {};
     LayOut(dpi_);
   }

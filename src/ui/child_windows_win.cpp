@@ -24,7 +24,7 @@ struct WindowStyle {
 };
 
 DWORD LabelStyle(const ControlRow& row) {
-  DWORD style = SS_LEFT | SS_NOTIFY;
+  DWORD style = SS_LEFT | SS_NOTIFY | SS_NOPREFIX;
   if (row.height <= kOneLineHeight) style |= SS_ENDELLIPSIS;
   if (row.Has(kBordered)) style |= SS_CENTERIMAGE | WS_BORDER;
   if (row.Has(kCentred)) style |= SS_CENTER;
@@ -32,7 +32,8 @@ DWORD LabelStyle(const ControlRow& row) {
 }
 
 DWORD ListStyle(const ControlRow& row) {
-  DWORD style = LBS_NOTIFY | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP;
+  DWORD style = LBS_NOTIFY | LBS_HASSTRINGS | LBS_OWNERDRAWFIXED | LBS_NOINTEGRALHEIGHT |
+                WS_VSCROLL | WS_TABSTOP;
   if (row.Has(kScrollsSideways)) style |= WS_HSCROLL;
   if (row.Has(kFitsRows)) style |= LBS_DISABLENOSCROLL;
   return style;
@@ -65,7 +66,7 @@ WindowStyle StyleOf(const ControlRow& row) {
     case ControlKind::kComboBox:
       return {WC_COMBOBOXA, ComboStyle(row), 0};
     case ControlKind::kCheckBox:
-      return {WC_BUTTONA, BS_3STATE | WS_TABSTOP, 0};
+      return {WC_BUTTONA, BS_3STATE | WS_TABSTOP | (row.Has(kWraps) ? BS_MULTILINE : 0U), 0};
     case ControlKind::kOption:
       return {WC_BUTTONA, BS_RADIOBUTTON, 0};
     case ControlKind::kFrame:
@@ -76,6 +77,10 @@ WindowStyle StyleOf(const ControlRow& row) {
   }
   assert(false);
   return {};
+}
+
+void SetStyle(HWND window, LONG_PTR added, LONG_PTR removed) {
+  SetWindowLongPtrA(window, GWL_STYLE, (GetWindowLongPtrA(window, GWL_STYLE) & ~removed) | added);
 }
 
 }  // namespace
@@ -133,7 +138,8 @@ void ChildWindows::CreateMenuBar() {
   }
   for (const MenuRow& row : table_->menu) {
     const HMENU in = row.menu == nullptr ? menu_ : opened[row.menu];
-    std::string caption = row.item.caption;
+    if (row.begins_group) AppendMenuA(in, MF_SEPARATOR, 0, nullptr);
+    std::string caption = row.Text();
     MENUITEMINFOA info{};
     info.cbSize = sizeof info;
     info.fMask = MIIM_ID | MIIM_STRING;
@@ -172,8 +178,16 @@ MenuItem* ChildWindows::FindMenuItem(int id) const {
   return nullptr;
 }
 
+MenuItem* ChildWindows::FindShortcut(int key_code, bool control) const {
+  for (const MenuRow& row : table_->menu) {
+    if (row.shortcut.key_code == key_code && row.shortcut.control == control) return &row.item;
+  }
+  return nullptr;
+}
+
 bool ChildWindows::Shown(const ChildWindow& child) const {
-  return child.control().visible && (child.frame == nullptr || child.frame->control().visible);
+  return child.control().visible && !table_->LeftOut(*child.row) &&
+         (child.frame == nullptr || child.frame->control().visible);
 }
 
 void ChildWindows::LayOut(int dpi) {
@@ -181,8 +195,11 @@ void ChildWindows::LayOut(int dpi) {
   dpi_ = dpi;
   RECT client{};
   GetClientRect(owner_, &client);
-  const auto placed =
-      ComputeLayout(*table_, dpi, static_cast<int>(client.right), static_cast<int>(client.bottom));
+  PlaceAll(static_cast<int>(client.right), static_cast<int>(client.bottom));
+}
+
+void ChildWindows::PlaceAll(int client_width, int client_height) {
+  const auto placed = ComputeLayout(*table_, dpi_, client_width, client_height);
   for (std::size_t index = 0; index < placed.size(); ++index) {
     ChildWindow& child = children_[index];
     if (child.asked != placed[index]) {
@@ -196,22 +213,51 @@ void ChildWindows::LayOut(int dpi) {
   }
 }
 
-void ChildWindows::ChangeDpi(int dpi) {
+void ChildWindows::Arrange(int dpi, int client_width, int client_height) {
   ShowLists();
-  dpi_ = dpi;
-  fonts_.Remake(dpi);
+  arranging_ = true;
   std::vector<ChildWindow*> at_end;
   for (ChildWindow& child : children_) {
-    const bool is_list = IsList(child.kind());
-    if (is_list && EndInView(child)) at_end.push_back(&child);
+    if (IsList(child.kind()) && EndInView(child)) at_end.push_back(&child);
+  }
+  // Scroll bars are painted at once, whatever one asks for, unless there is nothing to be seen.
+  std::vector<HWND> seen;
+  for (const ChildWindow& child : children_) {
+    if ((GetWindowLongPtrA(child.window, GWL_STYLE) & WS_VISIBLE) == 0) continue;
+    seen.push_back(child.window);
+    SetStyle(child.window, 0, WS_VISIBLE);
+  }
+  const bool other_fonts = dpi != dpi_;
+  dpi_ = dpi;
+  if (other_fonts) ChangeFonts();
+  const ChildWindow* focus = Find(GetFocus());
+  if (focus != nullptr && !Shown(*focus)) ::SetFocus(Find(table_->Home())->window);
+  PlaceAll(client_width, client_height);
+  for (const HWND window : seen) SetStyle(window, WS_VISIBLE, 0);
+  for (const ChildWindow& child : children_) {
+    if (child.row->frame == nullptr) MirrorVisible(child);
+  }
+  if (other_fonts) {
+    for (const ChildWindow* list : at_end) ScrollToEnd(*list);
+  }
+  arranging_ = false;
+}
+
+void ChildWindows::ChangeFonts() {
+  fonts_.Remake(dpi_);
+  for (ChildWindow& child : children_) {
     SetFont(child);
     child.asked = {};
-    if (is_list) MeasureLines(child);
+    if (IsList(child.kind())) MeasureLines(child);
   }
   fonts_.Release();
-  LayOut(dpi);
-  for (const ChildWindow* list : at_end) ScrollToEnd(*list);
-  InvalidateRect(owner_, nullptr, TRUE);
+}
+
+// `height` may be more than the control takes: that of an opened combo box.
+void ChildWindows::Move(const ChildWindow& child, int height) const {
+  const UINT quiet = arranging_ ? SWP_NOREDRAW | SWP_NOCOPYBITS : 0U;
+  SetWindowPos(child.window, nullptr, child.rect.left, child.rect.top, child.rect.width, height,
+               SWP_NOZORDER | SWP_NOACTIVATE | quiet);
 }
 
 void ChildWindows::Place(ChildWindow& child) {
@@ -224,9 +270,7 @@ void ChildWindows::Place(ChildWindow& child) {
     child.rect.top += spare / 2;
     child.rect.height -= spare;
   }
-  SetWindowPos(child.window, nullptr, child.rect.left, child.rect.top, child.rect.width,
-               child.rect.height + (is_combo ? kDropRows * line : 0),
-               SWP_NOZORDER | SWP_NOACTIVATE);
+  Move(child, child.rect.height + (is_combo ? kDropRows * line : 0));
   if (!is_combo) return;
   // A combo box is given the height with its list open; closed, it follows from its field's.
   RECT closed{};
@@ -248,8 +292,7 @@ void ChildWindows::FitList(ChildWindow& list) {
   const auto row = static_cast<int>(list.Send(LB_GETITEMHEIGHT));
   if (row != fit.row_height) fit.client_height = full_rows * row + row / 2;
   list.rect.height = fit.client_height + around;
-  SetWindowPos(list.window, nullptr, list.rect.left, list.rect.top, list.rect.width,
-               list.rect.height, SWP_NOZORDER | SWP_NOACTIVATE);
+  Move(list, list.rect.height);
   list.fitted_height = fit.client_height;
   ReportTopIndex(list);
 }
@@ -261,12 +304,13 @@ HFONT ChildWindows::FontOf(const ChildWindow& child) const {
 HBRUSH ChildWindows::ColourOf(HDC dc, HWND window) {
   const ChildWindow* child = Find(window);
   if (child == nullptr) return nullptr;
-  const Control& control = child->control();
-  const bool is_input = child->kind() == ControlKind::kTextBox || IsList(child->kind());
-  const Colour back = is_input && !control.enabled ? kButtonFace : control.back_colour;
-  SetTextColor(dc, DrawnColour(control.fore_colour));
-  SetBkColor(dc, DrawnColour(back));
-  return brushes_.Get(back);
+  TextColours colours = ColoursOf(child->control());
+  for (const Lamp& lamp : table_->lamps) {
+    if (&lamp.text == &child->control() && !lamp.lit()) colours.text = kGreyText;
+  }
+  SetTextColor(dc, DrawnColour(colours.text));
+  SetBkColor(dc, DrawnColour(colours.ground));
+  return brushes_.Get(colours.ground);
 }
 
 bool ChildWindows::Draw(const DRAWITEMSTRUCT& item) {
@@ -274,6 +318,8 @@ bool ChildWindows::Draw(const DRAWITEMSTRUCT& item) {
   if (child == nullptr) return false;
   if (child->kind() == ControlKind::kButton) {
     DrawButton(item, As<Button>(child->control()), FontOf(*child), brushes_);
+  } else if (child->kind() == ControlKind::kListBox) {
+    DrawLine(item, child->control(), FontOf(*child), dpi_, brushes_);
   } else if (child->kind() == ControlKind::kShape) {
     DrawShape(item, As<Shape>(child->control()), dpi_, brushes_);
   } else if (child->kind() == ControlKind::kCheckList) {

@@ -10,6 +10,7 @@
 
 #include "ui/drawing_win.h"
 #include "ui/layout.h"
+#include "ui/line_tips_win.h"
 #include "ui/tool_tips_win.h"
 
 namespace corvane {
@@ -56,6 +57,8 @@ class ChildWindows {
   [[nodiscard]] ChildWindow* FindNumber(int id);
   // The menu item with this command id, or nullptr.
   [[nodiscard]] MenuItem* FindMenuItem(int id) const;
+  // The one that this key stands for, or nullptr.
+  [[nodiscard]] MenuItem* FindShortcut(int key_code, bool control) const;
   [[nodiscard]] std::vector<ChildWindow>& all() { return children_; }
 
   // Brings the window (or menu item) of `control` to the state of `field`.
@@ -68,12 +71,17 @@ class ChildWindows {
   // True while a text is being mirrored into a box, whose notifications are then no user's.
   [[nodiscard]] bool mirroring_text() const { return mirroring_text_; }
 
+  [[nodiscard]] LineTips& line_tips() { return line_tips_; }
+
   // Places everything for the owner's present client area.
   void LayOut(int dpi);
-  // As LayOut, with fonts for another resolution.
-  void ChangeDpi(int dpi);
+  // Places everything for a client area that the owner is going to have, and shows what is to be
+  // seen, with fonts for another resolution if it is one. Nothing of it is painted: that is the
+  // owner's part, when it has its size.
+  void Arrange(int dpi, int client_width, int client_height);
 
-  // True when the control and its frame are shown.
+  // True when the control and its frame are shown, and are no part that a compact window leaves
+  // out.
   [[nodiscard]] bool Shown(const ChildWindow& child) const;
 
   // Answers WM_CTLCOLOR*: sets the colours of `dc` and gives the brush, nullptr for a stranger.
@@ -100,7 +108,10 @@ class ChildWindows {
   void SetFont(const ChildWindow& child);
   void SetTabStop(const ChildWindow& child);
   void UpdateDisabledTip(const ChildWindow& child);
+  void ChangeFonts();
+  void PlaceAll(int client_width, int client_height);
   void Place(ChildWindow& child);
+  void Move(const ChildWindow& child, int height) const;
   void FitList(ChildWindow& list);
 
   HWND owner_ = nullptr;
@@ -114,6 +125,8 @@ class ChildWindows {
   FontSet fonts_;
   BrushCache brushes_;
   ToolTips tips_;
+  LineTips line_tips_{tips_};
+  bool arranging_ = false;
 };
 
 // Reads back where a list is scrolled to; to be called after everything that can scroll it.

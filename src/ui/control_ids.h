@@ -32,6 +32,8 @@ enum class ControlId : int {
   lblManualD_Release = 1027,
   ShapeBusy_state = 1028,
   lstCallLog = 1030,
+  lblLastSeenCaption = 1031,
+  lblCountdownCaption = 1032,
   cmdSettingTab_0 = 1040,
   cmdSettingTab_1 = 1041,
   cmdSettingTab_2 = 1042,
@@ -79,6 +81,10 @@ enum class ControlId : int {
   mnuGSSIEditor = 1121,
   mnuCompactMode = 1122,
   mnuMCClabel = 1123,
+  mnuEditShown = 1124,
+  mnuEndCall = 1125,
+  mnuParkOnCC = 1126,
+  mnuCapturePosition = 1127,
 
   // The G/SSI editor.
   cboCountry = 1201,

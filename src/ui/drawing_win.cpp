@@ -2,24 +2,16 @@
 #include "ui/drawing_win.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+
+#include "ui/list_update_win.h"
 
 namespace corvane {
 
 namespace {
 
-constexpr Colour kSystemColourBit = 0x80000000;
 constexpr Colour kButtonShadow = 0x80000010;
-
-// A mixture: `weight` hundredths of `one`, the rest of `other`.
-COLORREF Mix(COLORREF one, COLORREF other, int weight) {
-  const auto channel = [&](int shift) {
-    const int first = static_cast<int>((one >> shift) & 0xFF);
-    const int second = static_cast<int>((other >> shift) & 0xFF);
-    return static_cast<COLORREF>((first * weight + second * (100 - weight)) / 100) << shift;
-  };
-  return channel(0) | channel(8) | channel(16);
-}
 
 // Selects an object for the life of this one.
 class Selected {
@@ -34,6 +26,23 @@ class Selected {
   HGDIOBJ before_;
 };
 
+HFONT MakeFont(const char* face, int pixels, bool bold) {
+  return CreateFontA(-pixels, 0, 0, 0, bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE,
+                     DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                     DEFAULT_PITCH | FF_SWISS, face);
+}
+
+// False when the system draws the font with another face.
+bool HasFace(HFONT font, const char* face) {
+  const HDC screen = GetDC(nullptr);
+  const HGDIOBJ before = SelectObject(screen, font);
+  std::array<char, LF_FACESIZE> drawn{};
+  GetTextFaceA(screen, static_cast<int>(drawn.size()), drawn.data());
+  SelectObject(screen, before);
+  ReleaseDC(nullptr, screen);
+  return lstrcmpiA(drawn.data(), face) == 0;
+}
+
 }  // namespace
 
 FontSet::~FontSet() {
@@ -45,12 +54,16 @@ FontSet::~FontSet() {
 void FontSet::Remake(int dpi) {
   Release();
   replaced_.swap(fonts_);
-  for (FontKind kind : {FontKind::kText, FontKind::kLog, FontKind::kGroup, FontKind::kTab}) {
+  for (FontKind kind :
+       {FontKind::kText, FontKind::kLog, FontKind::kLabel, FontKind::kGroup, FontKind::kTab}) {
+    const int pixels = FontPixels(kind, dpi);
     for (bool bold : {false, true}) {
-      fonts_[{kind, bold}] =
-          CreateFontA(-FontPixels(kind, dpi), 0, 0, 0, bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE,
-                      FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                      DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, FontOf(kind).face);
+      HFONT font = MakeFont(FontOf(kind, dpi).face, pixels, bold);
+      if (!HasFace(font, FontOf(kind, dpi).face)) {
+        DeleteObject(font);
+        font = MakeFont(FontOf(FontKind::kText).face, pixels, bold);
+      }
+      fonts_[{kind, bold}] = font;
     }
   }
 }
@@ -75,9 +88,22 @@ int FontSet::LineHeight(FontKind kind) const {
   return static_cast<int>(metrics.tmHeight);
 }
 
+Theme CurrentTheme() {
+  HIGHCONTRASTA contrast{};
+  contrast.cbSize = sizeof contrast;
+  const bool known = SystemParametersInfoA(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0);
+  return {known && (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0,
+          [](int number) { return static_cast<std::uint32_t>(GetSysColor(number)); }};
+}
+
 COLORREF DrawnColour(Colour colour) {
-  if ((colour & kSystemColourBit) == 0) return colour & 0x00FFFFFF;
-  return GetSysColor(static_cast<int>(colour & 0xFF));
+  return CurrentTheme().Drawn(colour);
+}
+
+TextColours ColoursOf(const Control& control) {
+  const bool is_input = control.kind() == ControlKind::kTextBox || IsList(control.kind());
+  if (is_input && !control.enabled) return {kGreyText, kButtonFace};
+  return Legible({control.fore_colour, control.back_colour}, CurrentTheme());
 }
 
 BrushCache::~BrushCache() {
@@ -95,26 +121,28 @@ void DrawButton(const DRAWITEMSTRUCT& item, const Button& button, HFONT font, Br
   RECT rect = item.rcItem;
   const bool disabled = (item.itemState & ODS_DISABLED) != 0;
   const bool pressed = (item.itemState & ODS_SELECTED) != 0;
-  const COLORREF face = DrawnColour(button.back_colour);
+  const TextColours colours = ColoursOf(button);
   const COLORREF shadow = DrawnColour(kButtonShadow);
-
-  // Lighter than the window where the colour is the window's own, so that it reads as a button.
-  COLORREF fill = face;
-  if (button.back_colour == kButtonFace) fill = Mix(face, RGB(255, 255, 255), 55);
-  if (disabled) fill = face;
+  COLORREF fill = DrawnColour(colours.ground);
+  FrameRect(dc, &rect, brushes.Get(disabled ? Mix(shadow, fill, 50) : shadow));
+  InflateRect(&rect, -1, -1);
+  // A colour that the theme does not allow becomes a thicker frame.
+  if (colours.ground != button.back_colour) {
+    FrameRect(dc, &rect, brushes.Get(DrawnColour(colours.text)));
+    InflateRect(&rect, -1, -1);
+  }
   if (pressed) fill = Mix(fill, shadow, 70);
   FillRect(dc, &rect, brushes.Get(fill));
-  FrameRect(dc, &rect, brushes.Get(disabled ? Mix(shadow, face, 50) : shadow));
 
   const Selected with_font(dc, font);
   SetBkMode(dc, TRANSPARENT);
-  SetTextColor(dc, disabled ? GetSysColor(COLOR_GRAYTEXT) : DrawnColour(button.fore_colour));
+  SetTextColor(dc, DrawnColour(disabled ? kGreyText : colours.text));
   RECT text = rect;
   if (pressed) OffsetRect(&text, 1, 1);
   DrawTextA(dc, button.caption.get().c_str(), -1, &text,
             DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
   if ((item.itemState & ODS_FOCUS) != 0 && (item.itemState & ODS_NOFOCUSRECT) == 0) {
-    InflateRect(&rect, -3, -3);
+    InflateRect(&rect, -2, -2);
     SetTextColor(dc, 0);
     SetBkColor(dc, RGB(255, 255, 255));
     DrawFocusRect(dc, &rect);
@@ -123,8 +151,6 @@ void DrawButton(const DRAWITEMSTRUCT& item, const Button& button, HFONT font, Br
 
 namespace {
 
-constexpr Colour kHighlight = 0x8000000D;
-constexpr Colour kHighlightText = 0x8000000E;
 constexpr int kTickBox = 13 * kTwipsPerPixel;
 constexpr int kTickMargin = 3 * kTwipsPerPixel;
 
@@ -212,6 +238,53 @@ void DrawShape(const DRAWITEMSTRUCT& item, const Shape& shape, int dpi, BrushCac
     Ellipse(item.hDC, rect.left, rect.top, rect.right, rect.bottom);
   }
   DeleteObject(pen);
+  if (shape.border_width <= 1) return;
+  InflateRect(&rect, -width, -width);
+  const HPEN line =
+      CreatePen(PS_INSIDEFRAME, std::max(1, dpi / kDesignDpi), DrawnColour(kWindowText));
+  {
+    const Selected with_pen(item.hDC, line);
+    const Selected with_no_brush(item.hDC, GetStockObject(NULL_BRUSH));
+    Ellipse(item.hDC, rect.left, rect.top, rect.right, rect.bottom);
+  }
+  DeleteObject(line);
+}
+
+void DrawLine(const DRAWITEMSTRUCT& item, const Control& list, HFONT font, int dpi,
+              BrushCache& brushes) {
+  const HDC dc = item.hDC;
+  // The row ends where the window does, however far it is scrolled to the side.
+  RECT row = item.rcItem;
+  RECT clip{};
+  if (GetClipBox(dc, &clip) != ERROR) row.right = std::max(row.right, clip.right);
+  TextColours colours = ColoursOf(list);
+  const bool exists = item.itemID != static_cast<UINT>(-1);
+  const bool selected = exists && (item.itemState & ODS_SELECTED) != 0;
+  const Theme theme = CurrentTheme();
+  if (selected && theme.high_contrast) colours = {kHighlightText, kHighlight};
+  COLORREF ground = theme.Drawn(colours.ground);
+  if (selected && !theme.high_contrast) ground = Mix(theme.Drawn(kHighlight), ground, 14);
+
+  const std::string text =
+      exists ? LineText(item.hwndItem, static_cast<int>(item.itemID)) : std::string{};
+  const Selected with_font(dc, font);
+  SetTextColor(dc, theme.Drawn(colours.text));
+  SetBkColor(dc, ground);
+  TEXTMETRICA metrics{};
+  GetTextMetricsA(dc, &metrics);
+  const int top = static_cast<int>(row.top + (row.bottom - row.top - metrics.tmHeight) / 2);
+  ExtTextOutA(dc, static_cast<int>(row.left) + kLineMargin, top, ETO_OPAQUE | ETO_CLIPPED, &row,
+              text.data(), static_cast<UINT>(text.size()), nullptr);
+  if (selected && !theme.high_contrast) {
+    RECT bar = row;
+    bar.right = bar.left + std::max(1, dpi / kDesignDpi);
+    FillRect(dc, &bar, brushes.Get(theme.Drawn(kHighlight)));
+  }
+  if ((item.itemState & ODS_FOCUS) != 0 && (item.itemState & ODS_NOFOCUSRECT) == 0) {
+    SetTextColor(dc, 0);
+    SetBkColor(dc, RGB(255, 255, 255));
+    DrawFocusRect(dc, &row);
+  }
 }
 
 void PaintFrame(HWND window, const Frame& frame, HFONT font, int dpi, BrushCache& brushes) {

@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -13,6 +14,7 @@ namespace {
 constexpr DWORD kStyle = WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 constexpr WORD kIconResource = 1;
 constexpr int kLongestListDelayMs = 50;
+constexpr UINT kArrange = WM_APP + 1;
 
 PixelRect FromRect(const RECT& rect) {
   return {static_cast<int>(rect.left), static_cast<int>(rect.top),
@@ -87,7 +89,7 @@ void FormWindow::Show() {
   ShowWindow(window_, SW_SHOWNORMAL);
   ShowWindow(window_, SW_SHOWNORMAL);
   NotePosition();
-  FocusWanted(table_->home);
+  FocusWanted(table_->Home());
   UpdateWindow(window_);
 }
 
@@ -130,14 +132,12 @@ void FormWindow::Idle(bool at_rest) {
   children_.ShowLists();
 }
 
-void FormWindow::SimulateDpi(int dpi) {
-  dpi_ = dpi;
-  Place();
-  children_.ChangeDpi(dpi);
-}
-
 void FormWindow::Changed(const Control& control, Field field) {
   if (window_ == nullptr) return;
+  const bool turns_compact = &control == table_->compact && field == Field::kChecked;
+  const bool is_place = field == Field::kBounds || field == Field::kVisible;
+  if (turns_compact) ArrangeLater();
+  if (is_place && arrange_waits_) return;
   if (&control != &table_->window) {
     children_.Mirror(control, field);
   } else if (field == Field::kCaption) {
@@ -145,6 +145,31 @@ void FormWindow::Changed(const Control& control, Field field) {
   } else if (field == Field::kBounds) {
     Place();
   }
+}
+
+// Compact or not changes the window's size, what is seen of it and where it stands, one after the
+// other: they are shown together, before anything is painted.
+void FormWindow::ArrangeLater() {
+  if (!std::exchange(arrange_waits_, true)) PostMessageA(window_, kArrange, 0, 0);
+}
+
+void FormWindow::Arrange(int dpi, POINT corner) {
+  arrange_waits_ = false;
+  arranging_ = true;
+  dpi_ = dpi;
+  const SIZE size = OuterSize(dpi);
+  const bool moves = shown_ && !IsIconic(window_);
+  RECT client{corner.x, corner.y, corner.x + size.cx, corner.y + size.cy};
+  SendMessageA(window_, WM_NCCALCSIZE, FALSE, reinterpret_cast<LPARAM>(&client));
+  children_.Arrange(dpi, static_cast<int>(client.right - client.left),
+                    static_cast<int>(client.bottom - client.top));
+  SetWindowPos(
+      window_, nullptr, corner.x, corner.y, size.cx, size.cy,
+      SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW | SWP_NOCOPYBITS | (moves ? 0U : SWP_NOMOVE));
+  children_.LayOut(dpi);  // in case the menu bar takes another height now
+  arranging_ = false;
+  RedrawWindow(window_, nullptr, nullptr,
+               RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
 void FormWindow::ListChanged(ListBox& list, ListChange change, std::size_t index) {
@@ -196,7 +221,7 @@ void FormWindow::HandleActivation(bool active) {
     if (focus != nullptr && IsChild(window_, focus)) focus_ = focus;
   } else if (!IsIconic(window_)) {
     const bool usable = focus_ != nullptr && IsWindowVisible(focus_) && IsWindowEnabled(focus_);
-    const ChildWindow* home = children_.Find(table_->home);
+    const ChildWindow* home = children_.Find(table_->Home());
     if (usable) {
       ::SetFocus(focus_);
     } else if (home != nullptr) {
@@ -206,11 +231,7 @@ void FormWindow::HandleActivation(bool active) {
 }
 
 LRESULT FormWindow::HandleDpiChange(int dpi, const RECT& suggested) {
-  dpi_ = dpi;
-  const SIZE size = OuterSize(dpi);
-  SetWindowPos(window_, nullptr, suggested.left, suggested.top, size.cx, size.cy,
-               SWP_NOZORDER | SWP_NOACTIVATE);
-  children_.ChangeDpi(dpi_);
+  Arrange(dpi, {suggested.left, suggested.top});
   return 0;
 }
 
@@ -241,8 +262,20 @@ LRESULT FormWindow::Handle(UINT message, WPARAM w_param, LPARAM l_param) {
       if (shown_) NotePosition();
       break;  // the default sends WM_SIZE
     case WM_SIZE:
-      if (w_param != SIZE_MINIMIZED && !children_.all().empty()) children_.LayOut(dpi_);
+      if (w_param != SIZE_MINIMIZED && !arranging_ && !children_.all().empty()) {
+        children_.LayOut(dpi_);
+      }
       return 0;
+    case WM_MOUSEMOVE:
+      events_.NotePointer(window_, l_param);
+      return 0;
+    case kArrange: {
+      const Window::Bounds& bounds = table_->window.bounds;
+      if (arrange_waits_) {
+        Arrange(dpi_, {bounds.left / kTwipsPerPixel, bounds.top / kTwipsPerPixel});
+      }
+      return 0;
+    }
     case WM_GETDPISCALEDSIZE:
       *reinterpret_cast<SIZE*>(l_param) = OuterSize(static_cast<int>(w_param));
       return TRUE;
@@ -250,6 +283,7 @@ LRESULT FormWindow::Handle(UINT message, WPARAM w_param, LPARAM l_param) {
       return HandleDpiChange(HIWORD(w_param), *reinterpret_cast<const RECT*>(l_param));
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE:
       RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
       break;
     case WM_CLOSE:

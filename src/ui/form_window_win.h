@@ -39,9 +39,6 @@ class FormWindow : public ControlSink, private LoopWin::Hook {
 
   // nullptr before Create and after Destroy.
   [[nodiscard]] HWND handle() const { return window_; }
-  // Lays the controls out as on a screen of `dpi`, for a client area of that scale. For tests of
-  // screens that are not there.
-  void SimulateDpi(int dpi);
 
   void Changed(const Control& control, Field field) override;
   void ListChanged(ListBox& list, ListChange change, std::size_t index) override;
@@ -62,6 +59,8 @@ class FormWindow : public ControlSink, private LoopWin::Hook {
   [[nodiscard]] SIZE OuterSize(int dpi) const;
   void NotePosition();
   void Place();
+  void ArrangeLater();
+  void Arrange(int dpi, POINT corner);
 
   LoopWin& loop_;
   HWND window_ = nullptr;
@@ -69,6 +68,8 @@ class FormWindow : public ControlSink, private LoopWin::Hook {
   std::optional<WindowTable> table_;
   int dpi_ = kDesignDpi;
   bool shown_ = false;
+  bool arrange_waits_ = false;
+  bool arranging_ = false;
   std::optional<std::int64_t> lists_wait_since_ms_;
   ChildWindows children_;
   ChildEvents events_;

@@ -80,15 +80,6 @@ TwipRect PlaceOf(const ControlRow& row, const ControlRow* frame) {
   return rect;
 }
 
-const ControlRow* FrameOf(const ControlRow& row, const WindowTable& table) {
-  if (row.frame == nullptr) return nullptr;
-  const auto found =
-      std::find_if(table.controls.begin(), table.controls.end(),
-                   [&](const ControlRow& other) { return &other.control == row.frame; });
-  assert(found != table.controls.end());
-  return &*found;
-}
-
 long long SquaredDistance(const PixelRect& one, const PixelRect& other) {
   const long long x = (one.left + one.right()) / 2 - (other.left + other.right()) / 2;
   const long long y = (one.top + one.bottom()) / 2 - (other.top + other.bottom()) / 2;
@@ -103,15 +94,16 @@ bool TitleReachable(const PixelRect& window, const PixelRect& screen) {
 
 }  // namespace
 
-FontSpec FontOf(FontKind kind) {
+FontSpec FontOf(FontKind kind, int dpi) {
   switch (kind) {
-    case FontKind::kLog:
-      return {"Tahoma", 36};
+    case FontKind::kLabel:
+      return {"Tahoma", 40};
     case FontKind::kGroup:
-      return {"Tahoma", 44};
+      return {"Tahoma", 56};
     case FontKind::kTab:
-      return {"MS Sans Serif", 33};
+      return {dpi == kDesignDpi ? "MS Sans Serif" : "Microsoft Sans Serif", 33};
     case FontKind::kText:
+    case FontKind::kLog:
       break;
   }
   return {"Tahoma", 33};
@@ -135,6 +127,25 @@ ControlRow Row(ControlId id, Control& control, const Frame* frame, int left, int
           traits};
 }
 
+std::string MenuRow::Text() const {
+  const std::string& caption = item.caption;
+  return shortcut.key_code == 0 ? caption : caption + "\t" + shortcut.text;
+}
+
+const ControlRow* WindowTable::FrameOf(const ControlRow& row) const {
+  if (row.frame == nullptr) return nullptr;
+  const auto found = std::find_if(controls.begin(), controls.end(), [&](const ControlRow& other) {
+    return &other.control == row.frame;
+  });
+  assert(found != controls.end());
+  return &*found;
+}
+
+bool WindowTable::LeftOut(const ControlRow& row) const {
+  const ControlRow* frame = FrameOf(row);
+  return IsCompact() && !(frame != nullptr ? *frame : row).Has(kInCompact);
+}
+
 std::vector<Control*> WindowTable::AllControls() const {
   std::vector<Control*> all;
   for (const ControlRow& row : controls) all.push_back(&row.control);
@@ -152,7 +163,7 @@ std::vector<PixelRect> ComputeLayout(const WindowTable& table, int dpi, int clie
                                      int client_height) {
   std::vector<PixelRect> placed;
   for (const ControlRow& row : table.controls) {
-    const ControlRow* frame = FrameOf(row, table);
+    const ControlRow* frame = table.FrameOf(row);
     PixelRect pixels = Scale(PlaceOf(row, frame), dpi);
     const bool in_compact = (frame != nullptr ? *frame : row).Has(kInCompact);
     const Extra extra = ExtraSpace(table, in_compact, dpi, client_width, client_height);

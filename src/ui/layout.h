@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "panel/controls.h"
@@ -17,15 +18,17 @@ inline constexpr int kTwipsPerPixel = kTwipsPerInch / kDesignDpi;
 
 enum class FontKind {
   kText,   // Tahoma 8.25
-  kLog,    // Tahoma 9
-  kGroup,  // Tahoma 11
+  kLog,    // Tahoma 8.25
+  kLabel,  // Tahoma 10: what a number on the air is called
+  kGroup,  // Tahoma 14: who is on the air
   kTab,    // MS Sans Serif 8.25
 };
 struct FontSpec {
   const char* face;
   int quarter_points;
 };
-[[nodiscard]] FontSpec FontOf(FontKind kind);
+// MS Sans Serif is made of dots for one resolution: at others its outline form takes its place.
+[[nodiscard]] FontSpec FontOf(FontKind kind, int dpi = kDesignDpi);
 // The character height to ask for, in pixels, as a positive number.
 [[nodiscard]] int FontPixels(FontKind kind, int dpi);
 
@@ -45,6 +48,10 @@ enum Trait : unsigned {
   kScrollsSideways = 1U << 10,  // list: as far as its widest line
   kFitsRows = 1U << 11,         // list: its full rows and a part of the next, bars always there
   kNoTabStop = 1U << 12,        // the tab key passes it by
+  kFollowsEnd = 1U << 13,       // list: at its end it stays there when lines come
+  kTipsCutLines = 1U << 14,     // list: a line that is cut off shows whole under the pointer
+  kActsOnEnter = 1U << 15,      // list: Enter is a click and a double click on the selected line
+  kWraps = 1U << 16,            // check box: its text in two lines
 };
 
 // One control of a window, a child window of it.
@@ -66,11 +73,32 @@ struct ControlRow {
 [[nodiscard]] ControlRow Row(ControlId id, Control& control, const Frame* frame, int left, int top,
                              int width, int height, unsigned traits = kPlain,
                              FontKind font = FontKind::kText);
+inline constexpr int kF2Code = 113;
+
+// A key that stands for a menu item, anywhere in its window.
+struct Shortcut {
+  int key_code = 0;  // 0: none
+  bool control = false;
+  const char* text = "";  // as the menu shows it
+};
 
 struct MenuRow {
   ControlId id;
   MenuItem& item;
   const MenuItem* menu;  // the item that opens the menu it stands in; nullptr: in the menu bar
+  Shortcut shortcut{};
+  bool begins_group = false;  // a line above it
+
+  // Its caption and, at the right, its key.
+  [[nodiscard]] std::string Text() const;
+};
+
+// A text that is grey until the shape beside it has another colour than the window.
+struct Lamp {
+  const Control& text;
+  const Shape& shape;
+
+  [[nodiscard]] bool lit() const { return shape.fill_colour != kButtonFace; }
 };
 
 // Everything about the controls of one window, from which the rest follows: what is made, in which
@@ -90,14 +118,21 @@ struct WindowTable {
   // The window is compact while the item is checked; nullptr: never.
   const MenuItem* compact;
   int compact_client_height;
-  // Takes the keyboard when what has it cannot keep it.
+  // Takes the keyboard when what has it cannot keep it; the other one in a compact window.
   Control& home;
+  Control* compact_home = nullptr;
+  std::vector<Lamp> lamps{};
   // In the order of the tab key; last the frames, which lie behind what stands in them.
   std::vector<ControlRow> controls;
   // From left to right; what opens a menu before what is in it.
   std::vector<MenuRow> menu;
 
   [[nodiscard]] bool IsCompact() const { return compact != nullptr && compact->checked; }
+  [[nodiscard]] Control& Home() const { return IsCompact() ? *compact_home : home; }
+  // True for what a compact window leaves out, while it is compact.
+  [[nodiscard]] bool LeftOut(const ControlRow& row) const;
+  // The row of the frame that `row` stands in; nullptr: on the window.
+  [[nodiscard]] const ControlRow* FrameOf(const ControlRow& row) const;
   // Controls and menu items together.
   [[nodiscard]] std::vector<Control*> AllControls() const;
 };

@@ -77,14 +77,16 @@ void MainForm::ClickMenuItem(const Control& item) {
     form_.mnuCompactMode.checked = !form_.mnuCompactMode.checked;
     ApplyCompactMode();
   }
+  if (&item == &form_.mnuEditShown) QuickEditShown(form_, hand_over_, actions_);
+  if (&item == &form_.mnuEndCall) actions_.ManualRelease();
+  if (&item == &form_.mnuParkOnCC) actions_.ParkOnControlChannel();
+  if (&item == &form_.mnuCapturePosition) actions_.CaptureSdrPosition();
 }
 
 void MainForm::DoubleClick(Control& control) {
   if (!Accepts(control)) return;
   if (&control == &form_.lstCallLog) ShowEditorFromCallLog(form_, hand_over_, actions_);
-  if (&control == &form_.lstRecOnlyGSSI && form_.lstRecOnlyGSSI.list_index() >= 0) {
-    actions_.RemoveRecOnlyGssi();
-  }
+  if (&control == &form_.lstRecOnlyGSSI) RemoveSelectedRecOnly();
   if (&control == &form_.lblChangeToCcFrequency) actions_.ParkOnControlChannel();
   if (&control == &form_.lblPositionSdrSharpCC) actions_.CaptureSdrPosition();
 }
@@ -108,11 +110,23 @@ bool MainForm::KeyPress(Control& control, int code) {
 }
 
 void MainForm::KeyUp(Control& control, int key_code) {
-  if (!Accepts(control) || key_code != kSpaceBarCode) return;
-  if (&control == &form_.lstCallLog || &control == &form_.lstCurrentSSI_Users ||
-      &control == &form_.lstStatusLog) {
-    actions_.ToggleGroupHold();
+  if (!Accepts(control)) return;
+  if (&control == &form_.lstRecOnlyGSSI && key_code == kDeleteCode) RemoveSelectedRecOnly();
+  if (&control != &form_.lstCallLog && &control != &form_.lstCurrentSSI_Users &&
+      &control != &form_.lstStatusLog) {
+    return;
   }
+  if (key_code == kSpaceBarCode) actions_.ToggleGroupHold();
+  if (key_code != kContextMenuCode) return;
+  if (&control == &form_.lstCurrentSSI_Users && form_.lstCurrentSSI_Users.list_index() >= 0) {
+    QuickEditListed(form_, hand_over_, actions_);
+  } else {
+    QuickEditShown(form_, hand_over_, actions_);
+  }
+}
+
+void MainForm::RemoveSelectedRecOnly() {
+  if (form_.lstRecOnlyGSSI.list_index() >= 0) actions_.RemoveRecOnlyGssi();
 }
 
 void MainForm::LostFocus(Control& control) {
@@ -170,7 +184,7 @@ void MainForm::MouseUp(Control& control, int button, int) {
 void MainForm::MouseMove(Control& control, bool form_is_foreground) {
   if (!Accepts(control) || !form_is_foreground) return;
   if (&control == &form_.fraCallDetails || &control == &form_.lstCallLog) {
-    SetFocus(form_, form_.lstCallLog);
+    SetFocus(form_, HomeOf(form_));
   }
 }
 

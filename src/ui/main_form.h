@@ -64,6 +64,7 @@ class MainForm final : public UserEvents {
   void TickBox(CheckBox& box);
   void ChooseOption(OptionButton& option);
   void StartClicked();
+  void RemoveSelectedRecOnly();
   void ApplyBaseFrequency();
   void ApplyOffset();
   [[nodiscard]] bool IsPresetBox(const Control& control) const;

@@ -3,6 +3,8 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
@@ -26,6 +28,25 @@ TTTOOLINFOA RectTool(HWND owner, int id) {
   return tool;
 }
 
+// The one that is put where it is wanted.
+constexpr UINT_PTR kPlacedId = 1;
+
+TTTOOLINFOA PlacedTool(HWND owner) {
+  TTTOOLINFOA tool{};
+  tool.cbSize = sizeof tool;
+  tool.uFlags = TTF_TRACK | TTF_ABSOLUTE | TTF_TRANSPARENT;
+  tool.hwnd = owner;
+  tool.uId = kPlacedId;
+  return tool;
+}
+
+RECT ScreenOf(const RECT& place) {
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  GetMonitorInfoA(MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST), &info);
+  return info.rcWork;
+}
+
 void Send(HWND tips, UINT message, TTTOOLINFOA& tool) {
   SendMessageA(tips, message, 0, reinterpret_cast<LPARAM>(&tool));
 }
@@ -38,6 +59,11 @@ void ToolTips::Create(HWND owner) {
                           WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
                           CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, GetModuleHandleA(nullptr),
                           nullptr);
+  if (tips_ == nullptr) return;
+  char nothing[] = "";
+  TTTOOLINFOA placed = PlacedTool(owner);
+  placed.lpszText = nothing;
+  Send(tips_, TTM_ADDTOOLA, placed);
 }
 
 void ToolTips::Add(HWND control, int id) {
@@ -60,6 +86,32 @@ void ToolTips::SetText(HWND control, int id, const std::string& text) {
   TTTOOLINFOA rect = RectTool(owner_, id);
   rect.lpszText = copy.data();
   Send(tips_, TTM_UPDATETIPTEXTA, rect);
+}
+
+void ToolTips::ShowPlaced(const std::string& text, const RECT& place) {
+  if (tips_ == nullptr) return;
+  std::string copy = text;
+  TTTOOLINFOA tool = PlacedTool(owner_);
+  tool.lpszText = copy.data();
+  const RECT screen = ScreenOf(place);
+  // With a width to keep to, a text that is wider than the screen takes several lines.
+  SendMessageA(tips_, TTM_SETMAXTIPWIDTH, 0, screen.right - screen.left);
+  Send(tips_, TTM_UPDATETIPTEXTA, tool);
+  RECT outer = place;
+  SendMessageA(tips_, TTM_ADJUSTRECT, TRUE, reinterpret_cast<LPARAM>(&outer));
+  const auto size = static_cast<LPARAM>(
+      SendMessageA(tips_, TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&tool)));
+  const int left = std::max(
+      static_cast<int>(screen.left),
+      std::min(static_cast<int>(outer.left), static_cast<int>(screen.right) - LOWORD(size)));
+  SendMessageA(tips_, TTM_TRACKPOSITION, 0, MAKELPARAM(left, outer.top));
+  SendMessageA(tips_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
+}
+
+void ToolTips::HidePlaced() {
+  if (tips_ == nullptr) return;
+  TTTOOLINFOA tool = PlacedTool(owner_);
+  SendMessageA(tips_, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&tool));
 }
 
 void ToolTips::SetDisabledRect(int id, const PixelRect& rect) {

@@ -1,4 +1,5 @@
-// Tool tips of one window's controls, shown for disabled controls too.
+// Tool tips of one window's controls, shown for disabled controls too, and one that is put where it
+// is wanted.
 #pragma once
 
 #include <windows.h>
@@ -20,6 +21,10 @@ class ToolTips {
   // The mouse over a disabled control is the owner's: the tip is tied to a rectangle of the owner
   // then. An empty rectangle while the control is enabled or hidden.
   void SetDisabledRect(int id, const PixelRect& rect);
+  // Shows a tip whose text covers `place` on the screen, as far as the screen goes; the mouse goes
+  // through it.
+  void ShowPlaced(const std::string& text, const RECT& place);
+  void HidePlaced();
   // Forgets everything; the tips end with their owner.
   void Clear() { owner_ = tips_ = nullptr; }
 

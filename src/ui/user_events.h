@@ -19,6 +19,8 @@ inline constexpr int kDownArrowCode = 40;
 inline constexpr int kBackspaceCode = 8;
 inline constexpr int kEnterCode = 13;
 inline constexpr int kSpaceBarCode = 32;
+inline constexpr int kDeleteCode = 46;
+inline constexpr int kContextMenuCode = 93;  // also reported for Shift+F10
 
 // Each method first brings the state to what the user sees, then runs the handler, which may let
 // events run.

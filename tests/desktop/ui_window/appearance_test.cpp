@@ -11,7 +11,9 @@ namespace {
 
 using enum ControlId;
 
-constexpr int kResolutions[] = {96, 120, 144, 192};
+constexpr int kResolutions[] = {96, 120, 144, 168, 192};
+
+constexpr char kLongestPanelState[] = "NOT Visible - Is TETRA Demodulator panel expanded?";
 
 // The widest texts that the program puts into labels which start out empty.
 const std::map<ControlId, std::string> kWidestTexts = {
@@ -75,6 +77,15 @@ TEST_F(WindowTest, FontsAreTahomaAndOnTheTabsMsSansSerif) {
   }
 }
 
+TEST_F(WindowTest, NoFontIsMadeOfEnlargedDots) {
+  for (const int dpi : {120, 144, 168, 192}) {
+    ChangeDpi(dpi);
+    for (const ControlRow& row : MainWindowTable(form_).controls) {
+      EXPECT_TRUE(HasOutlineFont(Child(row.id))) << row.control.name() << " at " << dpi;
+    }
+  }
+}
+
 TEST_F(WindowTest, NormalAndCompactHaveTheirSizesAndGoBackExactly) {
   std::map<int, PixelRect> before;
   for (const int id : ChildIds(main())) {
@@ -86,7 +97,7 @@ TEST_F(WindowTest, NormalAndCompactHaveTheirSizesAndGoBackExactly) {
   EXPECT_EQ(RectIn(main(), Child(fraCallDetails)).top, 112);
   EXPECT_TRUE(IsShown(Child(lstStatusLog)));
 
-  main_form_.Click(form_.mnuCompactMode);
+  ClickCompact();
   EXPECT_EQ(OuterRect(main()).width, 246);
   EXPECT_EQ(OuterRect(main()).height, 296);
   EXPECT_EQ(RectIn(main(), Child(fraCallDetails)).left, 8);
@@ -96,7 +107,7 @@ TEST_F(WindowTest, NormalAndCompactHaveTheirSizesAndGoBackExactly) {
   EXPECT_FALSE(IsShown(Child(lstStatusLog)));
   EXPECT_FALSE(IsShown(Child(cmdStartAll)));
 
-  main_form_.Click(form_.mnuCompactMode);
+  ClickCompact();
   EXPECT_EQ(TextOf(main()), "Corvane v0.99.6s");
   for (const auto& [id, rect] : before) {
     EXPECT_EQ(RectIn(main(), Child(static_cast<ControlId>(id))), rect) << id;
@@ -105,8 +116,8 @@ TEST_F(WindowTest, NormalAndCompactHaveTheirSizesAndGoBackExactly) {
 
 TEST_F(WindowTest, CompactModePassesThroughNoWrongSize) {
   const std::vector<PixelRect> places = PlacesDuring(main(), [this] {
-    main_form_.Click(form_.mnuCompactMode);
-    main_form_.Click(form_.mnuCompactMode);
+    ClickCompact();
+    ClickCompact();
   });
   EXPECT_EQ(places, (std::vector<PixelRect>{{kLeft, kTop, 246, 296}, {kLeft, kTop, 830, 408}}));
 }
@@ -119,12 +130,18 @@ TEST_F(WindowTest, EveryTextHasRoomAtEveryResolution) {
   }
   form_.lblGroupHold.bold = true;
   for (const int dpi : kResolutions) {
-    window_.SimulateDpi(dpi);
+    ChangeDpi(dpi);
     for (const ControlRow& row : table.controls) {
       std::string text = row.control.caption;
       if (row.id == lblTetraPanelExpanded) text = "'Demodulator and Auto' are Visible";
       if (text.empty()) continue;
       const PixelRect room = ClientRect(Child(row.id));
+      if (row.Has(kWraps) || row.id == lblTetraPanelExpanded) {
+        const int width = room.width - (row.Has(kWraps) ? ToPixels(18 * 15, dpi) : 0);
+        EXPECT_LE(WrappedHeight(Child(row.id), text, width), room.height)
+            << row.control.name() << " at " << dpi;
+        continue;
+      }
       const ControlKind kind = row.control.kind();
       int around = 0;
       if (kind == ControlKind::kButton) around = ToPixels(8 * 15, dpi);
@@ -135,10 +152,10 @@ TEST_F(WindowTest, EveryTextHasRoomAtEveryResolution) {
           << row.control.name() << " at " << dpi;
       EXPECT_LE(TextHeight(Child(row.id)), room.height) << row.control.name() << " at " << dpi;
     }
-    // Two lines have to do for the longest state of the panel.
+    // The longest state of the panel has room too.
     const Handle panel = Child(lblTetraPanelExpanded);
-    EXPECT_LE(TextWidth(panel, "NOT Visible - Is TETRA Demodulator"), ClientRect(panel).width);
-    EXPECT_LE(2 * TextHeight(panel), ClientRect(panel).height);
+    EXPECT_LE(WrappedHeight(panel, kLongestPanelState, ClientRect(panel).width),
+              ClientRect(panel).height);
     for (const ControlId box : {txtTimeout, txtVcVolume, txtParkCarrier, txtRecOnlyGSSI}) {
       EXPECT_LE(TextWidth(Child(box), "16777215") / (box == txtRecOnlyGSSI ? 1 : 2),
                 ClientRect(Child(box)).width - 4);
@@ -155,7 +172,7 @@ TEST_F(WindowTest, ListsShowTheirFullRowsAtEveryResolution) {
                                                         {lstRecOnlyGSSI, kRecOnlyFullRows}};
   form_.lstStatusLog.Add(std::string(200, 'W'));  // with its scroll bar
   for (const int dpi : kResolutions) {
-    window_.SimulateDpi(dpi);
+    ChangeDpi(dpi);
     for (const auto& [id, rows] : lists) {
       const auto row = static_cast<int>(Send(Child(id), LB_GETITEMHEIGHT));
       EXPECT_GE(ClientRect(Child(id)).height / row, rows) << Number(id) << " at " << dpi;
@@ -167,7 +184,7 @@ TEST_F(WindowTest, CallLogShowsItsRowsAndAPartOfTheNextAtEveryResolution) {
   for (const bool wide : {false, true}) {
     if (wide) form_.lstCallLog.Add(std::string(300, 'W'));
     for (const int dpi : kResolutions) {
-      window_.SimulateDpi(dpi);
+      ChangeDpi(dpi);
       const auto row = static_cast<int>(Send(Child(lstCallLog), LB_GETITEMHEIGHT));
       const int height = ClientRect(Child(lstCallLog)).height;
       EXPECT_GE(row, TextHeight(Child(lstCallLog))) << dpi;
@@ -268,7 +285,7 @@ TEST_F(WindowTest, LogsScrollSidewaysAsFarAsTheirWidestLine) {
   for (const ControlId log : {lstCallLog, lstStatusLog}) {
     EXPECT_GE(Send(Child(log), LB_GETHORIZONTALEXTENT), TextWidth(Child(log), line));
   }
-  window_.SimulateDpi(192);
+  ChangeDpi(192);
   EXPECT_GE(Send(Child(lstCallLog), LB_GETHORIZONTALEXTENT), TextWidth(Child(lstCallLog), line));
   form_.lstCallLog.Clear();
   EXPECT_EQ(Send(Child(lstCallLog), LB_GETHORIZONTALEXTENT), 0);

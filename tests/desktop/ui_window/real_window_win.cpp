@@ -4,9 +4,11 @@
 #include <psapi.h>
 
 #include <commctrl.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <climits>
 
 namespace corvane::ui_test {
 
@@ -205,6 +207,25 @@ PixelRect ClientRect(Handle window) {
   return FromRect(rect);
 }
 
+void SendDpiChange(Handle window, int dpi) {
+  SIZE size{};
+  EXPECT_NE(SendMessageA(window, WM_GETDPISCALEDSIZE, static_cast<WPARAM>(dpi),
+                         reinterpret_cast<LPARAM>(&size)),
+            0);
+  RECT outer{};
+  GetWindowRect(window, &outer);
+  RECT suggested{outer.left, outer.top, outer.left + size.cx, outer.top + size.cy};
+  SendMessageA(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
+}
+
+int WrappedHeight(Handle window, const std::string& text, int width) {
+  const FontContext context(window);
+  RECT rect{0, 0, width, 0};
+  DrawTextA(context.dc(), text.c_str(), -1, &rect, DT_CALCRECT | DT_WORDBREAK);
+  // A word that is wider than the line makes the rectangle wider.
+  return rect.right > width ? INT_MAX : static_cast<int>(rect.bottom);
+}
+
 std::vector<PixelRect> PlacesDuring(Handle window, const std::function<void()>& work) {
   std::vector<PixelRect> places;
   SetWindowSubclass(window, NotePlace, 0, reinterpret_cast<DWORD_PTR>(&places));
@@ -252,6 +273,13 @@ int TextWidth(Handle window, const std::string& text) {
   SIZE size{};
   GetTextExtentPoint32A(context.dc(), text.data(), static_cast<int>(text.size()), &size);
   return static_cast<int>(size.cx);
+}
+
+bool HasOutlineFont(Handle window) {
+  const FontContext context(window);
+  TEXTMETRICA metrics{};
+  GetTextMetricsA(context.dc(), &metrics);
+  return (metrics.tmPitchAndFamily & (TMPF_VECTOR | TMPF_TRUETYPE)) != 0;
 }
 
 int TextHeight(Handle window) {

@@ -48,6 +48,10 @@ void EndWindow(Handle window);
 [[nodiscard]] PixelRect OuterRect(Handle window);             // on the screen
 [[nodiscard]] PixelRect RectIn(Handle parent, Handle child);  // in the parent's client area
 [[nodiscard]] PixelRect ClientRect(Handle window);
+// Tells the window of another resolution: asks for its size there and suggests that at its corner.
+void SendDpiChange(Handle window, int dpi);
+// The height of a text in the window's font, broken into lines of that width.
+[[nodiscard]] int WrappedHeight(Handle window, const std::string& text, int width);
 // Where the window stands on the screen after each change of its place or size that `work` makes.
 [[nodiscard]] std::vector<PixelRect> PlacesDuring(Handle window, const std::function<void()>& work);
 // The last line that the vertical scroll bar of a list can reach, as painted so far: asks the list
@@ -64,6 +68,8 @@ struct FontFacts {
   int weight = 0;
 };
 [[nodiscard]] FontFacts FontOfWindow(Handle window);
+// True when the window's font is drawn from outlines.
+[[nodiscard]] bool HasOutlineFont(Handle window);
 // Width of a text in the window's font.
 [[nodiscard]] int TextWidth(Handle window, const std::string& text);
 [[nodiscard]] int TextHeight(Handle window);

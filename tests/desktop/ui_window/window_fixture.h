@@ -60,6 +60,15 @@ class WindowTest : public testing::Test {
     }
     Pump();
   }
+  // As the system does it when the window comes onto a screen of another resolution.
+  void ChangeDpi(int dpi) {
+    SendDpiChange(main(), dpi);
+    Pump();
+  }
+  void ClickCompact() {
+    main_form_.Click(form_.mnuCompactMode);
+    Pump();
+  }
   void FillCallLog(int lines) {
     for (int line = 0; line < lines; ++line) form_.lstCallLog.Add("line " + std::to_string(line));
   }

@@ -81,6 +81,21 @@ TEST_F(Form1Test, FocusGoesToAControlThatCanTakeItElseToTheCallLog) {
   EXPECT_EQ(sink_.focus(), "lstCallLog");
 }
 
+TEST_F(Form1Test, FocusStaysInTheCallDetailsWhileTheRestIsNotSeen) {
+  form_.mnuCompactMode.checked = true;
+  for (const Control* control : {static_cast<const Control*>(&form_.lstCallLog),
+                                 static_cast<const Control*>(&form_.lstStatusLog),
+                                 static_cast<const Control*>(&form_.txtTimeout)}) {
+    SetFocus(form_, *control);
+    EXPECT_EQ(sink_.focus(), "lstCurrentSSI_Users") << control->name();
+    SetFocus(form_, form_.lstCurrentSSI_Users);
+    EXPECT_EQ(sink_.focus(), "lstCurrentSSI_Users");
+  }
+  form_.mnuCompactMode.checked = false;
+  SetFocus(form_, form_.lstStatusLog);
+  EXPECT_EQ(sink_.focus(), "lstStatusLog");
+}
+
 }  // namespace
 
 }  // namespace corvane

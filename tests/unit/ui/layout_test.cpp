@@ -17,7 +17,7 @@ namespace {
 
 using enum ControlId;
 
-constexpr int kResolutions[] = {96, 120, 144, 192};
+constexpr int kResolutions[] = {96, 120, 144, 168, 192};
 
 struct Case {
   int dpi;
@@ -132,6 +132,24 @@ TEST_F(LayoutTest, NeighboursDoNotOverlap) {
   }
 }
 
+TEST_F(LayoutTest, CallNumberTimeslotAndCarrierShareALine) {
+  const auto rects = Place({96, false, 0});
+  for (const ControlId id : {lblCallID, Label11, lblTimeSlotNumber, Label8, lblCarrierNumber}) {
+    EXPECT_EQ(rects.at(id).top, rects.at(Label17).top) << Number(id);
+  }
+}
+
+TEST_F(LayoutTest, CompactWindowLeavesOutAllButTheCallDetails) {
+  for (const ControlRow& row : table_.controls) EXPECT_FALSE(table_.LeftOut(row));
+  EXPECT_EQ(&table_.Home(), &form_.lstCallLog);
+  form_.mnuCompactMode.checked = true;
+  for (const ControlRow& row : table_.controls) {
+    const bool part = row.id == fraCallDetails || row.frame == &form_.fraCallDetails;
+    EXPECT_EQ(table_.LeftOut(row), !part) << row.control.name();
+  }
+  EXPECT_EQ(&table_.Home(), &form_.lstCurrentSSI_Users);
+}
+
 TEST_F(LayoutTest, PagesShareOnePlace) {
   for (const Case& at : Cases()) {
     const auto rects = Place(at);
@@ -204,12 +222,31 @@ TEST(ToPixels, RoundsToNearestOnBothSidesOfZero) {
 TEST(Fonts, AreAsHighAsTheirPointsAtTheResolution) {
   EXPECT_EQ(FontPixels(FontKind::kText, 96), 11);
   EXPECT_EQ(FontPixels(FontKind::kText, 144), 17);
-  EXPECT_EQ(FontPixels(FontKind::kLog, 96), 12);
-  EXPECT_EQ(FontPixels(FontKind::kGroup, 192), 29);
-  for (const FontKind kind : {FontKind::kText, FontKind::kLog, FontKind::kGroup}) {
-    EXPECT_STREQ(FontOf(kind).face, "Tahoma");
+  EXPECT_EQ(FontPixels(FontKind::kLog, 96), 11);
+  EXPECT_EQ(FontPixels(FontKind::kLabel, 96), 13);
+  EXPECT_EQ(FontPixels(FontKind::kGroup, 192), 37);
+  for (const FontKind kind :
+       {FontKind::kText, FontKind::kLog, FontKind::kLabel, FontKind::kGroup}) {
+    for (const int dpi : kResolutions) EXPECT_STREQ(FontOf(kind, dpi).face, "Tahoma");
   }
-  EXPECT_STREQ(FontOf(FontKind::kTab).face, "MS Sans Serif");
+}
+
+TEST(Fonts, OfTheTabsIsItsOutlineFormWhereItsDotsDoNotFit) {
+  EXPECT_STREQ(FontOf(FontKind::kTab, 96).face, "MS Sans Serif");
+  for (const int dpi : {120, 144, 168, 192}) {
+    EXPECT_STREQ(FontOf(FontKind::kTab, dpi).face, "Microsoft Sans Serif") << dpi;
+  }
+}
+
+TEST(Fonts, OfGroupAndTalkerAreTheLargest) {
+  sim::NoSink sink;
+  Form1 form(sink);
+  for (const ControlRow& row : MainWindowTable(form).controls) {
+    const bool names = row.id == lblGSSI_label || row.id == lblSSI_label;
+    const bool numbers = row.id == lblGroupNumber || row.id == lblCurrentSSI;
+    const int expected = numbers ? 19 : names ? 13 : 11;
+    EXPECT_EQ(FontPixels(row.font, 96), expected) << row.control.name();
+  }
 }
 
 TEST(CallLogRows, AreTwentyOneAndAPartWhateverTheRoom) {
@@ -232,9 +269,9 @@ TEST(CallLogRows, AreNeverLowerThanTheirText) {
 }
 
 TEST_F(LayoutTest, CallLogRowsFitTheLeastWindowAtEveryResolution) {
-  // Heights of a line of Tahoma 9 and of a scroll bar with both borders.
+  // Heights of a line of Tahoma 8.25 and of a scroll bar with both borders.
   const std::map<int, std::pair<int, int>> measures = {
-      {96, {14, 21}}, {120, {18, 25}}, {144, {22, 30}}, {192, {29, 38}}};
+      {96, {13, 21}}, {120, {17, 25}}, {144, {21, 30}}, {168, {23, 34}}, {192, {27, 38}}};
   for (const auto& [dpi, measure] : measures) {
     const int available = Place({dpi, false, 0}).at(lstCallLog).height - measure.second;
     EXPECT_LE(FitRows(kCallLogFullRows, available, measure.first).client_height, available) << dpi;

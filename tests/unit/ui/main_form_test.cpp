@@ -99,6 +99,63 @@ TEST_F(MainFormTest, ClicksReachTheirActions) {
                                    "ShowEditor", "ParkOnControlChannel", "CaptureSdrPosition"}));
 }
 
+TEST_F(MainFormTest, MenuDoesWhatOnlyTheMouseCouldReach) {
+  form_.lblGroupNumber.caption = " 9001";
+  form_.lblNetworkInfo.caption = "MNC:1  LA:5";
+  form_.lblCurrentSSI.caption = " 5010";
+  for (MenuItem* item :
+       {&form_.mnuEndCall, &form_.mnuParkOnCC, &form_.mnuCapturePosition, &form_.mnuEditShown}) {
+    main_form_.Click(*item);
+  }
+  EXPECT_EQ(actions_.calls,
+            (Calls{"ManualRelease", "ParkOnControlChannel", "CaptureSdrPosition", "ShowEditor"}));
+  EXPECT_EQ(main_form_.hand_over().EditorGssi, 9001);
+  EXPECT_EQ(main_form_.hand_over().EditorSsi, 5010);
+}
+
+TEST_F(MainFormTest, ContextMenuKeyEditsTheListedTalkerOrWhatIsOnScreen) {
+  form_.lblGroupNumber.caption = " 9001";
+  form_.lblNetworkInfo.caption = "MNC:1  LA:5";
+  form_.lblCurrentSSI.caption = " 5010";
+  form_.lstCurrentSSI_Users.Add("5011");
+  for (Control* list : std::initializer_list<Control*>{&form_.lstCallLog, &form_.lstStatusLog,
+                                                       &form_.lstCurrentSSI_Users}) {
+    main_form_.KeyUp(*list, kContextMenuCode);
+    EXPECT_EQ(actions_.calls, Calls{"ShowEditor"}) << list->name();
+    EXPECT_EQ(main_form_.hand_over().EditorSsi, 5010) << list->name();
+    actions_.calls.clear();
+  }
+  form_.lstCurrentSSI_Users.Select(0);
+  main_form_.KeyUp(form_.lstCurrentSSI_Users, kContextMenuCode);
+  EXPECT_EQ(actions_.calls, Calls{"ShowEditor"});
+  EXPECT_EQ(main_form_.hand_over().EditorSsi, 5011);
+  main_form_.KeyUp(form_.lstRecOnlyGSSI, kContextMenuCode);
+  EXPECT_EQ(actions_.calls.size(), 1U);
+}
+
+TEST_F(MainFormTest, DeleteKeyRemovesTheSelectedRecordOnlyGroup) {
+  form_.lstRecOnlyGSSI.enabled = true;
+  form_.lstRecOnlyGSSI.Add("9001");
+  main_form_.KeyUp(form_.lstRecOnlyGSSI, kDeleteCode);
+  EXPECT_TRUE(actions_.calls.empty());
+  form_.lstRecOnlyGSSI.Select(0);
+  main_form_.KeyUp(form_.lstRecOnlyGSSI, kDeleteCode);
+  EXPECT_EQ(actions_.calls, Calls{"RemoveRecOnlyGssi"});
+  for (ListBox* list : {&form_.lstCallLog, &form_.lstStatusLog, &form_.lstCurrentSSI_Users}) {
+    main_form_.KeyUp(*list, kDeleteCode);
+  }
+  EXPECT_EQ(actions_.calls.size(), 1U);
+}
+
+TEST_F(MainFormTest, MouseOverTheCallDetailsGivesTheFocusToTheTalkersInCompactMode) {
+  main_form_.Click(form_.mnuCompactMode);
+  main_form_.MouseMove(form_.fraCallDetails, true);
+  EXPECT_EQ(sink_.focus(), "lstCurrentSSI_Users");
+  main_form_.Click(form_.mnuCompactMode);
+  main_form_.MouseMove(form_.fraCallDetails, true);
+  EXPECT_EQ(sink_.focus(), "lstCallLog");
+}
+
 TEST_F(MainFormTest, ControlsWithoutAHandlerDoNothing) {
   for (Control* control : std::initializer_list<Control*>{
            &form_.lblCallID, &form_.lblChangeToCcFrequency, &form_.lblPositionSdrSharpCC,

@@ -24,9 +24,11 @@ const std::map<std::string, std::string> kCaptions = {
     {"fraCallDetails", "Call details"},
     {"lblGroupHold", "Group:"},
     {"Label12", "TX SSI:"},
+    {"lblLastSeenCaption", "Last seen:"},
     {"Label17", "Call ID:"},
     {"Label11", "Timeslot:"},
     {"Label8", "Carrier:"},
+    {"lblCountdownCaption", "Silent call ends in (x 0.3 s):"},
     {"lblManualD_Release", "Call"},
     {"cmdStartAll", "Start"},
     {"Label15", "VC SDR# Connected"},
@@ -66,6 +68,10 @@ const std::map<std::string, std::string> kCaptions = {
     {"mnuGSSIEditor", "G/SSI Editor"},
     {"mnuCompactMode", "Compact"},
     {"mnuMCClabel", "MCC: ?"},
+    {"mnuEditShown", "Edit group on screen"},
+    {"mnuEndCall", "End call"},
+    {"mnuParkOnCC", "Park on CC"},
+    {"mnuCapturePosition", "Set CC SDR# position"},
 };
 
 const std::map<std::string, std::string> kToolTips = {
@@ -135,6 +141,26 @@ TEST_F(MainLayoutTest, FramesOfTheRowsAreTheirFormsOwn) {
       EXPECT_TRUE(stands_alone) << row.control.name();
     }
   }
+}
+
+// Keys that boxes and lists have a use for are none of the menu's.
+TEST_F(MainLayoutTest, MenuHasItsTwoItemsFirstAndShortcutsThatNothingElseWants) {
+  std::vector<std::string> names;
+  std::set<std::pair<bool, int>> keys;
+  for (const MenuRow& row : table_.menu) {
+    if (row.menu == &form_.mnuOptions) names.emplace_back(row.item.name());
+    EXPECT_EQ(row.begins_group, &row.item == &form_.mnuEditShown) << row.item.name();
+    const Shortcut& key = row.shortcut;
+    if (key.key_code == 0) continue;
+    EXPECT_TRUE(keys.insert({key.control, key.key_code}).second) << row.item.name();
+    EXPECT_STRNE(key.text, "") << row.item.name();
+    const bool is_edit_command =
+        std::string("ACVXZ").find(static_cast<char>(key.key_code)) != std::string::npos;
+    EXPECT_TRUE(key.control ? !is_edit_command : key.key_code == kF2Code) << row.item.name();
+  }
+  EXPECT_EQ(names, (std::vector<std::string>{"mnuGSSIEditor", "mnuCompactMode", "mnuEditShown",
+                                             "mnuEndCall", "mnuParkOnCC", "mnuCapturePosition"}));
+  EXPECT_EQ(keys.size(), 3U);
 }
 
 TEST_F(MainLayoutTest, ArrangementsHaveTheirSizesAndTitles) {
