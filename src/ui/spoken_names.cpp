@@ -1,95 +1,68 @@
 // The names, window by window.
 #include "ui/spoken_names.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace corvane {
 
+namespace {
+
+struct Name {
+  ControlId id;
+  const char* text;
+};
+
+constexpr Name kNames[] = {
+    {ControlId::fraWinsock, "Link to SDR#"},
+    {ControlId::lstStatusLog, "Status log"},
+    {ControlId::ShapeWinsock_state, "Connection indicator"},
+    {ControlId::lblGroupNumber, "Group number"},
+    {ControlId::lblGSSI_label, "Group label"},
+    {ControlId::lblCurrentSSI, "Subscriber who talks"},
+    {ControlId::lblSSI_label, "Label of the subscriber who talks"},
+    {ControlId::lblSsiLastSeen, "Last time the subscriber was seen"},
+    {ControlId::lblCallID, "Call ID"},
+    {ControlId::lblTimeSlotNumber, "Timeslot"},
+    {ControlId::lblCarrierNumber, "Carrier"},
+    {ControlId::lstCurrentSSI_Users, "Talkers of this call"},
+    {ControlId::lblTimeoutCountdown, "Countdown to the end of the call"},
+    {ControlId::lblNetworkInfo, "Network in reach"},
+    {ControlId::lblManualD_Release, "End the call"},
+    {ControlId::ShapeBusy_state, "Call indicator"},
+    {ControlId::lstCallLog, "Call log"},
+    {ControlId::txtVcVolume, "VC Volume"},
+    {ControlId::cboBaseFrequency, "Base frequency"},
+    {ControlId::txtTimeout, "Call Timeout"},
+    {ControlId::txtParkCarrier, "CC Park carrier"},
+    {ControlId::txtRecOnlyGSSI, "Group to add"},
+    {ControlId::lstRecOnlyGSSI, "Groups to record"},
+    {ControlId::lblPositionSdrSharpCC, "Stored position of SDR#"},
+    {ControlId::lblUnCheckedValue, "Colour of an unchecked box"},
+    {ControlId::lblCheckedValue, "Colour of a checked box"},
+    {ControlId::lblValidateState, "State of the Demodulator box"},
+    {ControlId::lblTetraPanelExpanded, "Whether the boxes are visible"},
+    {ControlId::cboCountry, "Country"},
+    {ControlId::cboNetworks, "Network"},
+    {ControlId::Frame4, "Groups of the network"},
+    {ControlId::lstGSSI_Lockouts, "Groups, ticked when followed"},
+    {ControlId::lstGssiBlank, "No groups yet"},
+    {ControlId::txtGssiLabel, "Label of the group"},
+    {ControlId::cboGSSIPriority, "Priority"},
+    {ControlId::cmdUpdateGSSI, "Update the group"},
+    {ControlId::Label1, "Group of the subscribers"},
+    {ControlId::List1, "Subscribers seen in the group"},
+    {ControlId::lstSsiBlank, "No subscribers yet"},
+    {ControlId::txtSSI_labelEdit, "Label of the subscriber"},
+    {ControlId::lblLastSeen, "Subscriber last seen"},
+};
+
+}  // namespace
+
 const char* SpokenName(ControlId id) {
-  switch (id) {
-    case ControlId::fraWinsock:
-      return "Link to SDR#";
-    case ControlId::lstStatusLog:
-      return "Status log";
-    case ControlId::ShapeWinsock_state:
-      return "Connection indicator";
-    case ControlId::lblGroupNumber:
-      return "Group number";
-    case ControlId::lblGSSI_label:
-      return "Group label";
-    case ControlId::lblCurrentSSI:
-      return "Subscriber who talks";
-    case ControlId::lblSSI_label:
-      return "Label of the subscriber who talks";
-    case ControlId::lblSsiLastSeen:
-      return "Last time the subscriber was seen";
-    case ControlId::lblCallID:
-      return "Call ID";
-    case ControlId::lblTimeSlotNumber:
-      return "Timeslot";
-    case ControlId::lblCarrierNumber:
-      return "Carrier";
-    case ControlId::lstCurrentSSI_Users:
-      return "Talkers of this call";
-    case ControlId::lblTimeoutCountdown:
-      return "Countdown to the end of the call";
-    case ControlId::lblNetworkInfo:
-      return "Network in reach";
-    case ControlId::lblManualD_Release:
-      return "End the call";
-    case ControlId::ShapeBusy_state:
-      return "Call indicator";
-    case ControlId::lstCallLog:
-      return "Call log";
-    case ControlId::txtVcVolume:
-      return "VC Volume";
-    case ControlId::cboBaseFrequency:
-      return "Base frequency";
-    case ControlId::txtTimeout:
-      return "Call Timeout";
-    case ControlId::txtParkCarrier:
-      return "CC Park carrier";
-    case ControlId::txtRecOnlyGSSI:
-      return "Group to add";
-    case ControlId::lstRecOnlyGSSI:
-      return "Groups to record";
-    case ControlId::lblPositionSdrSharpCC:
-      return "Stored position of SDR#";
-    case ControlId::lblUnCheckedValue:
-      return "Colour of an unchecked box";
-    case ControlId::lblCheckedValue:
-      return "Colour of a checked box";
-    case ControlId::lblValidateState:
-      return "State of the Demodulator box";
-    case ControlId::lblTetraPanelExpanded:
-      return "Whether the boxes are visible";
-    case ControlId::cboCountry:
-      return "Country";
-    case ControlId::cboNetworks:
-      return "Network";
-    case ControlId::Frame4:
-      return "Groups of the network";
-    case ControlId::lstGSSI_Lockouts:
-      return "Groups, ticked when followed";
-    case ControlId::lstGssiBlank:
-      return "No groups yet";
-    case ControlId::txtGssiLabel:
-      return "Label of the group";
-    case ControlId::cboGSSIPriority:
-      return "Priority";
-    case ControlId::cmdUpdateGSSI:
-      return "Update the group";
-    case ControlId::Label1:
-      return "Group of the subscribers";
-    case ControlId::List1:
-      return "Subscribers seen in the group";
-    case ControlId::lstSsiBlank:
-      return "No subscribers yet";
-    case ControlId::txtSSI_labelEdit:
-      return "Label of the subscriber";
-    case ControlId::lblLastSeen:
-      return "Subscriber last seen";
-    default:
-      return nullptr;
-  }
+  const auto* found = std::find_if(std::begin(kNames), std::end(kNames),
+                                   [id](const Name& name) { return name.id == id; });
+  return found == std::end(kNames) ? nullptr : found->text;
 }
 
 }  // namespace corvane

@@ -66,9 +66,8 @@ TEST_F(EditorWindowTest, TicksAreSeenAndCanBeRead) {
   };
   EXPECT_GT(marks_in_box(0), marks_in_box(1) + 8) << "the tick itself";
   editor_->dialog.lstGSSI_Lockouts.Tick(0, false);
-  Pump();
+  EXPECT_EQ(Tick(0), 0);  // whoever asks meets the list as it is by now
   EXPECT_EQ(marks_in_box(0), marks_in_box(1));
-  EXPECT_EQ(Tick(0), 0);
 }
 
 TEST_F(EditorWindowTest, ARewrittenLineKeepsTickSelectionAndPlace) {
