@@ -21,6 +21,7 @@ class ListUpdate {
   // What of a line can be seen.
   struct Line {
     std::string text;
+    LRESULT data = 0;  // a tick
     bool exists = false;
     bool selected = false;
     bool has_focus = false;
