@@ -52,6 +52,13 @@ bool MeetsLines(UINT message) {
          message == WM_TIMER;
 }
 
+// Where other programs read the tick of a line. Handed to the control itself, it would cost a
+// message for each of thousands of lines.
+LRESULT TickOf(const CheckList& list, WPARAM line) {
+  if (line >= static_cast<WPARAM>(list.count())) return LB_ERR;
+  return list.ticked(static_cast<int>(line)) ? 1 : 0;
+}
+
 // What a combo box that has a text for it says of itself while nothing is selected.
 std::optional<LRESULT> AnswerForEmptyCombo(const ChildWindow& child, UINT message, WPARAM w_param,
                                            LPARAM l_param) {
@@ -135,6 +142,9 @@ LRESULT ChildEvents::Handle(const ChildWindow& child, UINT message, WPARAM w_par
   if (is_list && MeetsLines(message)) children_->ShowLists();
   if (message == WM_GETOBJECT) {
     if (const auto answer = AnswerAccessibility(child, w_param, l_param)) return *answer;
+  }
+  if (message == LB_GETITEMDATA && child.kind() == ControlKind::kCheckList) {
+    return TickOf(As<CheckList>(child.control()), w_param);
   }
   if (const auto answer = AnswerForEmptyCombo(child, message, w_param, l_param)) return *answer;
   if (message == WM_SETCURSOR && child.row->Has(kClickable)) {

@@ -24,17 +24,10 @@ LPARAM Text(const std::string& text) {
   return reinterpret_cast<LPARAM>(text.c_str());
 }
 
-// The tick of a line is its item data, where other programs can read it.
 void Apply(const ChildWindow& list, const LineChange& change) {
-  const auto tick = [&] {
-    if (list.kind() == ControlKind::kCheckList) {
-      list.Send(LB_SETITEMDATA, change.index, change.ticked ? 1 : 0);
-    }
-  };
   switch (change.change) {
     case ListChange::kAdded:
       list.Send(LB_INSERTSTRING, change.index, Text(change.text));
-      tick();
       break;
     case ListChange::kRemoved:
       list.Send(LB_DELETESTRING, change.index);
@@ -47,13 +40,11 @@ void Apply(const ChildWindow& list, const LineChange& change) {
       const LRESULT selected = list.Send(LB_GETCURSEL);
       list.Send(LB_DELETESTRING, change.index);
       list.Send(LB_INSERTSTRING, change.index, Text(change.text));
-      tick();
       list.Send(LB_SETCURSEL, static_cast<WPARAM>(selected));
       list.Send(LB_SETTOPINDEX, static_cast<WPARAM>(top));
       break;
     }
     case ListChange::kTicked:
-      tick();
       break;
   }
 }
@@ -288,9 +279,7 @@ void ChildWindows::MirrorList(const ListBox& list, ListChange change, std::size_
   if (child == nullptr) return;
   if (change == ListChange::kCleared) child->waiting.clear();
   const bool has_text = change == ListChange::kAdded || change == ListChange::kReplaced;
-  const bool ticked = list.kind() == ControlKind::kCheckList && index < list.items().size() &&
-                      As<CheckList>(list).ticked(static_cast<int>(index));
-  child->waiting.push_back({change, index, has_text ? list.items()[index] : std::string{}, ticked});
+  child->waiting.push_back({change, index, has_text ? list.items()[index] : std::string{}});
   lists_wait_ = true;
   if (child->waiting.size() >= kMostWaiting) ShowList(*child);
 }
@@ -316,7 +305,11 @@ void ChildWindows::ShowList(ChildWindow& list) {
     if (follows) ScrollToEnd(list);
   }
   for (const LineChange& change : changes) {
-    if (change.change != ListChange::kCleared) {
+    if (change.change == ListChange::kTicked) {
+      RECT line{};
+      list.Send(LB_GETITEMRECT, change.index, reinterpret_cast<LPARAM>(&line));
+      InvalidateRect(list.window, &line, FALSE);
+    } else if (change.change != ListChange::kCleared) {
       Widen(list, change.text);
     } else if (list.extent != 0) {
       list.extent = 0;

@@ -19,8 +19,7 @@ namespace corvane {
 struct LineChange {
   ListChange change;
   std::size_t index;
-  std::string text;     // of an added or a replacing line
-  bool ticked = false;  // CheckList
+  std::string text;  // of an added or a replacing line
 };
 
 struct ChildWindow {
@@ -72,6 +71,9 @@ class ChildWindows {
   [[nodiscard]] bool mirroring_text() const { return mirroring_text_; }
 
   [[nodiscard]] LineTips& line_tips() { return line_tips_; }
+
+  // To be shown each message of the queue for the owner or one of these.
+  void Notice(const MSG& message) { tips_.Relay(message); }
 
   // Places everything for the owner's present client area.
   void LayOut(int dpi);

@@ -188,7 +188,8 @@ std::string LineText(const DRAWITEMSTRUCT& item, UINT length_message, UINT text_
 
 }  // namespace
 
-void DrawCheckLine(const DRAWITEMSTRUCT& item, HFONT font, int dpi, BrushCache& brushes) {
+void DrawCheckLine(const DRAWITEMSTRUCT& item, bool ticked, HFONT font, int dpi,
+                   BrushCache& brushes) {
   if (item.itemID == static_cast<UINT>(-1)) return;
   const HDC dc = item.hDC;
   const COLORREF text_colour = FillLine(item, brushes);
@@ -203,7 +204,7 @@ void DrawCheckLine(const DRAWITEMSTRUCT& item, HFONT font, int dpi, BrushCache& 
     FrameRect(dc, &box, brushes.Get(kWindowText));
     InflateRect(&box, -1, -1);
   }
-  if (item.itemData != 0) {
+  if (ticked) {
     const HPEN pen =
         CreatePen(PS_SOLID, std::max(2, MulDiv(2, dpi, kDesignDpi)), DrawnColour(kWindowText));
     {

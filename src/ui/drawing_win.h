@@ -57,8 +57,9 @@ class BrushCache {
 };
 
 void DrawButton(const DRAWITEMSTRUCT& item, const Button& button, HFONT font, BrushCache& brushes);
-// One line of a list with ticks: a box, ticked where the line's item data are not 0, and its text.
-void DrawCheckLine(const DRAWITEMSTRUCT& item, HFONT font, int dpi, BrushCache& brushes);
+// One line of a list with ticks: a box, ticked or not, and its text.
+void DrawCheckLine(const DRAWITEMSTRUCT& item, bool ticked, HFONT font, int dpi,
+                   BrushCache& brushes);
 // One entry of a drop-down list, or what its box shows while none is selected.
 void DrawComboLine(const DRAWITEMSTRUCT& item, const ComboBox& combo, int dpi, BrushCache& brushes);
 // One line of a list. The selected one has a tinted ground and a bar at its left: it is no more

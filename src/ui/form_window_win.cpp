@@ -39,7 +39,7 @@ bool FormWindow::RegisterWindowClass() const {
   window_class.hInstance = GetModuleHandleA(nullptr);
   window_class.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
   window_class.hIcon = LoadIconA(window_class.hInstance, MAKEINTRESOURCEA(kIconResource));
-  window_class.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+  window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
   window_class.lpszClassName = table_->window_class;
   return RegisterClassExA(&window_class) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
@@ -115,6 +115,7 @@ void FormWindow::Destroy() {
 bool FormWindow::FilterMessage(MSG& message) {
   if (window_ == nullptr) return false;
   if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) return false;
+  children_.Notice(message);
   return events_.Navigate(message);
 }
 

@@ -22,8 +22,7 @@ LRESULT ListUpdate::Ask(UINT message, WPARAM w_param, LPARAM l_param) const {
 
 ListUpdate::Line ListUpdate::LineAt(int index) const {
   if (index >= Ask(LB_GETCOUNT)) return {};
-  return {LineText(list_, index), Ask(LB_GETITEMDATA, static_cast<WPARAM>(index)), true,
-          Ask(LB_GETSEL, static_cast<WPARAM>(index)) > 0,
+  return {LineText(list_, index), true, Ask(LB_GETSEL, static_cast<WPARAM>(index)) > 0,
           GetFocus() == list_ && Ask(LB_GETCARETINDEX) == index};
 }
 

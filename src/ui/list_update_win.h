@@ -21,7 +21,6 @@ class ListUpdate {
   // What of a line can be seen.
   struct Line {
     std::string text;
-    LRESULT data = 0;  // the tick of a list with ticks
     bool exists = false;
     bool selected = false;
     bool has_focus = false;

@@ -13,7 +13,7 @@ namespace {
 TTTOOLINFOA WindowTool(HWND control) {
   TTTOOLINFOA tool{};
   tool.cbSize = sizeof tool;
-  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.uFlags = TTF_IDISHWND;
   tool.hwnd = GetParent(control);
   tool.uId = reinterpret_cast<UINT_PTR>(control);
   return tool;
@@ -22,7 +22,6 @@ TTTOOLINFOA WindowTool(HWND control) {
 TTTOOLINFOA RectTool(HWND owner, int id) {
   TTTOOLINFOA tool{};
   tool.cbSize = sizeof tool;
-  tool.uFlags = TTF_SUBCLASS;
   tool.hwnd = owner;
   tool.uId = static_cast<UINT_PTR>(id);
   return tool;
@@ -75,6 +74,11 @@ void ToolTips::Add(HWND control, int id) {
   TTTOOLINFOA rect = RectTool(owner_, id);
   rect.lpszText = nothing;
   Send(tips_, TTM_ADDTOOLA, rect);
+}
+
+void ToolTips::Relay(MSG message) {
+  if (tips_ == nullptr || message.message < WM_MOUSEFIRST || message.message > WM_MOUSELAST) return;
+  SendMessageA(tips_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&message));
 }
 
 void ToolTips::SetText(HWND control, int id, const std::string& text) {

@@ -16,6 +16,8 @@ class ToolTips {
   void Create(HWND owner);
   // Adds `control`, without a text.
   void Add(HWND control, int id);
+  // To be shown each message that goes to the owner or one of its children.
+  void Relay(MSG message);
   // The text is shown as it stands; an empty one shows nothing.
   void SetText(HWND control, int id, const std::string& text);
   // The mouse over a disabled control is the owner's: the tip is tied to a rectangle of the owner

@@ -85,6 +85,44 @@ struct FontFacts {
 [[nodiscard]] PixelRect DisabledToolTipRect(Handle window, ControlId id);
 [[nodiscard]] bool ToolTipsShowAmpersands(Handle window);
 
+[[nodiscard]] std::uint32_t SystemColour(int number);
+void SetPixelOf(Handle window, int x, int y, std::uint32_t colour);
+// Pixels that have another colour than the window's ground.
+[[nodiscard]] int InkIn(Handle window);
+// For its life the system's colours are light texts on dark grounds.
+class LightOnDark {
+ public:
+  LightOnDark();
+  ~LightOnDark();
+  LightOnDark(const LightOnDark&) = delete;
+  LightOnDark& operator=(const LightOnDark&) = delete;
+
+ private:
+  std::vector<COLORREF> before_;
+};
+
+// The pointer and the keys themselves, as the system brings them to the window that they are for.
+void MovePointer(int x, int y);
+void ClickPointer();
+void StrikeKey(int key, int with);
+// Where the pointer is in the window, as a mouse message says it.
+[[nodiscard]] LPARAM PointerIn(Handle window);
+// The text and the place of the tool tip that shows; "" when none does.
+[[nodiscard]] std::string ShownToolTip(Handle window);
+[[nodiscard]] PixelRect ShownToolTipRect(Handle window);
+
+[[nodiscard]] bool IsTabStop(Handle window);
+
+// The size of a window and the places of those of its children that show.
+struct Painted {
+  PixelRect outer;
+  std::vector<PixelRect> children;
+  bool operator==(const Painted&) const = default;
+};
+[[nodiscard]] Painted PaintedNow(Handle window);
+// How things stood each time that the window or a child was painted during `work`.
+[[nodiscard]] std::vector<Painted> PaintedDuring(Handle window, const std::function<void()>& work);
+
 struct MenuFacts {
   std::string text;
   bool exists = false;

@@ -9,6 +9,7 @@
 
 #include "base/loop_win.h"
 #include "desktop/ui_window/real_window_win.h"
+#include "ui/drawn_colours.h"
 #include "ui/form_window_win.h"
 #include "ui/main_form.h"
 #include "ui/main_layout.h"
