@@ -63,8 +63,8 @@ TEST_F(CheckboxDetectionTest, ABoxThatIsNotThereOrCoveredHasNoColour) {
 // The very colours that are looked for, and those that the screen and its failures could have.
 TEST_F(CheckboxDetectionTest, ACoveredBoxIsNeitherCheckedNorUncheckedWhateverTheReferences) {
   desktop.Do("cover demodulator unchecked");
-  for (const std::string& checked : {"10580318", "14934753", "-1", "-2", "-3", "-4", "0", ""}) {
-    for (const std::string& unchecked : {"10580318", "14934753", "-1", "-2", "-3", "-4", "0", ""}) {
+  for (const char* const checked : {"10580318", "14934753", "-1", "-2", "-3", "-4", "0", ""}) {
+    for (const char* const unchecked : {"10580318", "14934753", "-1", "-2", "-3", "-4", "0", ""}) {
       form.lblCheckedValue.caption = checked;
       form.lblUnCheckedValue.caption = unchecked;
       form.lblValidateState.caption = "before";
