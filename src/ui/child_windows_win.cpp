@@ -323,9 +323,7 @@ bool ChildWindows::Draw(const DRAWITEMSTRUCT& item) {
   } else if (child->kind() == ControlKind::kShape) {
     DrawShape(item, As<Shape>(child->control()), dpi_, brushes_);
   } else if (child->kind() == ControlKind::kCheckList) {
-    const auto line = static_cast<int>(item.itemID);
-    const bool ticked = As<CheckList>(child->control()).ticked(line);
-    DrawCheckLine(item, ticked, FontOf(*child), dpi_, brushes_);
+    DrawCheckLine(item, As<CheckList>(child->control()), FontOf(*child), dpi_, brushes_);
   } else if (child->kind() == ControlKind::kComboBox) {
     DrawComboLine(item, As<ComboBox>(child->control()), dpi_, brushes_);
   }

@@ -188,38 +188,6 @@ std::string LineText(const DRAWITEMSTRUCT& item, UINT length_message, UINT text_
 
 }  // namespace
 
-void DrawCheckLine(const DRAWITEMSTRUCT& item, bool ticked, HFONT font, int dpi,
-                   BrushCache& brushes) {
-  if (item.itemID == static_cast<UINT>(-1)) return;
-  const HDC dc = item.hDC;
-  const COLORREF text_colour = FillLine(item, brushes);
-  const int margin = ToPixels(kTickMargin, dpi);
-  const int height = static_cast<int>(item.rcItem.bottom - item.rcItem.top);
-  const int size = std::min(ToPixels(kTickBox, dpi), height - 2);
-  const int left = item.rcItem.left + margin;
-  const int top = item.rcItem.top + (height - size) / 2;
-  RECT box{left, top, left + size, top + size};
-  FillRect(dc, &box, brushes.Get(kWindowBackground));
-  for (int edge = std::max(1, MulDiv(1, dpi, kDesignDpi)); edge > 0; --edge) {
-    FrameRect(dc, &box, brushes.Get(kWindowText));
-    InflateRect(&box, -1, -1);
-  }
-  if (ticked) {
-    const HPEN pen =
-        CreatePen(PS_SOLID, std::max(2, MulDiv(2, dpi, kDesignDpi)), DrawnColour(kWindowText));
-    {
-      const Selected with_pen(dc, pen);
-      const POINT tick[] = {{left + size * 3 / 13, top + size * 6 / 13},
-                            {left + size * 5 / 13, top + size * 9 / 13},
-                            {left + size * 10 / 13, top + size * 3 / 13}};
-      Polyline(dc, tick, static_cast<int>(std::size(tick)));
-    }
-    DeleteObject(pen);
-  }
-  const Selected with_font(dc, font);
-  DrawLineText(item, LineText(item, LB_GETTEXTLEN, LB_GETTEXT), text_colour, 2 * margin + size);
-}
-
 void DrawComboLine(const DRAWITEMSTRUCT& item, const ComboBox& combo, int dpi,
                    BrushCache& brushes) {
   const COLORREF colour = FillLine(item, brushes);
@@ -252,7 +220,7 @@ void DrawShape(const DRAWITEMSTRUCT& item, const Shape& shape, int dpi, BrushCac
 }
 
 void DrawLine(const DRAWITEMSTRUCT& item, const Control& list, HFONT font, int dpi,
-              BrushCache& brushes) {
+              BrushCache& brushes, int indent) {
   const HDC dc = item.hDC;
   // The row ends where the window does, however far it is scrolled to the side.
   RECT row = item.rcItem;
@@ -274,8 +242,8 @@ void DrawLine(const DRAWITEMSTRUCT& item, const Control& list, HFONT font, int d
   TEXTMETRICA metrics{};
   GetTextMetricsA(dc, &metrics);
   const int top = static_cast<int>(row.top + (row.bottom - row.top - metrics.tmHeight) / 2);
-  ExtTextOutA(dc, static_cast<int>(row.left) + kLineMargin, top, ETO_OPAQUE | ETO_CLIPPED, &row,
-              text.data(), static_cast<UINT>(text.size()), nullptr);
+  ExtTextOutA(dc, static_cast<int>(row.left) + indent + kLineMargin, top, ETO_OPAQUE | ETO_CLIPPED,
+              &row, text.data(), static_cast<UINT>(text.size()), nullptr);
   if (selected && !theme.high_contrast) {
     RECT bar = row;
     bar.right = bar.left + std::max(1, dpi / kDesignDpi);
@@ -286,6 +254,36 @@ void DrawLine(const DRAWITEMSTRUCT& item, const Control& list, HFONT font, int d
     SetBkColor(dc, RGB(255, 255, 255));
     DrawFocusRect(dc, &row);
   }
+}
+
+void DrawCheckLine(const DRAWITEMSTRUCT& item, const CheckList& list, HFONT font, int dpi,
+                   BrushCache& brushes) {
+  const int margin = ToPixels(kTickMargin, dpi);
+  const int height = static_cast<int>(item.rcItem.bottom - item.rcItem.top);
+  const int size = std::min(ToPixels(kTickBox, dpi), height - 2);
+  DrawLine(item, list, font, dpi, brushes, 2 * margin + size);
+  if (item.itemID == static_cast<UINT>(-1)) return;
+  const HDC dc = item.hDC;
+  const int left = static_cast<int>(item.rcItem.left) + margin;
+  const int top = static_cast<int>(item.rcItem.top) + (height - size) / 2;
+  RECT box{left, top, left + size, top + size};
+  FillRect(dc, &box, brushes.Get(kWindowBackground));
+  for (int edge = std::max(1, MulDiv(1, dpi, kDesignDpi)); edge > 0; --edge) {
+    FrameRect(dc, &box, brushes.Get(kWindowText));
+    InflateRect(&box, -1, -1);
+  }
+  // The state may have fewer lines than the window by now.
+  if (!list.ticked(static_cast<int>(item.itemID))) return;
+  const HPEN pen =
+      CreatePen(PS_SOLID, std::max(2, MulDiv(2, dpi, kDesignDpi)), DrawnColour(kWindowText));
+  {
+    const Selected with_pen(dc, pen);
+    const POINT tick[] = {{left + size * 3 / 13, top + size * 6 / 13},
+                          {left + size * 5 / 13, top + size * 9 / 13},
+                          {left + size * 10 / 13, top + size * 3 / 13}};
+    Polyline(dc, tick, static_cast<int>(std::size(tick)));
+  }
+  DeleteObject(pen);
 }
 
 void PaintFrame(HWND window, const Frame& frame, HFONT font, int dpi, BrushCache& brushes) {

@@ -57,15 +57,15 @@ class BrushCache {
 };
 
 void DrawButton(const DRAWITEMSTRUCT& item, const Button& button, HFONT font, BrushCache& brushes);
-// One line of a list with ticks: a box, ticked or not, and its text.
-void DrawCheckLine(const DRAWITEMSTRUCT& item, bool ticked, HFONT font, int dpi,
-                   BrushCache& brushes);
 // One entry of a drop-down list, or what its box shows while none is selected.
 void DrawComboLine(const DRAWITEMSTRUCT& item, const ComboBox& combo, int dpi, BrushCache& brushes);
 // One line of a list. The selected one has a tinted ground and a bar at its left: it is no more
 // worth than the others.
 void DrawLine(const DRAWITEMSTRUCT& item, const Control& list, HFONT font, int dpi,
-              BrushCache& brushes);
+              BrushCache& brushes, int indent = 0);
+// The same with a box before the text, ticked or not.
+void DrawCheckLine(const DRAWITEMSTRUCT& item, const CheckList& list, HFONT font, int dpi,
+                   BrushCache& brushes);
 // A disc; its border counts pixels of 96 dpi. A border of several pixels has a dark line inside, so
 // that it stands out by more than its colour.
 void DrawShape(const DRAWITEMSTRUCT& item, const Shape& shape, int dpi, BrushCache& brushes);

@@ -20,8 +20,10 @@ void ExpectNames(const WindowTable& table) {
     const char* spoken = SpokenName(row.id);
     const std::string name = spoken != nullptr ? spoken : row.control.caption.get();
     EXPECT_NE(name, "") << row.control.name();
+    // A caption may be that of a box's label, or of the page that a tab opens, as well.
+    if (spoken == nullptr) continue;
     const auto [first, is_new] = used.emplace(name, row.control.name());
-    EXPECT_TRUE(is_new || spoken == nullptr) << name << " is " << first->second << ", too";
+    EXPECT_TRUE(is_new) << name << " is " << first->second << ", too";
   }
 }
 
