@@ -68,6 +68,7 @@ level_contract() {
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci.exe"
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci_lost.exe"
   run_under_wine contract "$BUILD/mingw/tests/desktop/ui_window_test.exe"
+  run_one contract/pictures scripts/pictures.sh
 }
 
 level_fuzz() {

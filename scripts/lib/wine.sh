@@ -1,11 +1,11 @@
 # A display, a wine prefix and sound that belong to these scripts alone. Nothing of the user's own
 # wine or sound set-up is touched.
 
-# start_display: a virtual screen of its own. Sets DISPLAY.
+# start_display [SIZE]: a virtual screen of its own. Sets DISPLAY.
 start_display() {
   local number_file tries
   number_file=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp \
+  Xvfb -displayfd 3 -screen 0 "${1:-1600x1200}x24" -nolisten tcp \
     3>"$number_file" >"$LOGS/xvfb.log" 2>&1 </dev/null &
   local server=$!
   at_exit "kill $server 2>/dev/null; wait $server 2>/dev/null"

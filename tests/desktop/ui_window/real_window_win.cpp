@@ -89,6 +89,10 @@ class FontContext {
 
 }  // namespace
 
+std::uintptr_t NumberOf(Handle window) {
+  return reinterpret_cast<std::uintptr_t>(window);
+}
+
 Handle ChildOf(Handle window, ControlId id) {
   return GetDlgItem(window, Number(id));
 }

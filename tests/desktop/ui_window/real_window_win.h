@@ -15,6 +15,8 @@ namespace corvane::ui_test {
 
 using Handle = HWND;
 
+// The window as the tests of the finished programs count it.
+[[nodiscard]] std::uintptr_t NumberOf(Handle window);
 [[nodiscard]] Handle ChildOf(Handle window, ControlId id);
 // The ids of all child windows, in the order of the tab key.
 [[nodiscard]] std::vector<int> ChildIds(Handle window);
