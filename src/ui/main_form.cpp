@@ -63,7 +63,11 @@ void MainForm::Click(Control& control) {
 }
 
 void MainForm::ClickButton(const Control& button) {
-  if (&button == &form_.cmdStartAll) return StartClicked();
+  if (&button == &form_.cmdStartAll) {
+    form_.cmdStartAll.enabled = false;
+    form_.cmdStartAll.back_colour = kButtonFace;
+    return actions_.StartLink();
+  }
   if (&button == &form_.cmdSetCheckedValue) return actions_.SampleCheckedColour();
   if (&button == &form_.cmdSetUnCheckedValue) return actions_.SampleUnCheckedColour();
   for (std::size_t tab = 0; tab < form_.cmdSettingTab.size(); ++tab) {
@@ -217,12 +221,6 @@ void MainForm::ApplyBaseFrequency() {
 void MainForm::ApplyOffset() {
   const int index = SelectedOption(form_.optOffsets);
   if (index >= 0) presets_.FrequencyOffset = kCarrierOffsets[static_cast<std::size_t>(index)];
-}
-
-void MainForm::StartClicked() {
-  form_.cmdStartAll.enabled = false;
-  form_.cmdStartAll.back_colour = kButtonFace;
-  actions_.StartLink();
 }
 
 void MainForm::ApplyCompactMode() {

@@ -63,7 +63,6 @@ class MainForm final : public UserEvents {
   void ClickMenuItem(const Control& item);
   void TickBox(CheckBox& box);
   void ChooseOption(OptionButton& option);
-  void StartClicked();
   void RemoveSelectedRecOnly();
   void ApplyBaseFrequency();
   void ApplyOffset();
