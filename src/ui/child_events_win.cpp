@@ -8,6 +8,7 @@
 
 #include "base/loop_win.h"
 #include "ui/accessible_win.h"
+#include "ui/list_update_win.h"
 
 namespace corvane {
 
@@ -79,12 +80,6 @@ std::optional<LRESULT> AnswerForEmptyCombo(const ChildWindow& child, UINT messag
     }
   }
   return static_cast<LRESULT>(length);
-}
-
-// -1 below the last line.
-int LineUnder(const ChildWindow& list, LPARAM point) {
-  const LRESULT found = list.Send(LB_ITEMFROMPOINT, 0, point);
-  return HIWORD(found) == 0 && list.Send(LB_GETCOUNT) > 0 ? LOWORD(found) : -1;
 }
 
 bool IsInput(UINT message) {
@@ -289,7 +284,8 @@ void ChildEvents::Report(const ChildWindow& child, UINT message, WPARAM w_param,
   if (IsList(child.kind()) && CanScroll(message)) ReportTopIndex(child);
   Control& control = child.control();
   const auto mouse_up = [&](int button) {
-    const int line = IsList(child.kind()) ? LineUnder(child, l_param) : -1;
+    const POINT at{static_cast<short>(LOWORD(l_param)), static_cast<short>(HIWORD(l_param))};
+    const int line = IsList(child.kind()) ? LineUnder(child.window, at) : -1;
     Run([&control, button, line](UserEvents& form) { form.MouseUp(control, button, line); });
   };
   switch (message) {

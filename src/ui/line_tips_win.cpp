@@ -7,20 +7,6 @@ namespace corvane {
 
 namespace {
 
-// The line under a point of the list's client area; -1: none.
-int LineUnder(HWND list, POINT point) {
-  RECT client{};
-  GetClientRect(list, &client);
-  if (!PtInRect(&client, point)) return -1;
-  const LRESULT found = SendMessageA(list, LB_ITEMFROMPOINT, 0, MAKELPARAM(point.x, point.y));
-  if (HIWORD(found) != 0) return -1;
-  // Long lists have more lines than the answer can count.
-  const auto top = static_cast<int>(SendMessageA(list, LB_GETTOPINDEX, 0, 0));
-  const auto height = static_cast<int>(SendMessageA(list, LB_GETITEMHEIGHT, 0, 0));
-  const int line = height > 0 ? top + static_cast<int>(point.y) / height : -1;
-  return line < SendMessageA(list, LB_GETCOUNT, 0, 0) ? line : -1;
-}
-
 // Where the text of the line would stand if there were room; empty when it is all in view.
 RECT CutText(HWND list, int line, const std::string& text) {
   RECT row{};

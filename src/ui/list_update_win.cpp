@@ -93,4 +93,16 @@ ListUpdate::~ListUpdate() {
   DeleteObject(pending_);
 }
 
+// Counted: the list's own answer ends at 65535, and some lists give the last line for a point below
+// it.
+int LineUnder(HWND list, POINT point) {
+  RECT client{};
+  GetClientRect(list, &client);
+  const auto height = static_cast<int>(SendMessageA(list, LB_GETITEMHEIGHT, 0, 0));
+  if (!PtInRect(&client, point) || height <= 0) return -1;
+  const auto top = static_cast<int>(SendMessageA(list, LB_GETTOPINDEX, 0, 0));
+  const int line = top + static_cast<int>(point.y) / height;
+  return line < SendMessageA(list, LB_GETCOUNT, 0, 0) ? line : -1;
+}
+
 }  // namespace corvane

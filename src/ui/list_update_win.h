@@ -43,6 +43,8 @@ class ListUpdate {
 // The clear pixels before a line's text.
 inline constexpr int kLineMargin = 2;
 
+// The line under a point of the list's client area; -1 when there is none.
+[[nodiscard]] int LineUnder(HWND list, POINT point);
 // The text of a list box's line; "" when there is none.
 [[nodiscard]] std::string LineText(HWND list, int index);
 

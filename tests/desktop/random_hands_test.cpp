@@ -32,13 +32,14 @@ class RandomHandsTest : public CallTest {
  protected:
   int Pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
 
-  // Somewhere inside the window, the title bar and the menu included, its buttons left out.
+  // Somewhere inside the window, the menu included. The title bar is the system's.
   void ClickSomewhere(WindowHandle window) {
-    constexpr int kTitleButtons = 90;
+    constexpr int kTitleBar = 28;
+    constexpr int kBorder = 6;
     const WindowPlace place = PlaceOf(window);
-    if (place.width < kTitleButtons || place.height < 60) return;
-    const int y = Pick(4, place.height - 6);
-    const int x = Pick(4, place.width - (y < 40 ? kTitleButtons : 6));
+    if (place.width <= 2 * kBorder || place.height <= kTitleBar + kBorder) return;
+    const int y = Pick(kTitleBar, place.height - kBorder);
+    const int x = Pick(kBorder, place.width - kBorder);
     static constexpr std::array kButtons = {MouseButton::kLeft, MouseButton::kLeft,
                                             MouseButton::kLeft, MouseButton::kRight,
                                             MouseButton::kMiddle};
