@@ -39,6 +39,18 @@ TEST_F(EditorEditTest, TheButtonSaysUpdatedInGreenForASecond) {
   EXPECT_EQ(dialog_.cmdUpdateGSSI.back_colour, 0x8000000FU);
 }
 
+TEST_F(EditorEditTest, EachFlashEndsOnce) {
+  Open(9001, 5010);
+  form_->Click(dialog_.cmdUpdateGSSI);
+  Enter(dialog_.txtSSI_labelEdit, "Delta");
+  loop_.AdvanceMs(1100);
+  dialog_.cmdUpdateGSSI.caption = "later";
+  dialog_.txtSSI_labelEdit.back_colour = kFailedRed;
+  loop_.AdvanceMs(5000);
+  EXPECT_EQ(dialog_.cmdUpdateGSSI.caption, "later");
+  EXPECT_EQ(dialog_.txtSSI_labelEdit.back_colour, kFailedRed);
+}
+
 TEST_F(EditorEditTest, AnUpdateOfAGroupThatIsGoneSaysFailedInRedAndChangesNothing) {
   Open(9001);
   groups_.Reset();

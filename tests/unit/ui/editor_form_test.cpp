@@ -228,6 +228,20 @@ TEST_F(EditorFormTest, ChoosingANetworkShowsItsGroupsWithNoneSelected) {
   EXPECT_EQ(Shown(dialog_.cboCountry), "204") << "the choice stays";
 }
 
+TEST_F(EditorFormTest, AnEntryOrALineThatIsNotThereIsNotSelected) {
+  Open(9001);
+  const int country = dialog_.cboCountry.list_index;
+  const auto entries = static_cast<int>(dialog_.cboCountry.entries.get().size());
+  for (const int index : {-1, entries}) {
+    form_->ComboSelected(dialog_.cboCountry, index);
+    EXPECT_EQ(dialog_.cboCountry.list_index, country);
+  }
+  for (const int line : {-1, 3}) {
+    form_->ListSelected(dialog_.lstGSSI_Lockouts, line, true);
+    EXPECT_EQ(dialog_.lstGSSI_Lockouts.list_index(), -1);
+  }
+}
+
 TEST_F(EditorFormTest, ClosesAtTheFifthIdleMinute) {
   Open();
   loop_.AdvanceMs(5 * kMinuteMs - 1000);
