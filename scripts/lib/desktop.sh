@@ -9,7 +9,7 @@
 # say so.
 
 PORT_PROGRAMS="desktop_test persistence_link_test"
-FILE_PROGRAMS="persistence_test"
+FILE_PROGRAMS="persistence_test window_life_test"
 DESKTOP_CASE_LIMIT=${DESKTOP_CASE_LIMIT:-600}
 
 level_desktop() {

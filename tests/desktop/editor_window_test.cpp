@@ -1,4 +1,4 @@
-// The real editor window: what it shows of its controls, and that nothing of it stays behind.
+// The real editor window: what it shows of its controls.
 #include "desktop/ui_window/editor_fixture.h"
 #include "desktop/ui_window/window_fixture.h"
 
@@ -115,44 +115,6 @@ TEST_F(EditorWindowTest, TheBoxAndTheButtonShowTheirColours) {
   EXPECT_EQ(PixelOf(In(cmdUpdateGSSI), 4, 4), kGreen);
   const PixelRect box = ClientRect(In(txtSSI_labelEdit));
   EXPECT_EQ(PixelOf(In(txtSSI_labelEdit), box.width - 4, box.height / 2), kRed);
-}
-
-TEST_F(EditorWindowTest, AThousandOpeningsLeaveNothingBehind) {
-  editor_.reset();
-  // Filling waits for a timer: some of them are filled, all are made.
-  const auto open_and_close = [&](int opening) {
-    OpenEditor editor(loop_, window_, tables_);
-    ASSERT_TRUE(editor.made);
-    loop_.DoEvents();
-    if (opening % 20 == 0) {
-      ASSERT_TRUE(AwaitFilled(loop_, editor));
-    }
-  };
-  for (int opening = 0; opening < 40; ++opening) open_and_close(opening);
-  const OwnUse before = UseOfThisProgram();
-  for (int opening = 0; opening < 1000 && !HasFatalFailure(); ++opening) open_and_close(opening);
-  const OwnUse after = UseOfThisProgram();
-  ASSERT_GT(before.private_kib, 0U);
-  EXPECT_EQ(after.windows, before.windows);
-  EXPECT_LE(after.gdi_objects, before.gdi_objects);
-  EXPECT_LE(after.user_objects, before.user_objects);
-  EXPECT_LE(after.private_kib, before.private_kib + kSpareKib);
-}
-
-TEST_F(WindowTest, AThousandCompactTogglesLeaveNothingBehind) {
-  const auto toggle = [&] {
-    main_form_.Click(form_.mnuCompactMode);
-    loop_.DoEvents();
-  };
-  for (int time = 0; time < 20; ++time) toggle();
-  const OwnUse before = UseOfThisProgram();
-  for (int time = 0; time < 1000; ++time) toggle();
-  const OwnUse after = UseOfThisProgram();
-  ASSERT_GT(before.private_kib, 0U);
-  EXPECT_EQ(after.windows, before.windows);
-  EXPECT_LE(after.gdi_objects, before.gdi_objects);
-  EXPECT_LE(after.user_objects, before.user_objects);
-  EXPECT_LE(after.private_kib, before.private_kib + kSpareKib);
 }
 
 }  // namespace
