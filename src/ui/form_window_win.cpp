@@ -70,6 +70,7 @@ bool FormWindow::Create(const WindowTable& table, UserEvents& handlers, HWND own
 
 void FormWindow::Show() {
   if (window_ == nullptr) return;
+  ArrangeNow();  // a window that begins compact is never seen in another size
   const Window::Bounds& bounds = table_->window.bounds;
   PixelRect rect{bounds.left / kTwipsPerPixel, bounds.top / kTwipsPerPixel, 0, 0};
   const auto move = [&] {
@@ -152,6 +153,12 @@ void FormWindow::Changed(const Control& control, Field field) {
 // other: they are shown together, before anything is painted.
 void FormWindow::ArrangeLater() {
   if (!std::exchange(arrange_waits_, true)) PostMessageA(window_, kArrange, 0, 0);
+}
+
+void FormWindow::ArrangeNow() {
+  if (!arrange_waits_) return;
+  const Window::Bounds& bounds = table_->window.bounds;
+  Arrange(dpi_, {bounds.left / kTwipsPerPixel, bounds.top / kTwipsPerPixel});
 }
 
 void FormWindow::Arrange(int dpi, POINT corner) {
@@ -270,13 +277,9 @@ LRESULT FormWindow::Handle(UINT message, WPARAM w_param, LPARAM l_param) {
     case WM_MOUSEMOVE:
       events_.NotePointer(window_, l_param);
       return 0;
-    case kArrange: {
-      const Window::Bounds& bounds = table_->window.bounds;
-      if (arrange_waits_) {
-        Arrange(dpi_, {bounds.left / kTwipsPerPixel, bounds.top / kTwipsPerPixel});
-      }
+    case kArrange:
+      ArrangeNow();
       return 0;
-    }
     case WM_GETDPISCALEDSIZE:
       *reinterpret_cast<SIZE*>(l_param) = OuterSize(static_cast<int>(w_param));
       return TRUE;

@@ -60,6 +60,7 @@ class FormWindow : public ControlSink, private LoopWin::Hook {
   void NotePosition();
   void Place();
   void ArrangeLater();
+  void ArrangeNow();
   void Arrange(int dpi, POINT corner);
 
   LoopWin& loop_;

@@ -107,15 +107,15 @@ TEST_F(SettingsTest, CompactModeSurvivesARestart) {
   Start();
   const WindowPlace normal = PlaceOf(Program().Window());
   ChooseMenuItem(Program().Window(), Number(mnuCompactMode));
-  AwaitHandled();  // the size changes in more than one step
+  Await("the compact window", [&] { return PlaceOf(Program().Window()) != normal; });
   const WindowPlace compact = PlaceOf(Program().Window());
+  EXPECT_LT(compact.width, normal.width);
   EXPECT_LT(compact.height, normal.height);
   Restart();
   EXPECT_EQ(PlaceOf(Program().Window()), compact);
   EXPECT_FALSE(Visible(Control(fraWinsock)));
   ChooseMenuItem(Program().Window(), Number(mnuCompactMode));
-  AwaitHandled();
-  EXPECT_EQ(PlaceOf(Program().Window()).height, normal.height);
+  Await("the normal window", [&] { return PlaceOf(Program().Window()) == normal; });
   Restart();
   EXPECT_EQ(PlaceOf(Program().Window()).height, normal.height);
 }
