@@ -161,7 +161,7 @@ TEST_F(EditorTest, TheTabKeyGoesRoundTheEditorBothWays) {
     Await("forwards to " + std::to_string(Number(id)), [&] { return HasFocus(id); });
   }
   for (std::size_t back = order.size() - 1; back-- > 0;) {
-    HandKey(kTabKey, true);
+    HandKey(kTabKey, kShiftKey);
     Await("back to " + std::to_string(Number(order[back])), [&] { return HasFocus(order[back]); });
   }
 }

@@ -52,7 +52,7 @@ class RandomHandsTest : public CallTest {
                                          kHomeKey, kDownKey,   0x26,       0x20,
                                          0x71,     0x5D,       0x2E,       0x08};
     HandKey(kKeys[static_cast<std::size_t>(Pick(0, static_cast<int>(kKeys.size()) - 1))],
-            Pick(0, 5) == 0);
+            Pick(0, 5) == 0 ? kShiftKey : 0);
   }
 
   void DoSomething() {

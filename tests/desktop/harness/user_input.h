@@ -11,6 +11,7 @@ namespace corvane::desktop {
 // Virtual key codes.
 inline constexpr int kTabKey = 0x09;
 inline constexpr int kReturnKey = 0x0D;
+inline constexpr int kShiftKey = 0x10;
 inline constexpr int kEscapeKey = 0x1B;
 inline constexpr int kEndKey = 0x23;
 inline constexpr int kHomeKey = 0x24;
@@ -29,8 +30,8 @@ void HandClick(WindowHandle control, MouseButton button = MouseButton::kLeft);
 void HandClickAt(WindowHandle control, int x, int y, MouseButton button = MouseButton::kLeft);
 // Clicks on a line of a list, which must be in view.
 void HandClickLine(WindowHandle list, int line, MouseButton button = MouseButton::kLeft);
-// Presses and releases a key by its virtual key code, perhaps with Shift held.
-void HandKey(int virtual_key, bool shift = false);
+// Presses and releases a key by its virtual key code, with another one held down (0: none).
+void HandKey(int virtual_key, int with = 0);
 // Types letters, digits and blanks of a US keyboard.
 void HandType(std::string_view text);
 

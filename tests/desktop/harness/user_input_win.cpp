@@ -81,17 +81,17 @@ void HandClickLine(WindowHandle list, int line, MouseButton button) {
   HandClickAt(list, kRightOfTheBorder, kBorder + (line - top) * row + row / 2, button);
 }
 
-void HandKey(int virtual_key, bool shift) {
-  if (shift) Key(VK_SHIFT, true);
+void HandKey(int virtual_key, int with) {
+  if (with != 0) Key(with, true);
   Key(virtual_key, true);
   Key(virtual_key, false);
-  if (shift) Key(VK_SHIFT, false);
+  if (with != 0) Key(with, false);
 }
 
 void HandType(std::string_view text) {
   for (const char letter : text) {
     const auto code = static_cast<unsigned char>(letter);
-    HandKey(std::toupper(code), std::isupper(code) != 0);
+    HandKey(std::toupper(code), std::isupper(code) != 0 ? kShiftKey : 0);
   }
 }
 

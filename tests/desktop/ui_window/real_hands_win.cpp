@@ -5,6 +5,8 @@
 
 #include <array>
 
+#include "desktop/harness/user_input.h"
+
 namespace corvane::ui_test {
 
 namespace {
@@ -49,22 +51,6 @@ HWND ShownTip(Handle window) {
   return search.found;
 }
 
-void SendKey(int key, bool up) {
-  INPUT input{};
-  input.type = INPUT_KEYBOARD;
-  input.ki.wVk = static_cast<WORD>(key);
-  input.ki.wScan = static_cast<WORD>(MapVirtualKeyA(static_cast<UINT>(key), MAPVK_VK_TO_VSC));
-  input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0U;
-  SendInput(1, &input, sizeof input);
-}
-
-void SendButton(DWORD flag) {
-  INPUT input{};
-  input.type = INPUT_MOUSE;
-  input.mi.dwFlags = flag;
-  SendInput(1, &input, sizeof input);
-}
-
 }  // namespace
 
 std::uint32_t SystemColour(int number) {
@@ -101,19 +87,15 @@ LightOnDark::~LightOnDark() {
 }
 
 void MovePointer(int x, int y) {
-  SetCursorPos(x, y);
+  desktop::MovePointer(x, y);
 }
 
 void ClickPointer() {
-  SendButton(MOUSEEVENTF_LEFTDOWN);
-  SendButton(MOUSEEVENTF_LEFTUP);
+  desktop::PressMouse(desktop::MouseButton::kLeft);
 }
 
 void StrikeKey(int key, int with) {
-  if (with != 0) SendKey(with, false);
-  SendKey(key, false);
-  SendKey(key, true);
-  if (with != 0) SendKey(with, true);
+  desktop::HandKey(key, with);
 }
 
 LPARAM PointerIn(Handle window) {
