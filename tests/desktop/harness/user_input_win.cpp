@@ -14,11 +14,47 @@ HWND Hwnd(WindowHandle window) {
   return reinterpret_cast<HWND>(window);
 }
 
-void Mouse(DWORD flags) {
+struct ButtonFlags {
+  DWORD down;
+  DWORD up;
+};
+
+ButtonFlags FlagsOf(MouseButton button) {
+  switch (button) {
+    case MouseButton::kRight:
+      return {MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP};
+    case MouseButton::kMiddle:
+      return {MOUSEEVENTF_MIDDLEDOWN, MOUSEEVENTF_MIDDLEUP};
+    case MouseButton::kLeft:
+      break;
+  }
+  return {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP};
+}
+
+void Mouse(DWORD flags, LONG x = 0, LONG y = 0) {
   INPUT input{};
   input.type = INPUT_MOUSE;
+  input.mi.dx = x;
+  input.mi.dy = y;
   input.mi.dwFlags = flags;
   SendInput(1, &input, sizeof input);
+}
+
+// A pixel of the first screen in the 65536 steps that an absolute position is given in, such that
+// rounding down leads back to it.
+LONG Steps(int pixel, int size) {
+  return static_cast<LONG>((static_cast<long long>(pixel) * 65536 + size - 1) / size);
+}
+
+// The place goes with the press and with the release: what the system reports of an earlier
+// movement in between cannot carry the pointer away.
+void ClickAt(int x, int y, MouseButton button) {
+  const LONG across = Steps(x, GetSystemMetrics(SM_CXSCREEN));
+  const LONG down = Steps(y, GetSystemMetrics(SM_CYSCREEN));
+  constexpr DWORD kThere = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+  const ButtonFlags flags = FlagsOf(button);
+  Mouse(kThere | flags.down, across, down);
+  Mouse(kThere | flags.up, across, down);
 }
 
 void Key(int virtual_key, bool down) {
@@ -46,26 +82,14 @@ void MovePointer(int x, int y) {
 }
 
 void PressMouse(MouseButton button) {
-  switch (button) {
-    case MouseButton::kLeft:
-      Mouse(MOUSEEVENTF_LEFTDOWN);
-      Mouse(MOUSEEVENTF_LEFTUP);
-      break;
-    case MouseButton::kRight:
-      Mouse(MOUSEEVENTF_RIGHTDOWN);
-      Mouse(MOUSEEVENTF_RIGHTUP);
-      break;
-    case MouseButton::kMiddle:
-      Mouse(MOUSEEVENTF_MIDDLEDOWN);
-      Mouse(MOUSEEVENTF_MIDDLEUP);
-      break;
-  }
+  const ButtonFlags flags = FlagsOf(button);
+  Mouse(flags.down);
+  Mouse(flags.up);
 }
 
 void HandClickAt(WindowHandle control, int x, int y, MouseButton button) {
   const WindowPlace place = PlaceOf(control);
-  MovePointer(place.left + x, place.top + y);
-  PressMouse(button);
+  ClickAt(place.left + x, place.top + y, button);
 }
 
 void HandClick(WindowHandle control, MouseButton button) {
