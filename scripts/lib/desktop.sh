@@ -1,18 +1,24 @@
 # The desktop level: cases that drive the two finished programs. Each runs in a process of its own:
 # one that fails or hangs spoils no other.
 #
-# The cases that need the fixed port run one after the other. Those about files need none and run
-# beside them, in a prefix and on a screen of their own, and step back where both want a processor.
+# They wait for windows and calls more than they compute, so several lanes take case after case from
+# one list, each with a screen, a prefix, sound and a network of its own: the port is fixed, and
+# two programs that talk through it must be alone with it. Where no network can be made, one lane
+# runs what needs the port and another the rest.
 #
 # Corvane waits 200 ms for an answer of SDR# and then goes on without it, as it must. So that a
-# machine with much else to do does not come between them, the cases go first where this user may
-# say so.
+# machine with much else to do does not come between them, the cases that need the port go first
+# where this user may say so; those about files step back.
 
 PORT_PROGRAMS="desktop_test persistence_link_test"
 FILE_PROGRAMS="persistence_test window_life_test"
+# These take minutes: they begin first, so that no lane is left alone with one at the end.
+LONG_CASES="KillTest|AThousand|BusyMinutes|RandomHands|ManyRecordings"
+DESKTOP_LANES=${DESKTOP_LANES:-3}
 DESKTOP_CASE_LIMIT=${DESKTOP_CASE_LIMIT:-600}
 
 level_desktop() {
+  local lane lanes=() kinds=()
   rm -rf "$LOGS/desktop"
   mkdir -p "$LOGS/desktop"
   # shellcheck disable=SC2086
@@ -20,85 +26,94 @@ level_desktop() {
     fail "desktop: build"
     return
   fi
-  be_nice -10
   if ! prepare_wine; then
     fail "desktop: surroundings"
     return
   fi
-  local beside
-  file_cases >"$LOGS/desktop/file-cases.txt" 2>&1 </dev/null &
-  beside=$!
-  at_exit "kill $beside 2>/dev/null; wait $beside 2>/dev/null"
-  use_small_disk small-disk
-  run_desktop_programs $PORT_PROGRAMS | tee "$LOGS/desktop/port-cases.txt"
-  wait "$beside" || fail "desktop: the cases about files ended early"
-  cat "$LOGS/desktop/file-cases.txt"
-  count_desktop_cases "$LOGS/desktop/port-cases.txt"
-  count_desktop_cases "$LOGS/desktop/file-cases.txt"
-  be_nice 0
-}
-
-# be_nice N: of what is started from here on.
-be_nice() { renice -n "$1" -p "$BASHPID" >/dev/null 2>&1 || true; }
-
-file_cases() {
-  CLEANUPS=()
-  trap run_cleanups EXIT
-  trap 'exit 143' TERM
-  be_nice 5
-  start_display
-  use_wine_prefix wine-files N
-  use_small_disk small-disk-files
-  # shellcheck disable=SC2086
-  run_desktop_programs $FILE_PROGRAMS
-}
-
-# run_desktop_programs PROGRAM...: all their cases, a line for each, and at last one that says so.
-run_desktop_programs() {
-  local program tests names name
-  for program in "$@"; do
-    tests=$BUILD/mingw/tests/desktop/$program.exe
-    names=$(wine_here "$tests" --gtest_list_tests "--gtest_filter=$CASES" 2>/dev/null |
-      tr -d '\r' | awk '/^[^ ]/ {suite = $1} /^  / {print suite $1}') || names=
-    [ -n "$names" ] || [ -n "${DESKTOP_FILTER:-}" ] || say "FAILED  $program lists no case"
-    for name in $names; do
-      run_desktop_case "$tests" "$name"
-    done
-  done
-  say "end     of $*"
-}
-
-# count_desktop_cases FILE: adds what the lines in it say.
-count_desktop_cases() {
-  local result name found= ended=
-  while read -r result name _; do
-    case $result in
-      ok) found=yes && pass ;;
-      FAILED) found=yes && fail "desktop: $name" ;;
-      end) ended=yes ;;
+  local cases=${DESKTOP_FILTER:-*}
+  if ! can_mount_small_disk; then
+    say "no small disk can be mounted here: the cases of a full disk are left out"
+    case $cases in
+      *-*) cases="$cases:*FullDisk*" ;;
+      *) cases="$cases-*FullDisk*" ;;
     esac
-  done <"$1"
-  [ -n "$ended" ] || fail "desktop: $(basename "$1") ended before its last case"
-  [ -n "$found" ] || [ -n "${DESKTOP_FILTER:-}" ] || fail "desktop: no case in $(basename "$1")"
+  fi
+  # shellcheck disable=SC2086
+  list_desktop_cases port "$cases" $PORT_PROGRAMS
+  # shellcheck disable=SC2086
+  list_desktop_cases file "$cases" $FILE_PROGRAMS
+
+  mapfile -t kinds < <(lane_kinds)
+  for lane in $(seq "${#kinds[@]}"); do
+    # shellcheck disable=SC2086
+    $OWN_NETWORK "$ROOT/scripts/lib/desktop_lane.sh" "$lane" ${kinds[lane - 1]} </dev/null 2>&1 &
+    lanes+=($!)
+    at_exit "kill $! 2>/dev/null; wait $! 2>/dev/null"
+  done
+  for lane in "${lanes[@]}"; do
+    wait "$lane" || say "a lane ended early"
+  done
+  count_desktop_cases
 }
 
-# use_small_disk NAME: a file system with hardly more room than the program needs for the cases that
-# fill it; and which cases are run, in CASES. Only root can mount one, and not in every container.
-use_small_disk() {
-  local folder=$BUILD/$1
-  CASES=${DESKTOP_FILTER:-*}
-  mkdir -p "$folder"
-  if mount -t tmpfs -o size=16m corvane-small-disk "$folder" 2>/dev/null; then
-    at_exit "umount -l '$folder' 2>/dev/null"
-    CORVANE_SMALL_DISK=$(windows_path "$folder")
-    export CORVANE_SMALL_DISK
+# How a lane is started, so that it has a network of its own and may mount; empty: it cannot.
+OWN_NETWORK=
+if unshare -nm true 2>/dev/null; then
+  OWN_NETWORK="unshare -nm"
+elif unshare -rnm true 2>/dev/null; then
+  OWN_NETWORK="unshare -rnm"
+fi
+
+# lane_kinds: a line for each lane with the kinds of cases it takes, the first before the second.
+lane_kinds() {
+  local lane
+  if [ -z "$OWN_NETWORK" ]; then
+    printf '%s\n' port file
     return
   fi
-  say "no small disk can be mounted here: the cases of a full disk are left out"
-  case $CASES in
-    *-*) CASES="$CASES:*FullDisk*" ;;
-    *) CASES="$CASES-*FullDisk*" ;;
-  esac
+  for lane in $(seq "$DESKTOP_LANES"); do
+    if [ "$lane" -eq 2 ]; then echo "file port"; else echo "port file"; fi
+  done
+}
+
+# list_desktop_cases KIND FILTER PROGRAM...: what is to be run, "PROGRAM CASE", the long ones first.
+list_desktop_cases() {
+  local filter=$2 program tests names list=$LOGS/desktop/to-run-$1
+  shift 2
+  for program in "$@"; do
+    tests=$BUILD/mingw/tests/desktop/$program.exe
+    names=$(wine_here "$tests" --gtest_list_tests "--gtest_filter=$filter" 2>/dev/null |
+      tr -d '\r' | awk '/^[^ ]/ {suite = $1} /^  / {print suite $1}') || names=
+    [ -n "$names" ] || [ -n "${DESKTOP_FILTER:-}" ] || fail "desktop: $program lists no case"
+    for name in $names; do echo "$program $name"; done
+  done >"$list-in-order"
+  { grep -E "$LONG_CASES" "$list-in-order" || true
+    grep -vE "$LONG_CASES" "$list-in-order" || true; } >"$list"
+}
+
+# Only root can mount one, and not in every container.
+can_mount_small_disk() {
+  local folder=$BUILD/small-disk
+  mkdir -p "$folder"
+  # shellcheck disable=SC2016
+  $OWN_NETWORK sh -c 'mount -t tmpfs -o size=16m corvane-small-disk "$1" && umount "$1"' sh \
+    "$folder" 2>/dev/null
+}
+
+# What the lanes say, against what was to be run.
+count_desktop_cases() {
+  local name
+  while read -r _ name; do
+    if grep -qsF "ok      $name (" "$LOGS/desktop"/lane-*.txt; then
+      pass
+    elif grep -qsF "FAILED  $name;" "$LOGS/desktop"/lane-*.txt; then
+      fail "desktop: $name"
+    else
+      fail "desktop: $name was not run to its end"
+    fi
+  done < <(cat "$LOGS/desktop"/to-run-*-in-order)
+  [ -s "$LOGS/desktop/to-run-port-in-order" ] || [ -n "${DESKTOP_FILTER:-}" ] ||
+    fail "desktop: no case"
 }
 
 # run_limited NAME PROGRAM ARGUMENTS...: ends it after the limit, with a picture of the screen taken

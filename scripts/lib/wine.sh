@@ -1,12 +1,15 @@
 # A display, a wine prefix and sound that belong to these scripts alone. Nothing of the user's own
 # wine or sound set-up is touched.
 
+# What the logs of these surroundings are told apart by, where there are several at a time.
+SURROUNDINGS=
+
 # start_display [SIZE]: a virtual screen of its own. Sets DISPLAY.
 start_display() {
   local number_file tries
   number_file=$(mktemp)
   Xvfb -displayfd 3 -screen 0 "${1:-1600x1200}x24" -nolisten tcp \
-    3>"$number_file" >"$LOGS/xvfb.log" 2>&1 </dev/null &
+    3>"$number_file" >"$LOGS/xvfb$SURROUNDINGS.log" 2>&1 </dev/null &
   local server=$!
   at_exit "kill $server 2>/dev/null; wait $server 2>/dev/null"
   for tries in $(seq 1 200); do
@@ -14,7 +17,7 @@ start_display() {
     kill -0 "$server" 2>/dev/null || break
     sleep 0.1
   done
-  [ -s "$number_file" ] || die "no virtual display: $(tail -n 3 "$LOGS/xvfb.log")"
+  [ -s "$number_file" ] || die "no virtual display: $(tail -n 3 "$LOGS/xvfb$SURROUNDINGS.log")"
   DISPLAY=:$(tr -d '[:space:]' <"$number_file")
   export DISPLAY
   rm -f "$number_file"
@@ -38,7 +41,7 @@ use_wine_prefix() {
   at_exit "wineserver_here -k"
   if [ ! -f "$WINEPREFIX/corvane-ready" ]; then
     say "making a wine prefix in ${WINEPREFIX#"$ROOT"/}"
-    run_logged "wine-prefix" make_wine_prefix "$2" || die "wine could not be set up"
+    run_logged "wine-prefix$SURROUNDINGS" make_wine_prefix "$2" || die "wine could not be set up"
     touch "$WINEPREFIX/corvane-ready"
   fi
 }
@@ -69,7 +72,7 @@ start_sound() {
     --realtime=no --log-target=stderr \
     -L "module-native-protocol-unix auth-anonymous=1 socket=$folder/native" \
     -L "module-null-sink sink_name=corvane rate=44100 norewinds=1" \
-    >"$LOGS/pulseaudio.log" 2>&1 </dev/null &
+    >"$LOGS/pulseaudio$SURROUNDINGS.log" 2>&1 </dev/null &
   server=$!
   at_exit "kill $server 2>/dev/null; wait $server 2>/dev/null; rm -rf '$folder'"
   export PULSE_SERVER=unix:$folder/native
@@ -86,7 +89,7 @@ start_sound() {
     fi
     sleep 0.1
   done
-  say "no sound server: $(tail -n 3 "$LOGS/pulseaudio.log")"
+  say "no sound server: $(tail -n 3 "$LOGS/pulseaudio$SURROUNDINGS.log")"
   return 1
 }
 
