@@ -23,6 +23,10 @@ need_packages $BUILD_PACKAGES $RUN_PACKAGES $TEST_PACKAGES $PACKAGE_PACKAGES
 for level in $LEVELS; do
   step "$level"
   SECONDS=0
+  case $level in
+    desktop) build_beside $LEVELS ;;
+    fuzz | bench) await_built_beside ;;
+  esac
   "level_$level"
   say "$level took $SECONDS s"
 done

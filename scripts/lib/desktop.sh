@@ -14,7 +14,7 @@ PORT_PROGRAMS="desktop_test persistence_link_test"
 FILE_PROGRAMS="persistence_test window_life_test"
 # These take minutes: they begin first, so that no lane is left alone with one at the end.
 LONG_CASES="KillTest|AThousand|BusyMinutes|RandomHands|ManyRecordings"
-DESKTOP_LANES=${DESKTOP_LANES:-3}
+DESKTOP_LANES=${DESKTOP_LANES:-$((JOBS < 4 ? JOBS : 4))}
 DESKTOP_CASE_LIMIT=${DESKTOP_CASE_LIMIT:-600}
 
 level_desktop() {

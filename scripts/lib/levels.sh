@@ -71,6 +71,31 @@ level_contract() {
   run_one contract/pictures scripts/pictures.sh
 }
 
+# build_beside LEVEL...: what the later ones of these levels need, while the desktop cases wait for
+# their windows, and only when nothing else wants a processor. What fails here is built, and told
+# of, by its level.
+BUILT_BESIDE=
+build_beside() {
+  local presets=
+  [[ " $* " != *" fuzz "* ]] || presets="fuzz"
+  [[ " $* " != *" bench "* ]] || presets="$presets native"
+  [ -n "$presets" ] || return 0
+  (
+    renice -n 19 -p "$BASHPID" >/dev/null
+    for preset in $presets; do
+      # shellcheck disable=SC2046
+      configure_and_build "$preset" $([ "$preset" != native ] || echo benchmarks) || true
+    done
+  ) >/dev/null 2>&1 &
+  BUILT_BESIDE=$!
+  at_exit "kill $BUILT_BESIDE 2>/dev/null; wait $BUILT_BESIDE 2>/dev/null"
+}
+
+await_built_beside() {
+  [ -z "$BUILT_BESIDE" ] || wait "$BUILT_BESIDE" || true
+  BUILT_BESIDE=
+}
+
 level_fuzz() {
   local target found=
   if ! configure_and_build fuzz; then

@@ -20,7 +20,7 @@ namespace {
 
 using enum ControlId;
 
-constexpr int kKillsOfAPart = 250;
+constexpr int kKillsOfAPart = 125;
 constexpr int kEnoughForEveryKind = 50;  // fewer can all be of one kind by chance
 constexpr std::size_t kProgramsAtOnce = 3;
 constexpr int kLongestSaving_us = 60'000;   // of a program that saves one file after the other
@@ -239,7 +239,7 @@ TEST_P(KillTest, NothingSavedIsLostWheneverTheProgramIsKilled) {
 }
 
 // Each part is a case of its own, and so is limited in time by itself.
-INSTANTIATE_TEST_SUITE_P(Parts, KillTest, ::testing::Range(1, 5));
+INSTANTIATE_TEST_SUITE_P(Parts, KillTest, ::testing::Range(1, 9));
 
 }  // namespace
 }  // namespace corvane::desktop
