@@ -36,6 +36,14 @@ HWND MakeMessageWindow(const char* class_name, WNDPROC procedure, void* owner) {
   return window;
 }
 
+// Whether the system runs a menu on this thread, or a window is being moved or sized there.
+bool InMenuOrMove() {
+  constexpr DWORD kLoops = GUI_INMENUMODE | GUI_INMOVESIZE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE;
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  return GetGUIThreadInfo(GetCurrentThreadId(), &info) != 0 && (info.flags & kLoops) != 0;
+}
+
 }  // namespace
 
 class LoopWin::TimerWin : public Timer {
@@ -194,15 +202,28 @@ void LoopWin::Dispatch(MSG& message) {
   DispatchMessageA(&message);
 }
 
+// Of the messages of a menu or a move, which are those of the user's hands, none is taken: the loop
+// that the system runs for it would miss them, and who they are meant for would be another.
+bool LoopWin::TakeMessage(MSG& message, bool in_menu_or_move) {
+  const auto peek = [&](HWND window, UINT kind) {
+    return PeekMessageA(&message, window, kind, kind, PM_REMOVE) != 0;
+  };
+  return Taking([&] {
+    if (!in_menu_or_move) return peek(nullptr, 0);
+    return peek(window_, 0) || peek(socket_window_, 0) || peek(nullptr, WM_PAINT);
+  });
+}
+
 void LoopWin::DoEvents() {
   if (depth_ >= kDeepestYield) return;
   ++depth_;
+  const bool in_menu_or_move = InMenuOrMove();
   const std::int64_t end = TickMs() + kLongestYieldMs;
   TimerTable::Pass pass;
   bool quitting = false;
   for (int budget = kEventsPerYield; budget > 0 && TickMs() <= end; --budget) {
     MSG message;
-    if (Taking([&] { return PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE); }) == 0) {
+    if (!TakeMessage(message, in_menu_or_move)) {
       if (!RunPosted() && !RunDue(pass)) break;
     } else if (message.message == WM_QUIT) {
       PostQuitMessage(static_cast<int>(message.wParam));

@@ -1,7 +1,8 @@
 // The event loop as a Windows message loop.
 //
 // Timers and posted events go on inside the system's own loops (an open menu, a window being moved,
-// a message box), because both are driven by messages to a hidden window.
+// a message box), because both are driven by messages to a hidden window. A handler that lets
+// events run inside a menu or a move leaves what the user does then to that loop.
 #pragma once
 
 #include <windows.h>
@@ -95,6 +96,7 @@ class LoopWin : public Loop {
   void RunTimers();
   template <typename Call>
   auto Taking(Call take);
+  bool TakeMessage(MSG& message, bool in_menu_or_move);
   void Dispatch(MSG& message);
   bool DispatchSocketMessages();
   void Idle(bool at_rest);

@@ -197,6 +197,58 @@ TEST(LoopWin, TimersGoOnWhileAWindowIsBeingMoved) {
   EXPECT_GE(ticks, 3);
 }
 
+// A handler that waits inside the system's loop, and the key that ends that loop: posted right
+// before the wait, so that a wait which takes it has it.
+struct WaitInside {
+  explicit WaitInside(UINT key) {
+    hook.filter = [this](const MSG& message) {
+      keys_taken += message.message == WM_KEYDOWN ? 1 : 0;
+      return false;
+    };
+    loop.AddHook(hook);
+    timer = loop.MakeTimer(50, [this, key] {
+      if (++ticks == 3) {
+        PostMessageA(window.handle(), WM_KEYDOWN, key, 0);
+        loop.Post(EventSource::kUser, [this] { ran_inside = true; });
+        loop.DoEvents();
+      }
+      if (ticks > kLongest) PostMessageA(window.handle(), WM_CANCELMODE, 0, 0);
+      if (ticks > kLongest) EndMenu();
+    });
+    timer->SetEnabled(true);
+    SetForegroundWindow(window.handle());
+  }
+  ~WaitInside() { loop.RemoveHook(hook); }
+
+  static constexpr int kLongest = 200;
+  LoopWin loop;
+  TestWindow window;
+  NotedHook hook;
+  std::unique_ptr<Timer> timer;
+  int ticks = 0;
+  int keys_taken = 0;
+  bool ran_inside = false;
+};
+
+TEST(LoopWin, AWaitInsideAMenuLeavesTheMenuItsKeys) {
+  WaitInside wait(VK_ESCAPE);
+  HMENU menu = CreatePopupMenu();
+  AppendMenuA(menu, MF_STRING, 1, "Entry");
+  TrackPopupMenu(menu, 0, 100, 100, 0, wait.window.handle(), nullptr);
+  DestroyMenu(menu);
+  EXPECT_TRUE(wait.ran_inside);
+  EXPECT_EQ(wait.keys_taken, 0);
+  EXPECT_LT(wait.ticks, WaitInside::kLongest) << "the key did not end the menu";
+}
+
+TEST(LoopWin, AWaitInsideAMoveLeavesTheMoveItsKeys) {
+  WaitInside wait(VK_RETURN);
+  SendMessageA(wait.window.handle(), WM_SYSCOMMAND, SC_MOVE, 0);
+  EXPECT_TRUE(wait.ran_inside);
+  EXPECT_EQ(wait.keys_taken, 0);
+  EXPECT_LT(wait.ticks, WaitInside::kLongest) << "the key did not end the move";
+}
+
 TEST(LoopWin, APeriodIsKeptOverManyTicks) {
   LoopWin loop;
   std::vector<std::int64_t> times;
