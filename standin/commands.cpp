@@ -14,6 +14,7 @@ namespace {
 constexpr std::int64_t kMaxCount = 100000;
 constexpr std::int64_t kMaxMs = 3600000;
 constexpr std::int64_t kMaxScreen = 32000;
+constexpr std::int64_t kMinWidth = 100;
 
 // A command that only a running SDR# carries out.
 template <typename Act>
@@ -202,6 +203,34 @@ Command Cover(WordReader& words) {
   });
 }
 
+Command Stranger(WordReader& words) {
+  if (words.NextChoice("what it does", {"hang", "none"}) == 1) {
+    return Always([](Model& model) { model.tree().RemoveStrangers(); });
+  }
+  const std::int64_t ms = words.NextNumber("ms", 1, kMaxMs);
+  return Always([=](Model& model) { model.ShowStranger(ms); });
+}
+
+Command Width(WordReader& words) {
+  const int width = static_cast<int>(words.NextNumber("pixels", kMinWidth, kMaxScreen));
+  return OnWindow(true, [=](Model& model, WindowId) { model.windows().SetInfoWidth(width); });
+}
+
+Command Elevated(WordReader& words) {
+  const bool on = ReadOnOff(words);
+  return Always([=](Model& model) { model.SetElevated(on); });
+}
+
+Command Front(WordReader& words) {
+  const bool kept = words.NextChoice("the front", {"given", "kept"}) == 1;
+  return Always([=](Model& model) { model.SetFrontKept(kept); });
+}
+
+Command Refusal(WordReader& words) {
+  const std::int64_t ms = words.NextNumber("ms", 0, kMaxMs);
+  return Always([=](Model& model) { model.SetRefusalMs(ms); });
+}
+
 Command Refuse(WordReader& words) {
   const bool on = ReadOnOff(words);
   return Always([=](Model& model) { model.server().SetRefusing(on); });
@@ -262,6 +291,11 @@ constexpr Verb kSdrVerbs[] = {
     {"panel", Panel},
     {"paint", PaintBox},
     {"cover", Cover},
+    {"stranger", Stranger},
+    {"width", Width},
+    {"elevated", Elevated},
+    {"front", Front},
+    {"refusal", Refusal},
     {"refuse", Refuse},
     {"cut", Cut},
     {"reply", Reply},

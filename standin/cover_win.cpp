@@ -1,4 +1,5 @@
-// The arguments behind the switch: the asking process, left, top, right, bottom, colour.
+// The arguments behind the switch: the asking process, left, top, right, bottom, colour, how long
+// it hangs in milliseconds, class.
 #include "standin/cover_win.h"
 
 #include <array>
@@ -13,29 +14,51 @@ namespace corvane::standin {
 namespace {
 
 constexpr DWORD kShownLimitMs = 10'000;
-constexpr std::size_t kNumbers = 6;
+constexpr std::size_t kNumbers = 7;
+constexpr UINT_PTR kHangTimer = 1;
+constexpr UINT kHangAfterMs = 50;
 constexpr int kExitUsage = 2;
 constexpr DWORD kRaiseEveryMs = 50;
 
+struct CoverLook {
+  RECT place{};
+  COLORREF colour = 0;
+  DWORD hang_ms = 0;
+  std::string class_name;
+  HANDLE asking = nullptr;  // the process that wants to have it
+};
+
+// What it hangs for begins once the process has waited for input, which is how the one that started
+// it knows that the window is there.
 LRESULT CALLBACK CoverProcedure(HWND window, UINT message, WPARAM w_param, LPARAM l_param) {
+  if (message == WM_TIMER && w_param == kHangTimer) {
+    KillTimer(window, kHangTimer);
+    const auto* look = reinterpret_cast<const CoverLook*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (WaitForSingleObject(look->asking, look->hang_ms) == WAIT_OBJECT_0) ExitProcess(0);
+    return 0;
+  }
   if (message == WM_DESTROY) PostQuitMessage(0);
   return DefWindowProcA(window, message, w_param, l_param);
 }
 
-HWND ShowCoverWindow(const RECT& place, COLORREF colour) {
+HWND ShowCoverWindow(const CoverLook& look) {
   WNDCLASSA info{};
   info.lpfnWndProc = CoverProcedure;
   info.hInstance = GetModuleHandleA(nullptr);
   info.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-  info.hbrBackground = CreateSolidBrush(colour);
-  info.lpszClassName = kCoverClass;
+  info.hbrBackground = CreateSolidBrush(look.colour);
+  info.lpszClassName = look.class_name.c_str();
   RegisterClassA(&info);
+  const RECT& place = look.place;
   const HWND window =
-      CreateWindowExA(WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, kCoverClass, "",
-                      WS_POPUP, place.left, place.top, place.right - place.left,
-                      place.bottom - place.top, nullptr, nullptr, info.hInstance, nullptr);
+      CreateWindowExA(WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, info.lpszClassName,
+                      look.hang_ms > 0 ? kStrangerTitle : "", WS_POPUP, place.left, place.top,
+                      place.right - place.left, place.bottom - place.top, nullptr, nullptr,
+                      info.hInstance, nullptr);
+  SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&look));
   ShowWindow(window, SW_SHOWNOACTIVATE);
   UpdateWindow(window);
+  if (look.hang_ms > 0) SetTimer(window, kHangTimer, kHangAfterMs, nullptr);
   return window;
 }
 
@@ -51,14 +74,25 @@ void RaiseAgain(HWND window) {
 }  // namespace
 
 CoverProcess::CoverProcess(const RECT& place, COLORREF colour) {
+  Start(place, Decimal(std::int64_t{colour}) + " 0 " + kCoverClass);
+}
+
+CoverProcess::CoverProcess(const RECT& place, const std::string& class_name, std::int64_t hang_ms) {
+  Start(place, "0 " + Decimal(hang_ms) + " " + class_name);
+  // Until it hangs it would answer.
+  Sleep(2 * kHangAfterMs);
+}
+
+void CoverProcess::Start(const RECT& place, const std::string& rest) {
   std::string program(MAX_PATH, '\0');
   program.resize(GetModuleFileNameA(nullptr, program.data(), MAX_PATH));
   std::string command = "\"" + program + "\" " + kCoverSwitch;
   for (const std::int64_t number :
        {std::int64_t{GetCurrentProcessId()}, std::int64_t{place.left}, std::int64_t{place.top},
-        std::int64_t{place.right}, std::int64_t{place.bottom}, std::int64_t{colour}}) {
+        std::int64_t{place.right}, std::int64_t{place.bottom}}) {
     command += " " + Decimal(number);
   }
+  command += " " + rest;
   STARTUPINFOA startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION info{};
@@ -81,7 +115,7 @@ CoverProcess::~CoverProcess() {
 
 int RunCover(const std::vector<std::string>& arguments) {
   std::array<std::int64_t, kNumbers> numbers{};
-  if (arguments.size() != kNumbers + 1) return kExitUsage;
+  if (arguments.size() != kNumbers + 2) return kExitUsage;
   for (std::size_t i = 0; i < kNumbers; ++i) {
     const auto number = ParseDecimal<std::int64_t>(arguments[i + 1]);
     if (!number) return kExitUsage;
@@ -89,10 +123,13 @@ int RunCover(const std::vector<std::string>& arguments) {
   }
   const HANDLE asking = OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(numbers[0]));
   if (asking == nullptr) return kExitUsage;
-  const HWND window =
-      ShowCoverWindow({static_cast<LONG>(numbers[1]), static_cast<LONG>(numbers[2]),
-                       static_cast<LONG>(numbers[3]), static_cast<LONG>(numbers[4])},
-                      static_cast<COLORREF>(numbers[5]));
+  const CoverLook look{{static_cast<LONG>(numbers[1]), static_cast<LONG>(numbers[2]),
+                        static_cast<LONG>(numbers[3]), static_cast<LONG>(numbers[4])},
+                       static_cast<COLORREF>(numbers[5]),
+                       static_cast<DWORD>(numbers[6]),
+                       arguments.back(),
+                       asking};
+  const HWND window = ShowCoverWindow(look);
   for (;;) {
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {

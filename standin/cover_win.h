@@ -1,9 +1,12 @@
-// A window of another program over one of SDR#'s: what lies there is no business of SDR#'s, and a
-// program that looks at the screen must see that. A second process of this program shows it.
+// Windows of another program above SDR#'s, shown by a second process of this program: one that lies
+// over a part of SDR#, because a program that looks at the screen must see that this is no business
+// of SDR#'s; and one of SDR#'s kind that hangs, because a program that looks for SDR# meets it
+// first.
 #pragma once
 
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -14,11 +17,15 @@ class CoverProcess {
   // The window is seen when this returns, always above all others; the keyboard stays where it is.
   // Where the process cannot be started there is none.
   CoverProcess(const RECT& place, COLORREF colour);
+  // The window hangs as soon as it is seen, for so long.
+  CoverProcess(const RECT& place, const std::string& class_name, std::int64_t hang_ms);
   ~CoverProcess();
   CoverProcess(const CoverProcess&) = delete;
   CoverProcess& operator=(const CoverProcess&) = delete;
 
  private:
+  void Start(const RECT& place, const std::string& rest);
+
   HANDLE process_ = nullptr;
 };
 

@@ -49,6 +49,7 @@ Look LookOf(Kind kind) {
       return {"LISTBOX",
               WS_CHILD | WS_BORDER | WS_VSCROLL | WS_HSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL};
     case Kind::kCover:
+    case Kind::kStranger:
       break;  // made by a process of its own
   }
   return {nullptr, WS_CHILD};
@@ -129,7 +130,8 @@ void ControlFactory::Create(const Window& window, HWND parent, void* data) const
   const Box& box = window.box;
   const HINSTANCE program = GetModuleHandleA(nullptr);
   const bool shown = window.visible && window.kind != Kind::kFrame;
-  const DWORD style = LookOf(window.kind).style | (shown ? WS_VISIBLE : 0);
+  DWORD style = LookOf(window.kind).style | (shown ? WS_VISIBLE : 0);
+  if (window.wrap != Wrap::kNone) style &= ~static_cast<DWORD>(WS_HSCROLL | ES_AUTOHSCROLL);
   if (!IsEdit(window.kind)) {
     const HWND made =
         CreateWindowExA(0, window.class_name.c_str(), window.text.c_str(), style, box.left, box.top,

@@ -54,8 +54,15 @@ void Mirror::ShowCover(const Window& window) {
   covers_.try_emplace(window.id, place, static_cast<COLORREF>(window.colour));
 }
 
+void Mirror::ShowStranger(const Window& window) {
+  const Box& box = window.box;
+  const RECT place{box.left, box.top, box.left + box.width, box.top + box.height};
+  covers_.try_emplace(window.id, place, window.class_name, window.hang_ms);
+}
+
 void Mirror::Created(const Window& window) {
   if (window.kind == Kind::kCover) return ShowCover(window);
+  if (window.kind == Kind::kStranger) return ShowStranger(window);
   const Echo echo(*this);
   auto node = std::make_unique<Node>();
   node->owner = this;
@@ -64,7 +71,7 @@ void Mirror::Created(const Window& window) {
   node->original = factory_.Register(window);
   Node* made = node.get();
   nodes_[window.id] = std::move(node);
-  factory_.Create(window, Handle(window.parent), made);
+  factory_.Create(window, Handle(window.parent == 0 ? window.owner : window.parent), made);
   SendMessageA(made->window, WM_SETFONT, reinterpret_cast<WPARAM>(painter_.font()), FALSE);
   if (window.kind == Kind::kFrame && window.visible) {
     ShowWindow(made->window,

@@ -67,6 +67,7 @@ class Mirror : private WindowTree::Observer {
   // True when the message is dealt with.
   bool Handle(const Node& node, UINT message, WPARAM w_param, LPARAM l_param, LRESULT& result);
   void ShowCover(const Window& window);
+  void ShowStranger(const Window& window);
   void OnCommand(WORD what, HWND control);
   bool OnSetText(const Node& node, WPARAM w_param, LPARAM l_param, LRESULT& result);
   // A user or another program has moved, minimised, restored, shown or hidden a window.

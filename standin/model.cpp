@@ -15,6 +15,9 @@ namespace corvane::standin {
 
 namespace {
 
+constexpr std::string_view kStrangerClass = "WindowsForms10.Window.8.app.0.";
+constexpr Box kStrangerBox{1200, 600, 240, 120};
+
 // "365.112.500 Hz"
 std::string Grouped(std::int64_t hz) {
   std::string text = Decimal(hz);
@@ -60,6 +63,7 @@ Model::Model(Options options, Scenario scenario)
       agenda_, NetRemoteServer::Hooks{
                    now, [this](std::string_view text) { return AnswerCommand(*receiver_, text); },
                    [this](std::string_view kind, std::string_view detail) { Log(kind, detail); }});
+  elevated_ = options_.elevated;
   windows_ = std::make_unique<SdrWindows>(tree_, options_, MakeActions());
   traffic_ = std::make_unique<Traffic>(air_, agenda_, now,
                                        options_.seed != 0 ? options_.seed : scenario_.seed);
@@ -163,6 +167,18 @@ void Model::Hang(std::int64_t ms) {
   hung_since_ms_ = now_ms_;
   hung_until_ms_ = now_ms_ + ms;
   if (listeners_.hung) listeners_.hung(ms);
+}
+
+void Model::ShowStranger(std::int64_t ms) {
+  WindowSpec window{Kind::kStranger, std::string(kStrangerClass) + options_.class_tail,
+                    kStrangerTitle, kStrangerBox};
+  window.hang_ms = ms;
+  strangers_until_ms_[tree_.Add(0, std::move(window))] = now_ms_ + ms;
+}
+
+std::int64_t Model::stranger_hung_until_ms(WindowId id) const {
+  const auto found = strangers_until_ms_.find(id);
+  return found == strangers_until_ms_.end() ? 0 : found->second;
 }
 
 void Model::Listen(bool on) {

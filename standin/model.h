@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -48,6 +49,11 @@ class Model {
   void Die();
   void Revive();
   void Listen(bool on);  // as the "Network" box does
+  // A window of another program, of SDR#'s kind, comes above all others and hangs so long.
+  void ShowStranger(std::int64_t ms);
+  void SetElevated(bool elevated) { elevated_ = elevated; }
+  void SetFrontKept(bool kept) { front_kept_ = kept; }
+  void SetRefusalMs(std::int64_t ms) { refusal_ms_ = ms; }
   void WriteInfo(std::string_view text);
   [[nodiscard]] const std::string& last_line() const { return last_line_; }  // written last
   void Finish();
@@ -57,6 +63,14 @@ class Model {
   // Its windows answer no message until this time; in the past: they do.
   [[nodiscard]] std::int64_t hung_until_ms() const { return hung_until_ms_; }
   [[nodiscard]] std::int64_t hung_since_ms() const { return hung_since_ms_; }
+  // The same of another program's window.
+  [[nodiscard]] std::int64_t stranger_hung_until_ms(WindowId id) const;
+  // The system lets other programs read SDR#'s texts and refuses everything else.
+  [[nodiscard]] bool elevated() const { return elevated_; }
+  // The system gives the front to no program that asks for it.
+  [[nodiscard]] bool front_kept() const { return front_kept_; }
+  // How long the system takes to say that nothing listens on a port.
+  [[nodiscard]] std::int64_t refusal_ms() const { return refusal_ms_; }
   [[nodiscard]] bool finished() const { return finished_; }  // the scenario has come to its end
   // Called at the moment of death, of the beginning of a hang, and whenever the tone changes.
   struct Listeners {
@@ -102,6 +116,10 @@ class Model {
   std::int64_t now_ms_ = 0;
   std::int64_t hung_until_ms_ = 0;
   std::int64_t hung_since_ms_ = 0;
+  std::map<WindowId, std::int64_t> strangers_until_ms_;
+  bool elevated_ = false;
+  bool front_kept_ = false;
+  std::int64_t refusal_ms_ = 0;
   bool running_ = false;
   bool finished_ = false;
   bool identity_seen_ = false;

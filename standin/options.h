@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "standin/window_tree.h"
+
 namespace corvane::standin {
 
 struct Options {
@@ -16,6 +18,10 @@ struct Options {
   bool demodulator_checked = false;  // "Demodulator" at the start
   bool auto_checked = true;          // "Auto" at the start
   bool info_open = false;            // the Network Info window is open from the start
+  bool info_owned = false;           // and belongs to the main window
+  bool info_toggles = false;         // "Net Info" hides it when it is to be seen
+  Wrap info_wrap = Wrap::kNone;      // how its box shows long lines
+  bool elevated = false;             // it runs with administrator rights (native tests)
   bool tetra_expanded = true;        // the TETRA Demodulator panel is
   std::string port = "3383";         // what stands in the port box
   int left = 40;                     // of the main window on the screen

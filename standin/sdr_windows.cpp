@@ -51,10 +51,18 @@ void SdrWindows::Close() {
 void SdrWindows::OpenInfo() {
   if (ids_.main == 0) return;
   if (ids_.info_window == 0) {
-    ids_.info_window =
-        Make(0, Kind::kFrame, "Network Info", {options_.left + 430, options_.top + 330, 640, 360});
-    ids_.info_box =
-        Make(ids_.info_window, Kind::kMultiLine, keep_history_ ? history_ : "", {6, 6, 612, 310});
+    WindowSpec window{Kind::kFrame,
+                      ClassOf(Kind::kFrame),
+                      "Network Info",
+                      {options_.left + 430, options_.top + 330, 640, 360}};
+    window.owner = options_.info_owned ? ids_.main : 0;
+    ids_.info_window = tree_.Add(0, std::move(window));
+    WindowSpec box{Kind::kMultiLine,
+                   ClassOf(Kind::kMultiLine),
+                   keep_history_ ? history_ : "",
+                   {6, 6, 612, 310}};
+    box.wrap = options_.info_wrap;
+    ids_.info_box = tree_.Add(ids_.info_window, std::move(box));
     tree_.OnText(ids_.info_box, [this] { actions_.log("text", "Network Info"); });
     return;
   }
@@ -67,6 +75,15 @@ void SdrWindows::CloseInfo() {
   tree_.Destroy(ids_.info_window);
   ids_.info_window = 0;
   ids_.info_box = 0;
+}
+
+void SdrWindows::SetInfoWidth(int width) {
+  const int change = width - tree_.Find(ids_.info_window)->box.width;
+  for (const WindowId id : {ids_.info_window, ids_.info_box}) {
+    Box box = tree_.Find(id)->box;
+    box.width += change;
+    tree_.SetBox(id, box);
+  }
 }
 
 void SdrWindows::AddInfo(std::string_view text) {
@@ -185,7 +202,11 @@ void SdrWindows::ConnectActions() {
   press(ids_.network, actions_.network);
   press(ids_.demodulator, actions_.demodulator);
   press(ids_.automatic, actions_.automatic);
-  press(ids_.net_info, [this] { OpenInfo(); });
+  press(ids_.net_info, [this] {
+    const bool hide = options_.info_toggles && tree_.IsVisible(ids_.info_window);
+    if (hide) return tree_.SetVisible(ids_.info_window, false);
+    OpenInfo();
+  });
   for (std::size_t i = 0; i < ids_.timeslots.size(); ++i) {
     const int slot = static_cast<int>(i) + 1;
     tree_.OnMouseDown(ids_.timeslots[i], [this, slot](int, int) {

@@ -71,6 +71,7 @@ class SdrWindows {
   // What "Net Info" does: opens the window, or shows it again.
   void OpenInfo();
   void CloseInfo();
+  void SetInfoWidth(int width);  // while it is open; the box is as much narrower
   // A line for the Network Info box; kept as history while the window is closed.
   void AddInfo(std::string_view text);
   void SetKeepHistory(bool keep) { keep_history_ = keep; }

@@ -20,6 +20,10 @@ bool Contains(const Box& box, int x, int y) {
   return x >= box.left && y >= box.top && x < box.left + box.width && y < box.top + box.height;
 }
 
+bool IsAlwaysAbove(Kind kind) {
+  return kind == Kind::kCover || kind == Kind::kStranger;
+}
+
 bool IsPressable(Kind kind) {
   return kind == Kind::kButton || kind == Kind::kCheckBox || kind == Kind::kDrawnCheckBox ||
          kind == Kind::kSelector;
@@ -37,13 +41,17 @@ WindowId WindowTree::Add(WindowId parent, WindowSpec wanted) {
   window.visible = wanted.visible;
   window.colour = wanted.colour;
   window.over = wanted.over;
+  window.hang_ms = wanted.hang_ms;
+  window.owner = wanted.owner;
+  window.wrap = wanted.wrap;
   if (wanted.kind == Kind::kMultiLine) {
     window.lines.Set(wanted.text);
+    Rewrap(window);
   } else {
     window.text = std::move(wanted.text);
   }
   if (parent == 0) {
-    top_level_.insert(wanted.kind == Kind::kCover ? top_level_.begin() : BelowCovers(), window.id);
+    top_level_.insert(IsAlwaysAbove(wanted.kind) ? top_level_.begin() : BelowCovers(), window.id);
   } else {
     Window* holder = Get(parent);
     if (holder == nullptr) return 0;
@@ -97,8 +105,17 @@ void WindowTree::Cover(WindowId id, std::int32_t colour) {
 }
 
 void WindowTree::Uncover() {
-  while (!top_level_.empty() && Find(top_level_.front())->kind == Kind::kCover) {
-    Destroy(top_level_.front());
+  RemoveAll(Kind::kCover);
+}
+
+void WindowTree::RemoveStrangers() {
+  RemoveAll(Kind::kStranger);
+}
+
+void WindowTree::RemoveAll(Kind kind) {
+  const std::vector<WindowId> windows = top_level_;
+  for (const WindowId id : windows) {
+    if (Find(id)->kind == kind) Destroy(id);
   }
 }
 
@@ -147,6 +164,23 @@ void WindowTree::SetShowState(WindowId id, ShowState state) {
   if (window == nullptr || window->show_state == state) return;
   window->show_state = state;
   Notify(*window, Aspect::kShowState);
+  HideWithOwner(id, state == ShowState::kMinimised);
+}
+
+void WindowTree::HideWithOwner(WindowId owner, bool hide) {
+  for (const WindowId id : std::vector<WindowId>(top_level_)) {
+    Window* window = Get(id);
+    if (window == nullptr || window->owner != owner) continue;
+    if (hide ? !window->visible : !window->hidden_by_owner) continue;
+    window->hidden_by_owner = hide;
+    SetVisible(id, !hide);
+  }
+}
+
+void WindowTree::Rewrap(Window& window) {
+  if (window.wrap == Wrap::kNone) return;
+  window.lines.SetWrap(window.wrap,
+                       static_cast<std::size_t>(std::max(window.box.width / kColumnWidth, 1)));
 }
 
 void WindowTree::SetPaint(WindowId id, Paint paint) {
@@ -160,6 +194,7 @@ void WindowTree::SetBox(WindowId id, Box box) {
   Window* window = Get(id);
   if (window == nullptr || window->box == box) return;
   window->box = box;
+  Rewrap(*window);
   Notify(*window, Aspect::kBox);
 }
 
@@ -185,6 +220,10 @@ void WindowTree::Raise(WindowId id) {
   if (found == top_level_.end() || found <= top) return;
   std::rotate(top, found, found + 1);
   Notify(*Get(id), Aspect::kOrder);
+  // What it owns stays above it.
+  for (const WindowId owned : std::vector<WindowId>(top_level_)) {
+    if (Find(owned)->owner == id) Raise(owned);
+  }
 }
 
 void WindowTree::OnPress(WindowId id, std::function<void()> action) {
@@ -300,76 +339,11 @@ Window* WindowTree::Get(WindowId id) {
 
 std::vector<WindowId>::iterator WindowTree::BelowCovers() {
   return std::find_if(top_level_.begin(), top_level_.end(),
-                      [this](WindowId id) { return Find(id)->kind != Kind::kCover; });
+                      [this](WindowId id) { return !IsAlwaysAbove(Find(id)->kind); });
 }
 
 void WindowTree::Notify(const Window& window, Aspect aspect) {
   if (observer_ != nullptr) observer_->Changed(window, aspect);
-}
-
-// Line starts are kept beside the text, so that each answer takes a binary search at most.
-
-void EditText::Set(std::string_view text) {
-  text_ = text;
-  starts_.assign(1, 0);
-  Index(0);
-  caret_line_ = 0;
-}
-
-void EditText::Append(std::string_view text) {
-  // The text before may end in a CR whose LF comes only now.
-  const std::size_t from = text_.empty() ? 0 : text_.size() - 1;
-  text_ += text;
-  Index(from);
-  caret_line_ = starts_.size() - 1;
-}
-
-void EditText::KeepLast(std::size_t bytes) {
-  if (text_.size() <= bytes) return;
-  const std::size_t surplus = text_.size() - bytes;
-  const auto first = std::lower_bound(starts_.begin(), starts_.end(), surplus);
-  const std::size_t cut = first == starts_.end() ? starts_.back() : *first;
-  const std::string rest = text_.substr(cut);
-  Set(rest);
-  caret_line_ = starts_.size() - 1;
-}
-
-std::int32_t EditText::LineCount() const {
-  return static_cast<std::int32_t>(starts_.size());
-}
-
-std::int32_t EditText::LineIndex(std::int32_t line) const {
-  const std::size_t wanted = line == -1 ? caret_line_ : static_cast<std::size_t>(line);
-  if (line < -1 || wanted >= starts_.size()) return -1;
-  return static_cast<std::int32_t>(starts_[wanted]);
-}
-
-std::int32_t EditText::LineLength(std::int32_t position) const {
-  if (position == -1) return static_cast<std::int32_t>(LengthOf(caret_line_));
-  if (position < 0 || static_cast<std::size_t>(position) > text_.size()) return 0;
-  const auto after =
-      std::upper_bound(starts_.begin(), starts_.end(), static_cast<std::size_t>(position));
-  return static_cast<std::int32_t>(LengthOf(static_cast<std::size_t>(after - starts_.begin()) - 1));
-}
-
-std::string EditText::Line(std::int32_t line) const {
-  if (line < 0 || line >= LineCount()) return {};
-  const auto index = static_cast<std::size_t>(line);
-  return text_.substr(starts_[index], LengthOf(index));
-}
-
-void EditText::Index(std::size_t from) {
-  for (;;) {
-    const std::size_t end = text_.find("\r\n", from);
-    if (end == std::string::npos) return;
-    from = end + 2;
-    if (from > starts_.back()) starts_.push_back(from);
-  }
-}
-
-std::size_t EditText::LengthOf(std::size_t line) const {
-  const std::size_t end = line + 1 < starts_.size() ? starts_[line + 1] - 2 : text_.size();
-  return end - starts_[line];
 }
 
 }  // namespace corvane::standin

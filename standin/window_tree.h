@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "standin/edit_text.h"
+
 namespace corvane::standin {
 
 using WindowId = std::uint32_t;  // 0: none. Never given twice.
@@ -23,6 +25,8 @@ inline constexpr std::int32_t kWindowColour = 0x00F0F0F0;  // anything that is n
 inline constexpr std::int32_t kDesktopColour = 0x00604020;
 // The class of a window that covers another.
 inline constexpr char kCoverClass[] = "SdrStandin.Cover";
+// The title of a stranger.
+inline constexpr char kStrangerTitle[] = "Some other program";
 
 struct Box {
   int left = 0;
@@ -44,6 +48,7 @@ enum class Kind {
   kMultiLine,      // EDIT, many lines, read only for the user
   kListBox,        // LISTBOX
   kCover,          // top-level window of another program, always above SDR#'s, of one colour
+  kStranger,       // likewise, of SDR#'s kind of class, whose program hangs at first
 };
 
 enum class ShowState { kNormal, kMinimised };
@@ -51,36 +56,6 @@ enum class Paint {
   kNormal,
   kOther,   // a drawn check box in another theme's colours
   kHeader,  // a label on a coloured ground
-};
-
-// The text of a multi-line edit box without word wrap, and its answers about lines. Lines are
-// separated by CR LF; a text always has at least one line, the last one being what follows the last
-// CR LF.
-class EditText {
- public:
-  EditText() : starts_(1, 0) {}
-
-  void Set(std::string_view text);
-  void Append(std::string_view text);
-  // Drops whole lines from the front until at most `bytes` are left.
-  void KeepLast(std::size_t bytes);
-
-  [[nodiscard]] const std::string& text() const { return text_; }
-  [[nodiscard]] std::int32_t LineCount() const;
-  // Position of a line's first character; -1 beyond the last line. -1 asks for the caret's line.
-  [[nodiscard]] std::int32_t LineIndex(std::int32_t line) const;
-  // Length of the line that holds the character at `position`; 0 beyond the end.
-  [[nodiscard]] std::int32_t LineLength(std::int32_t position) const;
-  // The line without its line end; nothing when there is no such line.
-  [[nodiscard]] std::string Line(std::int32_t line) const;
-
- private:
-  void Index(std::size_t from);
-  [[nodiscard]] std::size_t LengthOf(std::size_t line) const;
-
-  std::string text_;
-  std::vector<std::size_t> starts_;
-  std::size_t caret_line_ = 0;
 };
 
 struct WindowSpec {
@@ -92,6 +67,12 @@ struct WindowSpec {
   // Of a kCover:
   std::int32_t colour = 0;
   WindowId over = 0;  // what it covers
+  // Of a kStranger:
+  std::int64_t hang_ms = 0;  // from its making
+  // Of a kFrame:
+  WindowId owner = 0;  // 0: none
+  // Of a kMultiLine:
+  Wrap wrap = Wrap::kNone;
 };
 
 struct Window {
@@ -108,6 +89,10 @@ struct Window {
   Paint paint = Paint::kNormal;
   std::int32_t colour = 0;         // kCover
   WindowId over = 0;               // kCover
+  std::int64_t hang_ms = 0;        // kStranger
+  WindowId owner = 0;              // kFrame
+  bool hidden_by_owner = false;    // kFrame: its owner is minimised
+  Wrap wrap = Wrap::kNone;         // kMultiLine
   EditText lines;                  // kMultiLine
   std::vector<std::string> items;  // kListBox
   std::function<void()> on_press;
@@ -147,12 +132,14 @@ class WindowTree {
   // Lays a window of another program over this one, `colour` all over.
   void Cover(WindowId id, std::int32_t colour);
   void Uncover();  // takes all covers away
+  void RemoveStrangers();
 
   // Each does nothing when there is no such window or nothing would change.
   void SetText(WindowId id, std::string_view text);
   void AppendText(WindowId id, std::string_view text, std::size_t keep_bytes);
   void SetVisible(WindowId id, bool visible);
   void SetChecked(WindowId id, bool checked);
+  // Minimising a window hides those that it owns; restoring it shows them again.
   void SetShowState(WindowId id, ShowState state);
   void SetPaint(WindowId id, Paint paint);
   void SetBox(WindowId id, Box box);
@@ -180,6 +167,7 @@ class WindowTree {
 
   static constexpr int kScreenWidth = 1920;
   static constexpr int kScreenHeight = 1080;
+  static constexpr int kColumnWidth = 7;  // of a character in a box that wraps its lines
   static constexpr int kCoverMargin = 4;  // a cover reaches so far over the edges of what it covers
   static constexpr int kFrameLeft = 8;    // a top-level window's client area inside its frame
   static constexpr int kFrameTop = 31;
@@ -187,6 +175,9 @@ class WindowTree {
  private:
   Window* Get(WindowId id);
   [[nodiscard]] std::vector<WindowId>::iterator BelowCovers();
+  void HideWithOwner(WindowId owner, bool hide);
+  void Rewrap(Window& window);
+  void RemoveAll(Kind kind);
   void Notify(const Window& window, Aspect aspect);
 
   std::map<WindowId, Window> windows_;

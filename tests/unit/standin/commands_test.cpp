@@ -290,5 +290,30 @@ TEST(ReadCommandTest, SaysWhatIsWrong) {
   for (const auto& [text, fault] : cases) EXPECT_EQ(Fault(text), fault) << text;
 }
 
+TEST_F(CommandsTest, SaysHowTheSystemAndOtherProgramsTreatSdr) {
+  Do("elevated on");
+  EXPECT_TRUE(model_.elevated());
+  Do("elevated off");
+  EXPECT_FALSE(model_.elevated());
+  Do("front kept");
+  EXPECT_TRUE(model_.front_kept());
+  Do("refusal 2000");
+  EXPECT_EQ(model_.refusal_ms(), 2000);
+  Do("stranger hang 500");
+  const WindowId stranger = model_.tree().top_level().front();
+  EXPECT_EQ(Find(stranger).kind, Kind::kStranger);
+  EXPECT_EQ(model_.stranger_hung_until_ms(stranger), 500);
+  Do("stranger none");
+  EXPECT_EQ(model_.tree().Find(stranger), nullptr);
+  Do("window network-info open");
+  const int box = Find(model_.ids().info_box).box.width;
+  Do("width 400");
+  EXPECT_EQ(Find(model_.ids().info_window).box.width, 400);
+  EXPECT_EQ(Find(model_.ids().info_box).box.width, box - 240);
+  EXPECT_NE(Fault("elevated perhaps"), "");
+  EXPECT_NE(Fault("stranger hang"), "");
+  EXPECT_NE(Fault("width 5"), "");
+}
+
 }  // namespace
 }  // namespace corvane::standin

@@ -263,5 +263,48 @@ TEST(EditTextTest, StartsAnewWhenItIsSet) {
   EXPECT_EQ(text.LineIndex(-1), 0);
 }
 
+TEST(EditTextTest, WrapsBehindBlanksAndInsideLongWords) {
+  EditText text;
+  text.SetWrap(Wrap::kWords, 6);
+  text.Set("aa bb cc\r\n\r\nlongword d\r\nend");
+  const std::vector<std::pair<std::string, std::int32_t>> lines = {
+      {"aa bb ", 0}, {"cc", 6}, {"", 10}, {"longwo", 12}, {"rd d", 18}, {"end", 24}};
+  ASSERT_EQ(text.LineCount(), static_cast<std::int32_t>(lines.size()));
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    EXPECT_EQ(text.Line(static_cast<std::int32_t>(i)), lines[i].first);
+    EXPECT_EQ(text.LineIndex(static_cast<std::int32_t>(i)), lines[i].second);
+  }
+  text.Append(" x y z");
+  EXPECT_EQ(text.LineCount(), 7);
+  EXPECT_EQ(text.Line(6), "y z");
+  text.SetWrap(Wrap::kWords, 100);
+  EXPECT_EQ(text.LineCount(), 4);
+}
+
+TEST(EditTextTest, ABlankAtABreakCanBelongToNeitherLine) {
+  EditText text;
+  text.SetWrap(Wrap::kSwallowing, 6);
+  text.Set("aa bb cc\r\n");
+  EXPECT_EQ(text.Line(0), "aa bb");
+  EXPECT_EQ(text.LineIndex(1), 6);
+}
+
+TEST_F(WindowTreeTest, AnOwnedWindowStaysAboveItsOwnerAndIsHiddenWhileThatIsMinimised) {
+  const WindowId owner = Frame("owner");
+  WindowSpec wanted{Kind::kFrame, "Frame", "owned", {150, 150, 100, 100}};
+  wanted.owner = owner;
+  const WindowId owned = tree_.Add(0, wanted);
+  tree_.Raise(owner);
+  EXPECT_EQ(tree_.top_level(), (std::vector<WindowId>{owned, owner}));
+  tree_.SetShowState(owner, ShowState::kMinimised);
+  EXPECT_FALSE(tree_.IsVisible(owned));
+  tree_.SetShowState(owner, ShowState::kNormal);
+  EXPECT_TRUE(tree_.IsVisible(owned));
+  tree_.SetVisible(owned, false);
+  tree_.SetShowState(owner, ShowState::kMinimised);
+  tree_.SetShowState(owner, ShowState::kNormal);
+  EXPECT_FALSE(tree_.IsVisible(owned)) << "it was hidden before";
+}
+
 }  // namespace
 }  // namespace corvane::standin
