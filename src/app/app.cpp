@@ -38,8 +38,8 @@ App::App(const Platform& platform, Shell& shell)
           {platform.clock, form_, flags_, network_info_, folders_, logs_, daily_, call_follower_}),
       sdr_setup_(link_, net_remote_, network_info_, presets_),
       network_watch_(link_, discovery_, network_, names_, groups_, call_follower_, scanner_),
-      poll_cycle_(link_, {discovery_, net_remote_, network_info_, sdr_setup_, network_watch_,
-                          call_follower_, folders_, activity_}),
+      poll_cycle_(link_, {windows_, discovery_, net_remote_, network_info_, sdr_setup_,
+                          network_watch_, call_follower_, folders_, activity_}),
       checkbox_detection_(link_, presets_),
       tmrCallWDT_(platform.loop.MakeTimer(
           kCallWatchdogMs, NonReentrant([this] { call_follower_.OnWatchdogTick(); }))),
@@ -68,7 +68,11 @@ App::App(const Platform& platform, Shell& shell)
                       names_,
                       network_,
                       call_follower_.locks(),
-                      {}}) {}
+                      {}}) {
+  windows_.SetListener([this](WindowHandle window, PatientWindows::Asked asked, Reply reply) {
+    link_.answers.OnReply(window, asked, reply);
+  });
+}
 
 App::~App() = default;
 

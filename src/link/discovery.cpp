@@ -19,6 +19,9 @@ constexpr std::string_view kButtonClass = "WindowsForms10.BUTTON.app.0.";
 constexpr std::string_view kStaticClass = "WindowsForms10.STATIC.app.0.";
 constexpr std::string_view kEditClass = "WindowsForms10.EDIT.app.0.";
 
+constexpr std::string_view kMainTitle = "SDR# v";  // how it begins
+constexpr std::string_view kNetworkInfoTitle = "Network Info";
+
 struct Caption {
   std::string_view text;
   SdrRole role;
@@ -78,6 +81,7 @@ void Discovery::DiscoverSdrWindows(Log log) {
     Say("No 'Network Info' editbox found. This not good.");
   }
   WriteLog(log);
+  first_run_ = false;
 }
 
 void Discovery::Say(std::string line) {
@@ -92,12 +96,36 @@ void Discovery::WriteLog(Log log) {
   previous_.swap(lines_);
 }
 
+// "" for a window that does not answer. Windows whose titles the system knows for those of SDR# are
+// asked whenever they are met: SDR# is to be found as soon as it answers.
+std::string Discovery::TextOfTopLevel(WindowHandle window) {
+  WindowOps& windows = context_.windows;
+  const std::string title = windows.Title(window);
+  const bool is_main = title.starts_with(kMainTitle);
+  const bool wanted = is_main || title == kNetworkInfoTitle;
+  const ProgramId program = windows.Program(window);
+  const std::int64_t now_ms = context_.loop.TickMs();
+  if (const auto found = passed_over_until_ms_.find(program);
+      !wanted && found != passed_over_until_ms_.end()) {
+    if (now_ms < found->second) return {};
+    passed_over_until_ms_.erase(found);
+  }
+  Answer<std::string> text = windows.Text(window);
+  if (text.reply == Reply::kNoAnswer && !wanted) {
+    passed_over_until_ms_[program] = now_ms + kSecondLookMs;
+  }
+  // The user has waited for SDR# once already and is to know what keeps it.
+  if (!text.answered() && is_main && !first_run_) context_.answers.SetSdr(window);
+  return std::move(text.value);
+}
+
 void Discovery::FindMainWindow() {
   WindowOps& windows = context_.windows;
   windows.EnumTopLevel([&](WindowHandle window) {
     if (!Contains(windows.ClassName(window), kWindowClass)) return true;
-    if (!windows.Text(window).value.starts_with("SDR# v")) return true;
+    if (!TextOfTopLevel(window).starts_with(kMainTitle)) return true;
     context_.handles.At(SdrRole::kMainWindow) = window;
+    context_.answers.SetSdr(window);
     return false;
   });
   if (context_.handles[SdrRole::kMainWindow] != 0) Say("SDR# is running");
@@ -212,7 +240,7 @@ WindowHandle Discovery::FindNetworkInfoWindow() {
   WindowHandle found = 0;
   windows.EnumTopLevel([&](WindowHandle window) {
     if (!HasClass(windows, window, kWindowClass)) return true;
-    if (windows.Text(window).value != "Network Info") return true;
+    if (TextOfTopLevel(window) != kNetworkInfoTitle) return true;
     found = window;
     return false;
   });

@@ -4,6 +4,8 @@
 // The handle table is written here alone.
 #pragma once
 
+#include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -13,6 +15,10 @@ namespace corvane {
 
 class Discovery {
  public:
+  // A window of another program that was asked for its text and did not answer is passed over for
+  // the run, with all others of that program, and not asked again before so long.
+  static constexpr int kSecondLookMs = 30000;
+
   enum class Log {
     kWhole,         // every line of the run is logged
     kQuietRepeats,  // none, when the previous run's same lines still end the status log
@@ -35,6 +41,7 @@ class Discovery {
  private:
   void Say(std::string line);
   void WriteLog(Log log);
+  [[nodiscard]] std::string TextOfTopLevel(WindowHandle window);
   void FindMainWindow();
   void FindHeaders();
   void FindNetRemoteControls();
@@ -46,6 +53,8 @@ class Discovery {
   [[nodiscard]] WindowHandle FindNetworkInfoWindow();
 
   LinkContext& context_;
+  bool first_run_ = true;
+  std::map<ProgramId, std::int64_t> passed_over_until_ms_;
   std::vector<std::string> lines_;     // of the present run
   std::vector<std::string> previous_;  // of the run before
 };

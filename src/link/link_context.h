@@ -1,5 +1,5 @@
 // What the parts of the SDR# link share: the seams, the main window's state, the table of SDR#'s
-// windows by role, and the "Network" box.
+// windows by role, the "Network" box, and what is told of SDR#'s answers.
 #pragma once
 
 #include <array>
@@ -8,6 +8,7 @@
 #include "base/loop.h"
 #include "base/wall_clock.h"
 #include "link/network_box.h"
+#include "link/sdr_answers.h"
 #include "link/socket.h"
 #include "link/window_ops.h"
 #include "panel/form1.h"
@@ -79,6 +80,7 @@ struct LinkContext {
 
   SdrHandles handles{};
   NetworkBox network_box{windows, socket};
+  SdrAnswers answers{windows, form, clock};
 };
 
 }  // namespace corvane

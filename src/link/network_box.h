@@ -21,6 +21,10 @@ class NetworkBox {
 
   // Both write the port first. A window that is 0 is sent nothing.
 
+  // A press that got no answer may have been carried out all the same, or be carried out late.
+  // Before the same box is pressed again it must have answered something, which it does in the
+  // order of asking, and one more connection must have been tried.
+
   // A discovery found all windows. The box is pressed, but not under a live connection, which shows
   // that the server listens, and not when the same box was pressed after a refusal and no discovery
   // has come since: that press was to switch it on.
@@ -29,9 +33,13 @@ class NetworkBox {
   void SwitchOnAfterRefusal(WindowHandle port_box, WindowHandle box);
 
  private:
+  [[nodiscard]] bool AwaitsEarlierPress(WindowHandle box, Reply port_written);
+  Reply Press(WindowHandle box);
+
   WindowOps& windows_;
   const Socket& socket_;
-  WindowHandle pressed_after_refusal_ = 0;  // and no discovery has taken note of it yet
+  WindowHandle left_to_connection_ = 0;  // by the next discovery, which does not press it
+  WindowHandle unanswered_ = 0;          // pressed, and nobody knows whether it was carried out
 };
 
 }  // namespace corvane

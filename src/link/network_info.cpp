@@ -3,21 +3,81 @@
 
 #include <utility>
 
+#include "panel/logs.h"
+
 namespace corvane {
 
+namespace {
+
+constexpr std::uintptr_t kIdentityStep = 0x9E370001;  // odd, as no handle is
+constexpr std::int32_t kLineEnd = 2;                  // CR LF
+
+}  // namespace
+
 std::uintptr_t NetworkInfo::Identity() const {
-  return Box();
+  return Box() == 0 ? 0 : Box() + width_changes_ * kIdentityStep;
 }
 
 std::int32_t NetworkInfo::LineCount() {
-  return context_.windows.LineCount(Box()).value;
+  const std::int32_t count = context_.windows.LineCount(Box()).value;
+  // Counted in another width than that of the lines before: the next cycle takes note of it.
+  if (Box() == wrapping_box_ && WrapWidth() != wrap_width_) return 0;
+  return count;
 }
 
 std::optional<std::string> NetworkInfo::Line(std::int32_t index) {
   if (Box() == 0 || index < 0) return std::string{};
+  if (Box() == wrapping_box_) return WrappedLine(index);
   Answer<std::string> line = context_.windows.Line(Box(), index);
   if (!line.answered()) return std::nullopt;
   return std::move(line.value);
+}
+
+std::optional<NetworkInfo::Piece> NetworkInfo::ReadPiece(std::int32_t index) {
+  WindowOps& windows = context_.windows;
+  Answer<std::string> text = windows.Line(Box(), index);
+  const Answer<std::int32_t> start = windows.LineStart(Box(), index);
+  const Answer<std::int32_t> next = windows.LineStart(Box(), index + 1);
+  if (!text.answered() || !start.answered() || !next.answered()) return std::nullopt;
+  const std::int32_t gap = next.value - start.value - static_cast<std::int32_t>(text.value.size());
+  const Break what_follows = gap == kLineEnd ? Break::kLineEnds
+                             : gap == 0      ? Break::kLineGoesOn
+                                             : Break::kUnknown;
+  return Piece{std::move(text.value), what_follows};
+}
+
+std::optional<std::string> NetworkInfo::WrappedLine(std::int32_t index) {
+  std::optional<Piece> piece = ReadPiece(index);
+  if (!piece) return std::nullopt;
+  if (piece->what_follows == Break::kLineGoesOn) return std::string{};
+  if (piece->what_follows == Break::kUnknown) ReportUnknownBreak();
+  std::string line = std::move(piece->text);
+  for (std::int32_t above = index - 1; above >= 0 && index - above < kMostPieces; --above) {
+    piece = ReadPiece(above);
+    if (!piece) return std::nullopt;
+    if (piece->what_follows != Break::kLineGoesOn) break;
+    line.insert(0, piece->text);
+  }
+  return line;
+}
+
+void NetworkInfo::ReportUnknownBreak() {
+  if (std::exchange(reported_box_, Box()) == Box()) return;
+  AddStatusLineInView(
+      context_.form, "'Network Info' wraps long lines - switch its word wrap off or make it wider");
+}
+
+std::int32_t NetworkInfo::WrapWidth() const {
+  ScreenRect rect;
+  return context_.windows.GetRect(Box(), rect) ? rect.right - rect.left : 0;
+}
+
+void NetworkInfo::NoteWidth() {
+  const WindowHandle before = std::exchange(wrapping_box_, 0);
+  if (Box() == 0 || !context_.windows.WrapsLines(Box())) return;
+  wrapping_box_ = Box();
+  const std::int32_t width = WrapWidth();
+  if (std::exchange(wrap_width_, width) != width && before == wrapping_box_) ++width_changes_;
 }
 
 void NetworkInfo::Clear() {
@@ -32,9 +92,26 @@ bool NetworkInfo::IsThere() {
 void NetworkInfo::PressNetInfo() {
   // A press per cycle would open window after window in a plug-in that makes a new one each time.
   const std::int64_t now_ms = context_.loop.TickMs();
-  if (pressed_at_ms_ && now_ms - *pressed_at_ms_ < kPressPauseMs) return;
+  const int pause_ms = presses_in_vain_ < kPressesInVain ? kPressPauseMs : kLongPressPauseMs;
+  if (pressed_at_ms_ && now_ms - *pressed_at_ms_ < pause_ms) return;
   pressed_at_ms_ = now_ms;
-  context_.windows.Press(context_.handles[SdrRole::kNetInfoButton]);
+  const WindowHandle button = context_.handles[SdrRole::kNetInfoButton];
+  if (press_unanswered_) {
+    // That press comes late; on a button that turns the window over a second one would undo it.
+    // Whoever answers a question has dealt with what was sent before: then it shows what became.
+    press_unanswered_ = context_.windows.Text(button).reply == Reply::kNoAnswer;
+    return;
+  }
+  press_unanswered_ = context_.windows.Press(button) == Reply::kNoAnswer;
+  if (!press_unanswered_) ++presses_in_vain_;
+}
+
+// A window that another one owns is hidden by the system while that is minimised.
+bool NetworkInfo::IsHiddenWithSdr() {
+  const WindowHandle sdr = context_.handles[SdrRole::kMainWindow];
+  Placement placement;
+  if (!context_.windows.GetPlacement(sdr, placement)) return false;
+  return placement.show_state == kShownMinimised || !context_.windows.IsVisible(sdr);
 }
 
 void NetworkInfo::KeepOpen() {
@@ -43,10 +120,14 @@ void NetworkInfo::KeepOpen() {
       PressNetInfo();
       discovery_.FindNetworkInfo();
     }
-  } else if (!context_.windows.IsVisible(context_.handles[SdrRole::kNetworkInfoWindow])) {
+  } else if (context_.windows.IsVisible(context_.handles[SdrRole::kNetworkInfoWindow])) {
+    presses_in_vain_ = 0;
+    press_unanswered_ = false;
+  } else if (!IsHiddenWithSdr()) {
     PressNetInfo();
   }
-  Minimise();
+  NoteWidth();
+  if (context_.windows.IsVisible(context_.handles[SdrRole::kNetworkInfoWindow])) Minimise();
 }
 
 void NetworkInfo::Minimise() {

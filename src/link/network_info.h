@@ -12,10 +12,18 @@
 
 namespace corvane {
 
+// A box that wraps its lines gives those on the screen, whose number changes with its width. They
+// are put together again here: a line is given with its last piece, the pieces before give "". When
+// the width has changed, it counts as another box.
 class NetworkInfo : public NetworkInfoBox {
  public:
-  // "Net Info" is pressed no more often than this.
+  // "Net Info" is pressed no more often than this, and after kPressesInVain presses that did not
+  // show the window no more often than that.
   static constexpr int kPressPauseMs = 1000;
+  static constexpr int kPressesInVain = 3;
+  static constexpr int kLongPressPauseMs = 30000;
+  // What is longer than so many lines on the screen is not put together whole.
+  static constexpr int kMostPieces = 64;
 
   NetworkInfo(LinkContext& context, Discovery& discovery)
       : context_(context), discovery_(discovery) {}
@@ -26,13 +34,27 @@ class NetworkInfo : public NetworkInfoBox {
   void Clear() override;
 
   // One step per cycle: finds the window again after it was closed or replaced, presses "Net Info"
-  // while it is not to be seen, and minimises it when it is shown normally.
+  // while it is not to be seen, and minimises it when it is shown normally. While SDR# is minimised
+  // or hidden the window, which the system may have hidden with it, is left as it is: the box can
+  // be read all the same.
   void KeepOpen();
 
   // Minimises it when it is shown normally.
   void Minimise();
 
  private:
+  // A line on the screen, and what follows it in the box.
+  enum class Break { kLineEnds, kLineGoesOn, kUnknown };
+  struct Piece {
+    std::string text;
+    Break what_follows = Break::kUnknown;
+  };
+  [[nodiscard]] std::optional<Piece> ReadPiece(std::int32_t index);
+  [[nodiscard]] std::optional<std::string> WrappedLine(std::int32_t index);
+  [[nodiscard]] std::int32_t WrapWidth() const;
+  void NoteWidth();
+  void ReportUnknownBreak();
+  [[nodiscard]] bool IsHiddenWithSdr();
   [[nodiscard]] WindowHandle Box() const { return context_.handles[SdrRole::kNetworkInfoEdit]; }
   [[nodiscard]] bool IsThere();
   void PressNetInfo();
@@ -40,6 +62,12 @@ class NetworkInfo : public NetworkInfoBox {
   LinkContext& context_;
   Discovery& discovery_;
   std::optional<std::int64_t> pressed_at_ms_;
+  int presses_in_vain_ = 0;
+  bool press_unanswered_ = false;
+  WindowHandle wrapping_box_ = 0;
+  std::int32_t wrap_width_ = 0;  // of wrapping_box_
+  std::uintptr_t width_changes_ = 0;
+  WindowHandle reported_box_ = 0;
 };
 
 }  // namespace corvane

@@ -1,10 +1,24 @@
-// Passes everything on except messages during the pause.
+// Passes everything on except messages to programs that are given a pause.
 #include "link/patient_windows.h"
 
 namespace corvane {
 
-bool PatientWindows::Paused() const {
-  return loop_.TickMs() < paused_until_ms_;
+bool PatientWindows::Paused(WindowHandle window) const {
+  if (silent_.empty()) return false;
+  const auto found = silent_.find(windows_.Program(window));
+  if (found == silent_.end()) return false;
+  return found->second.silent_in_cycle || loop_.TickMs() < found->second.paused_until_ms;
+}
+
+void PatientWindows::BeginCycle() {
+  in_cycle_ = true;
+}
+
+void PatientWindows::EndCycle() {
+  in_cycle_ = false;
+  const std::int64_t now_ms = loop_.TickMs();
+  for (auto& [program, patience] : silent_) patience.silent_in_cycle = false;
+  std::erase_if(silent_, [&](const auto& entry) { return entry.second.paused_until_ms <= now_ms; });
 }
 
 // The reply of a window that was not asked.
@@ -13,8 +27,11 @@ Reply PatientWindows::Unasked(WindowHandle window) {
 }
 
 // A refusal and a window that is gone cost no time: only a time-out begins the pause.
-Reply PatientWindows::Note(Reply reply) {
-  if (reply == Reply::kNoAnswer) paused_until_ms_ = loop_.TickMs() + kPauseMs;
+Reply PatientWindows::Note(WindowHandle window, Asked asked, Reply reply) {
+  if (reply == Reply::kNoAnswer) {
+    silent_[windows_.Program(window)] = {loop_.TickMs() + kPauseMs, in_cycle_};
+  }
+  if (listener_) listener_(window, asked, reply);
   return reply;
 }
 
@@ -33,6 +50,14 @@ std::string PatientWindows::ClassName(WindowHandle window) {
 
 WindowHandle PatientWindows::Parent(WindowHandle window) {
   return windows_.Parent(window);
+}
+
+ProgramId PatientWindows::Program(WindowHandle window) {
+  return windows_.Program(window);
+}
+
+std::string PatientWindows::Title(WindowHandle window) {
+  return windows_.Title(window);
 }
 
 bool PatientWindows::IsAlive(WindowHandle window) {
@@ -59,43 +84,68 @@ bool PatientWindows::IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t 
   return windows_.IsSeenAt(window, x, y);
 }
 
+bool PatientWindows::WrapsLines(WindowHandle edit) {
+  return windows_.WrapsLines(edit);
+}
+
+WindowHandle PatientWindows::Foreground() {
+  return windows_.Foreground();
+}
+
 WindowHandle PatientWindows::OwnMainWindow() {
   return windows_.OwnMainWindow();
 }
 
 Answer<std::string> PatientWindows::Text(WindowHandle window) {
-  if (Paused()) return {Unasked(window), {}};
-  return Note(windows_.Text(window));
+  if (Paused(window)) return {Unasked(window), {}};
+  return Note(window, Asked::kText, windows_.Text(window));
 }
 
 Answer<std::int32_t> PatientWindows::LineCount(WindowHandle edit) {
-  if (Paused()) return {Unasked(edit), 0};
-  return Note(windows_.LineCount(edit));
+  if (Paused(edit)) return {Unasked(edit), 0};
+  return Note(edit, Asked::kOther, windows_.LineCount(edit));
 }
 
 Answer<std::string> PatientWindows::Line(WindowHandle edit, std::int32_t index) {
-  if (Paused()) return {Unasked(edit), {}};
-  return Note(windows_.Line(edit, index));
+  if (Paused(edit)) return {Unasked(edit), {}};
+  return Note(edit, Asked::kOther, windows_.Line(edit, index));
+}
+
+Answer<std::int32_t> PatientWindows::LineStart(WindowHandle edit, std::int32_t index) {
+  if (Paused(edit)) return {Unasked(edit), 0};
+  return Note(edit, Asked::kOther, windows_.LineStart(edit, index));
 }
 
 Reply PatientWindows::Press(WindowHandle button) {
-  return Paused() ? Unasked(button) : Note(windows_.Press(button));
+  return Paused(button) ? Unasked(button) : Note(button, Asked::kOther, windows_.Press(button));
 }
 
 Reply PatientWindows::SetText(WindowHandle window, const std::string& text) {
-  return Paused() ? Unasked(window) : Note(windows_.SetText(window, text));
+  return Paused(window) ? Unasked(window)
+                        : Note(window, Asked::kOther, windows_.SetText(window, text));
 }
 
 Reply PatientWindows::PressSelector(WindowHandle selector) {
-  return Paused() ? Unasked(selector) : Note(windows_.PressSelector(selector));
+  return Paused(selector) ? Unasked(selector)
+                          : Note(selector, Asked::kOther, windows_.PressSelector(selector));
 }
 
-void PatientWindows::SetPlacement(WindowHandle window, const Placement& placement) {
-  if (!Paused()) windows_.SetPlacement(window, placement);
+Reply PatientWindows::SetPlacement(WindowHandle window, const Placement& placement) {
+  if (Paused(window)) return Unasked(window);
+  const Reply reply = windows_.SetPlacement(window, placement);
+  // The probe is answered where moving would be refused as well, so an answer shows nothing.
+  return reply == Reply::kAnswered ? reply : Note(window, Asked::kOther, reply);
 }
 
-void PatientWindows::SetForeground(WindowHandle window) {
-  windows_.SetForeground(window);
+WindowHandle PatientWindows::SetForeground(WindowHandle window) {
+  if (Paused(window)) return window;
+  if (!silent_.empty()) {
+    const WindowHandle front = windows_.Foreground();
+    if (front != 0 && Paused(front)) return front;
+  }
+  const WindowHandle silent = windows_.SetForeground(window);
+  if (silent != 0) Note(silent, Asked::kOther, Reply::kNoAnswer);
+  return silent;
 }
 
 }  // namespace corvane

@@ -22,6 +22,7 @@ void PollCycle::RunStartupCycle() {
   ProgramFlags& flags = context_.flags;
   if (!flags.mblnFormLoaded || flags.mblnShuttingDown) return;
   timer_->SetEnabled(false);
+  parts_.patience.BeginCycle();
   try {
     TakeResetRequest();
     if (!flags.NetRemoteLinkUp) Reset();
@@ -32,6 +33,7 @@ void PollCycle::RunStartupCycle() {
   } catch (...) {
     ReportException("unknown");
   }
+  parts_.patience.EndCycle();
   if (!flags.mblnShuttingDown) timer_->SetEnabled(true);
 }
 
@@ -79,6 +81,7 @@ bool PollCycle::SetUp() {
 void PollCycle::PollSdrSharp() {
   parts_.network_info.KeepOpen();
   if (!context_.flags.mblnSetupDone && !SetUp()) return;
+  if (!parts_.setup.FinishCheckBoxes()) return;
   if (context_.form.chkCreateCallActivityCvsFile.checked() && !parts_.activity.CallActivityLoaded) {
     parts_.folders.CreateDayFolders(context_.clock.Now());
     parts_.activity.LoadCallActivity();

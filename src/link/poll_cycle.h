@@ -11,6 +11,7 @@
 #include "link/net_remote.h"
 #include "link/network_info.h"
 #include "link/network_watch.h"
+#include "link/patient_windows.h"
 #include "link/sdr_setup.h"
 #include "store/call_activity.h"
 #include "store/day_folders.h"
@@ -24,6 +25,7 @@ class PollCycle {
   static constexpr int kResetPauseMs = 30000;
 
   struct Parts {
+    PatientWindows& patience;
     Discovery& discovery;
     NetRemote& net_remote;
     NetworkInfo& network_info;

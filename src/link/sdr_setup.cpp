@@ -73,6 +73,7 @@ bool SdrSetup::Set(const std::string& method, const std::string& value) {
 }
 
 bool SdrSetup::Run() {
+  press_unanswered_ = false;
   Position();
   if (!Pause(kSettleMs) || !Tune() || !Play() || !ShowSdr() || !SetCheckBoxes()) return false;
   context_.windows.SetForeground(context_.windows.OwnMainWindow());
@@ -118,12 +119,28 @@ bool SdrSetup::SetCheckBoxes() {
     return true;
   }
   if (colour_of(SdrRole::kDemodulatorBox) == presets_.UnCheckedColour) {
-    context_.windows.Press(context_.handles[SdrRole::kDemodulatorBox]);
+    Press(SdrRole::kDemodulatorBox);
   }
   if (!Pause(kStepMs)) return false;
   if (colour_of(SdrRole::kAutoBox) == presets_.CheckedColour) {
-    context_.windows.Press(context_.handles[SdrRole::kAutoBox]);
+    Press(SdrRole::kAutoBox);
   }
+  return true;
+}
+
+void SdrSetup::Press(SdrRole box) {
+  if (context_.windows.Press(context_.handles[box]) == Reply::kNoAnswer) press_unanswered_ = true;
+}
+
+bool SdrSetup::FinishCheckBoxes() {
+  if (!press_unanswered_) return true;
+  // Whoever answers a question has dealt with what was sent before, the press included.
+  const WindowHandle box = context_.handles[SdrRole::kDemodulatorBox];
+  if (context_.windows.Text(box).reply == Reply::kNoAnswer) return true;
+  press_unanswered_ = false;
+  context_.windows.SetForeground(context_.handles[SdrRole::kMainWindow]);
+  if (!Pause(kSettleMs) || !SetCheckBoxes()) return false;
+  context_.windows.SetForeground(context_.windows.OwnMainWindow());
   return true;
 }
 

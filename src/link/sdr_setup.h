@@ -35,6 +35,11 @@ class SdrSetup {
   // connected. Lets events run.
   [[nodiscard]] bool Run();
 
+  // One step per cycle after Run: where a box was pressed and gave no answer, its state is looked
+  // at again as soon as SDR# answers, and it is pressed once more only if that is still the wrong
+  // one. False like Run. Lets events run.
+  [[nodiscard]] bool FinishCheckBoxes();
+
  private:
   void Position();
   [[nodiscard]] bool MustStop() const;
@@ -44,11 +49,13 @@ class SdrSetup {
   [[nodiscard]] bool Play();
   [[nodiscard]] bool ShowSdr();
   [[nodiscard]] bool SetCheckBoxes();
+  void Press(SdrRole box);
 
   LinkContext& context_;
   NetRemote& net_remote_;
   NetworkInfo& network_info_;
   const Presets& presets_;
+  bool press_unanswered_ = false;
 };
 
 }  // namespace corvane

@@ -13,6 +13,7 @@
 namespace corvane {
 
 using WindowHandle = std::uintptr_t;  // 0: none
+using ProgramId = std::uint32_t;      // a program that runs; 0: none
 
 // What came of a message to another program's window.
 enum class Reply {
@@ -42,7 +43,8 @@ struct ScreenRect {
 };
 
 inline constexpr std::uint32_t kShowNormal = 1;
-inline constexpr std::uint32_t kShowMinimised = 6;
+inline constexpr std::uint32_t kShownMinimised = 2;  // what a minimised window answers
+inline constexpr std::uint32_t kShowMinimised = 6;   // what minimises it
 
 // A window's show state and restored position (the 44-byte placement structure).
 struct Placement {
@@ -67,6 +69,11 @@ class WindowOps {
   // At most 49 characters.
   [[nodiscard]] virtual std::string ClassName(WindowHandle window) = 0;
   [[nodiscard]] virtual WindowHandle Parent(WindowHandle window) = 0;
+  // Whose window it is.
+  [[nodiscard]] virtual ProgramId Program(WindowHandle window) = 0;
+  // The title that the system keeps of a top-level window: what its text is as a rule, but nobody
+  // has to answer for it.
+  [[nodiscard]] virtual std::string Title(WindowHandle window) = 0;
   [[nodiscard]] virtual bool IsAlive(WindowHandle window) = 0;
   [[nodiscard]] virtual bool IsVisible(WindowHandle window) = 0;
   // False when there is no such window.
@@ -80,6 +87,10 @@ class WindowOps {
   // ancestors or descendants within its own top-level window. A window that lies over it, whosever
   // that is, the desktop, and an owner are none of these.
   [[nodiscard]] virtual bool IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) = 0;
+  // Whether an edit box breaks long lines at its edge. Its lines are then those on the screen.
+  [[nodiscard]] virtual bool WrapsLines(WindowHandle edit) = 0;
+  // The window in front of all, whosever it is; 0 while there is none.
+  [[nodiscard]] virtual WindowHandle Foreground() = 0;
   // The program's own main window, to bring it back to the front.
   [[nodiscard]] virtual WindowHandle OwnMainWindow() = 0;
 
@@ -93,6 +104,8 @@ class WindowOps {
   // One line of an edit box by its zero-based index; "" for a negative index, which asks nothing,
   // and for a line that is not there.
   [[nodiscard]] virtual Answer<std::string> Line(WindowHandle edit, std::int32_t index) = 0;
+  // Where a line begins, in characters from the beginning of the box; -1 for one that is not there.
+  [[nodiscard]] virtual Answer<std::int32_t> LineStart(WindowHandle edit, std::int32_t index) = 0;
 
   // --- Messages that have the window do something ---
 
@@ -100,9 +113,11 @@ class WindowOps {
   virtual Reply SetText(WindowHandle window, const std::string& text) = 0;
   // The left button goes down on one of the plug-in's timeslot selectors.
   virtual Reply PressSelector(WindowHandle selector) = 0;
-  // Moves and shows it; applied by other calls where the direct one is refused.
-  virtual void SetPlacement(WindowHandle window, const Placement& placement) = 0;
-  virtual void SetForeground(WindowHandle window) = 0;
+  // Moves and shows it. A window that does not answer is moved as soon as it does again.
+  virtual Reply SetPlacement(WindowHandle window, const Placement& placement) = 0;
+  // Nothing happens while `window`, or the one in front of it now, does not answer: then that one
+  // is given back, otherwise 0. The system may leave the front to whoever has it.
+  virtual WindowHandle SetForeground(WindowHandle window) = 0;
 };
 
 }  // namespace corvane

@@ -12,6 +12,7 @@ namespace corvane {
 namespace {
 
 constexpr int kClassNameSize = 50;
+constexpr int kTitleSize = 256;
 constexpr std::size_t kSmallestLineBuffer = 64;
 constexpr std::size_t kLargestLineBuffer = 65535;      // the size goes into a 16-bit word
 constexpr LPARAM kSelectorPoint = MAKELPARAM(38, 13);  // in its client area
@@ -32,27 +33,40 @@ BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter) {
   }
 }
 
-Answer<LRESULT> Ask(WindowHandle window, UINT message, WPARAM w_param, LPARAM l_param) {
-  HWND target = ToHwnd(window);
-  // Never to all windows at once.
-  if (target == nullptr || target == HWND_BROADCAST || IsWindow(target) == 0) return {};
-  DWORD_PTR result = 0;
-  SetLastError(ERROR_SUCCESS);
-  if (SendMessageTimeoutA(target, message, w_param, l_param, SMTO_ABORTIFHUNG | SMTO_NORMAL,
-                          WindowOpsWin::kSendLimitMs, &result) != 0) {
-    return {Reply::kAnswered, static_cast<LRESULT>(result)};
+// The messages of one call to one window, with one limit for all of them.
+class Question {
+ public:
+  explicit Question(WindowHandle window)
+      : target_(ToHwnd(window)), end_ms_(GetTickCount64() + WindowOpsWin::kSendLimitMs) {}
+
+  Answer<LRESULT> Ask(UINT message, WPARAM w_param, LPARAM l_param) const {
+    // Never to all windows at once.
+    if (target_ == nullptr || target_ == HWND_BROADCAST || IsWindow(target_) == 0) return {};
+    const ULONGLONG now_ms = GetTickCount64();
+    if (now_ms >= end_ms_) return {Reply::kNoAnswer, 0};
+    DWORD_PTR result = 0;
+    SetLastError(ERROR_SUCCESS);
+    if (SendMessageTimeoutA(target_, message, w_param, l_param, SMTO_ABORTIFHUNG | SMTO_NORMAL,
+                            static_cast<UINT>(end_ms_ - now_ms), &result) != 0) {
+      return {Reply::kAnswered, static_cast<LRESULT>(result)};
+    }
+    if (GetLastError() == ERROR_ACCESS_DENIED) return {Reply::kRefused, 0};
+    return {IsWindow(target_) == 0 ? Reply::kGone : Reply::kNoAnswer, 0};
   }
-  if (GetLastError() == ERROR_ACCESS_DENIED) return {Reply::kRefused, 0};
-  return {IsWindow(target) == 0 ? Reply::kGone : Reply::kNoAnswer, 0};
-}
+
+ private:
+  HWND target_;
+  ULONGLONG end_ms_;
+};
 
 LPARAM Address(const char* bytes) {
   return reinterpret_cast<LPARAM>(bytes);
 }
 
 // Whether calls that have no limit of their own would come back at once.
-bool Responds(WindowHandle window) {
-  return IsHungAppWindow(ToHwnd(window)) == 0 && Ask(window, WM_NULL, 0, 0).answered();
+Reply Probe(WindowHandle window) {
+  if (IsHungAppWindow(ToHwnd(window)) != 0) return Reply::kNoAnswer;
+  return Question(window).Ask(WM_NULL, 0, 0).reply;
 }
 
 // Moves and shows a window without waiting for the program that it belongs to.
@@ -95,6 +109,21 @@ std::string WindowOpsWin::ClassName(WindowHandle window) {
 
 WindowHandle WindowOpsWin::Parent(WindowHandle window) {
   return ToHandle(GetParent(ToHwnd(window)));
+}
+
+ProgramId WindowOpsWin::Program(WindowHandle window) {
+  DWORD program = 0;
+  GetWindowThreadProcessId(ToHwnd(window), &program);
+  return program;
+}
+
+// Of another program's window the system gives the title that it keeps; Wine 8 gives what happens
+// to be in memory for one that is gone.
+std::string WindowOpsWin::Title(WindowHandle window) {
+  if (IsWindow(ToHwnd(window)) == 0) return {};
+  char title[kTitleSize] = {};
+  const int size = GetWindowTextA(ToHwnd(window), title, kTitleSize);
+  return std::string(title, static_cast<std::size_t>(std::max(size, 0)));
 }
 
 bool WindowOpsWin::IsAlive(WindowHandle window) {
@@ -144,16 +173,26 @@ bool WindowOpsWin::IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y)
          (IsChild(seen, wanted) != 0 || IsChild(wanted, seen) != 0);
 }
 
+bool WindowOpsWin::WrapsLines(WindowHandle edit) {
+  const LONG style = GetWindowLongA(ToHwnd(edit), GWL_STYLE);
+  return (style & ES_MULTILINE) != 0 && (style & ES_AUTOHSCROLL) == 0;
+}
+
+WindowHandle WindowOpsWin::Foreground() {
+  return ToHandle(GetForegroundWindow());
+}
+
 Answer<std::string> WindowOpsWin::Text(WindowHandle window) {
+  const Question question(window);
   // Under Wine 8 questions for texts know no limit; an empty message does, so it goes first.
-  const Answer<LRESULT> awake = Ask(window, WM_NULL, 0, 0);
+  const Answer<LRESULT> awake = question.Ask(WM_NULL, 0, 0);
   if (!awake.answered()) return {awake.reply, {}};
-  const Answer<LRESULT> length = Ask(window, WM_GETTEXTLENGTH, 0, 0);
+  const Answer<LRESULT> length = question.Ask(WM_GETTEXTLENGTH, 0, 0);
   if (!length.answered()) return {length.reply, {}};
   if (length.value <= 0) return {Reply::kAnswered, kNoWindowText};
   const std::size_t size = std::min(static_cast<std::size_t>(length.value), kLongestText) + 1;
   std::string text(size, '\0');
-  const Answer<LRESULT> copied = Ask(window, WM_GETTEXT, size, Address(text.data()));
+  const Answer<LRESULT> copied = question.Ask(WM_GETTEXT, size, Address(text.data()));
   if (!copied.answered()) return {copied.reply, {}};
   text.resize(
       static_cast<std::size_t>(std::clamp<LRESULT>(copied.value, 0, static_cast<LRESULT>(size))));
@@ -161,17 +200,18 @@ Answer<std::string> WindowOpsWin::Text(WindowHandle window) {
 }
 
 Answer<std::int32_t> WindowOpsWin::LineCount(WindowHandle edit) {
-  const Answer<LRESULT> count = Ask(edit, EM_GETLINECOUNT, 0, 0);
+  const Answer<LRESULT> count = Question(edit).Ask(EM_GETLINECOUNT, 0, 0);
   return {count.reply, static_cast<std::int32_t>(std::clamp<LRESULT>(
                            count.value, 0, std::numeric_limits<std::int32_t>::max()))};
 }
 
 Answer<std::string> WindowOpsWin::Line(WindowHandle edit, std::int32_t index) {
   if (index < 0) return {Reply::kAnswered, {}};
+  const Question question(edit);
   const auto line = static_cast<WPARAM>(index);
-  const Answer<LRESULT> start = Ask(edit, EM_LINEINDEX, line, 0);
+  const Answer<LRESULT> start = question.Ask(EM_LINEINDEX, line, 0);
   if (!start.answered() || start.value < 0) return {start.reply, {}};
-  const Answer<LRESULT> length = Ask(edit, EM_LINELENGTH, static_cast<WPARAM>(start.value), 0);
+  const Answer<LRESULT> length = question.Ask(EM_LINELENGTH, static_cast<WPARAM>(start.value), 0);
   if (!length.answered() || length.value <= 0) return {length.reply, {}};
 
   // Some edit boxes copy only half of what the size in the buffer allows, and more than the line.
@@ -180,29 +220,37 @@ Answer<std::string> WindowOpsWin::Line(WindowHandle edit, std::int32_t index) {
   std::string text(size, '\0');
   const auto word = static_cast<WORD>(size);
   std::memcpy(text.data(), &word, sizeof word);
-  const Answer<LRESULT> copied = Ask(edit, EM_GETLINE, line, Address(text.data()));
+  const Answer<LRESULT> copied = question.Ask(EM_GETLINE, line, Address(text.data()));
   if (!copied.answered()) return {copied.reply, {}};
   text.resize(static_cast<std::size_t>(
       std::clamp<LRESULT>(copied.value, 0, static_cast<LRESULT>(characters))));
   return {Reply::kAnswered, std::move(text)};
 }
 
+Answer<std::int32_t> WindowOpsWin::LineStart(WindowHandle edit, std::int32_t index) {
+  if (index < 0) return {Reply::kAnswered, -1};
+  const Answer<LRESULT> start = Question(edit).Ask(EM_LINEINDEX, static_cast<WPARAM>(index), 0);
+  return {start.reply, static_cast<std::int32_t>(std::clamp<LRESULT>(
+                           start.value, -1, std::numeric_limits<std::int32_t>::max()))};
+}
+
 Reply WindowOpsWin::Press(WindowHandle button) {
-  return Ask(button, BM_CLICK, 0, 0).reply;
+  return Question(button).Ask(BM_CLICK, 0, 0).reply;
 }
 
 Reply WindowOpsWin::SetText(WindowHandle window, const std::string& text) {
-  return Ask(window, WM_SETTEXT, 0, Address(text.c_str())).reply;
+  return Question(window).Ask(WM_SETTEXT, 0, Address(text.c_str())).reply;
 }
 
 Reply WindowOpsWin::PressSelector(WindowHandle selector) {
-  return Ask(selector, WM_LBUTTONDOWN, MK_LBUTTON, kSelectorPoint).reply;
+  return Question(selector).Ask(WM_LBUTTONDOWN, MK_LBUTTON, kSelectorPoint).reply;
 }
 
-void WindowOpsWin::SetPlacement(WindowHandle window, const Placement& placement) {
+Reply WindowOpsWin::SetPlacement(WindowHandle window, const Placement& placement) {
   HWND target = ToHwnd(window);
-  if (window == 0 || IsWindow(target) == 0) return;
-  if (Responds(window)) {
+  if (window == 0 || IsWindow(target) == 0) return Reply::kGone;
+  const Reply reply = Probe(window);
+  if (reply == Reply::kAnswered) {
     WINDOWPLACEMENT system{};
     system.length = sizeof system;
     system.flags = placement.flags | WPF_ASYNCWINDOWPLACEMENT;
@@ -211,17 +259,21 @@ void WindowOpsWin::SetPlacement(WindowHandle window, const Placement& placement)
     system.ptMaxPosition = {placement.max_position[0], placement.max_position[1]};
     system.rcNormalPosition = {placement.normal_position.left, placement.normal_position.top,
                                placement.normal_position.right, placement.normal_position.bottom};
-    if (SetWindowPlacement(target, &system) != 0) return;
+    if (SetWindowPlacement(target, &system) != 0) return reply;
+    if (GetLastError() == ERROR_ACCESS_DENIED) return Reply::kRefused;
   }
   PlaceAsync(target, placement);
+  return reply;
 }
 
-void WindowOpsWin::SetForeground(WindowHandle window) {
-  if (window == 0 || !Responds(window)) return;
+WindowHandle WindowOpsWin::SetForeground(WindowHandle window) {
+  if (window == 0 || !IsAlive(window)) return 0;
   // Taking the front away from a window may wait for its program too.
-  const WindowHandle front = ToHandle(GetForegroundWindow());
-  if (front != 0 && front != window && IsAlive(front) && !Responds(front)) return;
+  const WindowHandle front = Foreground();
+  if (Probe(window) == Reply::kNoAnswer) return window;
+  if (front != 0 && front != window && Probe(front) == Reply::kNoAnswer) return front;
   SetForegroundWindow(ToHwnd(window));
+  return 0;
 }
 
 }  // namespace corvane

@@ -1,5 +1,5 @@
 // Other programs' windows through user32 and gdi32. No call waits longer than kSendLimitMs for
-// another program, however that hangs.
+// one other program, however that hangs and however many messages the call is made of.
 #pragma once
 
 #include <windows.h>
@@ -17,7 +17,7 @@ namespace corvane {
 
 class WindowOpsWin : public WindowOps {
  public:
-  // How long a message may take before the call gives up.
+  // How long all messages of one call may take together before it gives up.
   static constexpr unsigned kSendLimitMs = 500;
 
   // What OwnMainWindow answers.
@@ -27,6 +27,8 @@ class WindowOpsWin : public WindowOps {
   void EnumChildren(WindowHandle parent, const std::function<bool(WindowHandle)>& visit) override;
   [[nodiscard]] std::string ClassName(WindowHandle window) override;
   [[nodiscard]] WindowHandle Parent(WindowHandle window) override;
+  [[nodiscard]] ProgramId Program(WindowHandle window) override;
+  [[nodiscard]] std::string Title(WindowHandle window) override;
   [[nodiscard]] bool IsAlive(WindowHandle window) override;
   [[nodiscard]] bool IsVisible(WindowHandle window) override;
   [[nodiscard]] bool GetPlacement(WindowHandle window, Placement& placement) override;
@@ -34,19 +36,20 @@ class WindowOpsWin : public WindowOps {
   [[nodiscard]] std::int32_t ScreenPixel(WindowHandle control, std::int32_t x,
                                          std::int32_t y) override;
   [[nodiscard]] bool IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) override;
+  [[nodiscard]] bool WrapsLines(WindowHandle edit) override;
+  [[nodiscard]] WindowHandle Foreground() override;
   [[nodiscard]] WindowHandle OwnMainWindow() override { return ToHandle(own_main_window_); }
 
   [[nodiscard]] Answer<std::string> Text(WindowHandle window) override;
   [[nodiscard]] Answer<std::int32_t> LineCount(WindowHandle edit) override;
   [[nodiscard]] Answer<std::string> Line(WindowHandle edit, std::int32_t index) override;
+  [[nodiscard]] Answer<std::int32_t> LineStart(WindowHandle edit, std::int32_t index) override;
 
   Reply Press(WindowHandle button) override;
   Reply SetText(WindowHandle window, const std::string& text) override;
   Reply PressSelector(WindowHandle selector) override;
-  // A window that does not answer is moved as soon as it does again.
-  void SetPlacement(WindowHandle window, const Placement& placement) override;
-  // Nothing happens while `window`, or the one in front of it now, does not answer.
-  void SetForeground(WindowHandle window) override;
+  Reply SetPlacement(WindowHandle window, const Placement& placement) override;
+  WindowHandle SetForeground(WindowHandle window) override;
 
  private:
   HWND own_main_window_ = nullptr;

@@ -126,6 +126,35 @@ TEST_F(WindowsContract, KnowsParentsAndWhatIsVisible) {
   EXPECT_TRUE(windows_.IsVisible(world_->top()));
 }
 
+TEST_F(WindowsContract, KnowsTheProgramOfAWindow) {
+  const ProgramId program = windows_.Program(world_->top());
+  EXPECT_NE(program, 0U);
+  EXPECT_EQ(windows_.Program(world_->check_box()), program);
+  const WindowHandle own = windows_.OwnMainWindow();
+  if (own != 0) {
+    EXPECT_NE(windows_.Program(own), program);
+  }
+}
+
+TEST_F(WindowsContract, KnowsTheTitleOfAWindowThatHangs) {
+  world_->Hang(4000);
+  std::string title;
+  EXPECT_LE(Duration([&] { title = windows_.Title(world_->top()); }), 250);
+  EXPECT_EQ(title, world_->top_text());
+  EXPECT_TRUE(Until([&] { return windows_.Text(world_->top()).answered(); }));
+}
+
+TEST_F(WindowsContract, SaysWhereLinesBegin) {
+  PutLines({"four", "", "seven77"});
+  for (const auto& [index, start] :
+       std::vector<std::pair<int, int>>{{0, 0}, {1, 6}, {2, 8}, {1000, -1}, {-1, -1}}) {
+    const Answer<std::int32_t> answer = windows_.LineStart(world_->edit(), index);
+    EXPECT_EQ(answer.reply, Reply::kAnswered) << index;
+    EXPECT_EQ(answer.value, start) << index;
+  }
+  EXPECT_FALSE(windows_.WrapsLines(world_->edit()));
+}
+
 TEST_F(WindowsContract, ReadsTextsWhole) {
   const Answer<std::string> text = windows_.Text(world_->top());
   EXPECT_EQ(text.reply, Reply::kAnswered);
@@ -263,8 +292,9 @@ TEST_F(WindowsContract, AWindowOfTheSameProgramThatIsNoPartOfItIsSeenInstead) {
 }
 
 TEST_F(WindowsContract, BringsAWindowToTheFront) {
-  windows_.SetForeground(world_->top());
+  EXPECT_EQ(windows_.SetForeground(world_->top()), 0U);
   EXPECT_TRUE(Until([&] { return world_->IsInFront(); }));
+  EXPECT_TRUE(Until([&] { return windows_.Foreground() == world_->top(); }));
 }
 
 TEST_F(WindowsContract, AHangingProgramDoesNotHoldThisOneUp) {
@@ -284,8 +314,11 @@ TEST_F(WindowsContract, AHangingProgramDoesNotHoldThisOneUp) {
   ask([&] { return windows_.PressSelector(world_->selector()); });
   ask([&] { return windows_.Text(world_->top()).reply; });
   ask([&] { return windows_.Line(world_->edit(), 0).reply; });
-  EXPECT_LE(Duration([&] { windows_.SetPlacement(world_->top(), placement); }), kLimitMs);
-  EXPECT_LE(Duration([&] { windows_.SetForeground(world_->top()); }), kLimitMs);
+  ask([&] { return windows_.LineStart(world_->edit(), 0).reply; });
+  ask([&] { return windows_.SetPlacement(world_->top(), placement); });
+  WindowHandle silent = 0;
+  EXPECT_LE(Duration([&] { silent = windows_.SetForeground(world_->top()); }), kLimitMs);
+  EXPECT_EQ(silent, world_->top());
   EXPECT_LE(Duration([&] { TopLevel(); }), kLimitMs);
   EXPECT_LE(Duration([&] { (void)SeenInBox(world_->check_box()); }), kLimitMs);
   EXPECT_TRUE(windows_.IsAlive(world_->top()));
@@ -307,6 +340,10 @@ TEST_F(WindowsContract, WindowsThatAreGoneGiveEmptyAnswers) {
     EXPECT_FALSE(windows_.IsVisible(window));
     EXPECT_EQ(windows_.ClassName(window), "");
     EXPECT_EQ(windows_.Parent(window), 0U);
+    EXPECT_EQ(windows_.Program(window), 0U);
+    EXPECT_EQ(windows_.Title(window), "");
+    EXPECT_FALSE(windows_.WrapsLines(window));
+    EXPECT_EQ(windows_.LineStart(window, 0).reply, Reply::kGone);
     EXPECT_EQ(windows_.LineCount(window).reply, Reply::kGone);
     EXPECT_EQ(windows_.SetText(window, "x"), Reply::kGone);
     EXPECT_EQ(windows_.Press(window), Reply::kGone);
@@ -322,8 +359,8 @@ TEST_F(WindowsContract, WindowsThatAreGoneGiveEmptyAnswers) {
     EXPECT_FALSE(windows_.GetPlacement(window, placement));
     EXPECT_FALSE(windows_.GetRect(window, rect));
     EXPECT_FALSE(windows_.IsSeenAt(window, 300, 200));
-    windows_.SetPlacement(window, placement);
-    windows_.SetForeground(window);
+    EXPECT_EQ(windows_.SetPlacement(window, placement), Reply::kGone);
+    EXPECT_EQ(windows_.SetForeground(window), 0U);
     EXPECT_TRUE(Children(window).empty());
   }
   EXPECT_FALSE(Has(TopLevel(), top));

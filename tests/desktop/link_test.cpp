@@ -131,6 +131,17 @@ TEST_F(LinkTest, FindsAnSdrThatWasKilledAndStartedAgainInMidCall) {
   ExpectFollowsAfter([this] { StartSdr(); }, 58);
 }
 
+// It hangs as long as the case takes.
+TEST_F(LinkTest, FindsSdrBelowAHungWindowOfAnotherProgram) {
+  StartSdr({"--info-open"});
+  Do("stranger hang 600000");
+  StartCorvane();
+  PressStart();
+  AwaitScanning();
+  ExpectStaysResponsive();
+  ExpectFollowsACall(69);
+}
+
 TEST_F(LinkTest, StaysResponsiveWhileSdrHangsForTenSeconds) {
   Begin();
   BeginACall(59);

@@ -67,11 +67,12 @@ void SimWire::Connect(SimSocket& socket, std::uint64_t connection, std::uint16_t
   agenda_.Add(model_.now_ms() + latency_ms_, [this, peer, port] {
     if (!IsCurrent(peer)) return;
     if (!model_.server().Accepts(port)) {
-      agenda_.Add(now_ms + refused_after_ms_, [this, peer] {
-        if (IsCurrent(peer)) {
-          peer.socket->OnError(kConnectionRefused, std::string(kRefusedText));
-        }
-      });
+      agenda_.Add(now_ms + std::max<std::int64_t>(refused_after_ms_, model_.refusal_ms()),
+                  [this, peer] {
+                    if (IsCurrent(peer)) {
+                      peer.socket->OnError(kConnectionRefused, std::string(kRefusedText));
+                    }
+                  });
       return;
     }
     const standin::ClientId client = model_.server().Accepted();

@@ -12,7 +12,6 @@ namespace {
 constexpr WindowHandle kFirstHandle = 0x10000;
 constexpr WindowHandle kHandleStep = 2;
 constexpr std::size_t kMaxClassName = 49;
-constexpr std::uint32_t kShowMinimisedState = 2;
 constexpr int kSelectorX = 38;
 constexpr int kSelectorY = 13;
 constexpr int kHangStepMs = 10;
@@ -65,6 +64,19 @@ WindowHandle SimWindowOps::Parent(WindowHandle window) {
   return found == nullptr ? 0 : HandleOf(found->parent);
 }
 
+// Each top-level window outside of SDR# is a program of its own.
+ProgramId SimWindowOps::Program(WindowHandle window) {
+  const standin::Window* found = Look(window);
+  if (found == nullptr) return 0;
+  return static_cast<ProgramId>(
+      HandleOf(BelongsToSdr(*found) ? model_.ids().main : TopOf(*found).id));
+}
+
+std::string SimWindowOps::Title(WindowHandle window) {
+  const standin::Window* found = Look(window);
+  return found == nullptr || found->parent != 0 ? std::string() : found->text;
+}
+
 bool SimWindowOps::IsAlive(WindowHandle window) {
   return Look(window) != nullptr;
 }
@@ -98,25 +110,48 @@ Answer<std::string> SimWindowOps::Line(WindowHandle edit, std::int32_t index) {
   return {reply, found->lines.Line(index).substr(0, kLongestText)};
 }
 
-Reply SimWindowOps::Press(WindowHandle button) {
+Answer<std::int32_t> SimWindowOps::LineStart(WindowHandle edit, std::int32_t index) {
+  if (index < 0) return {Reply::kAnswered, -1};
   const standin::Window* found = nullptr;
-  const Reply reply = Ask({button, Sent::kPress, {}, 0}, found);
-  if (found != nullptr) model_.tree().Press(found->id);
+  const Reply reply = Ask({edit, Sent::kLineStart, {}, index}, found);
+  return {reply, found == nullptr ? 0 : found->lines.LineIndex(index)};
+}
+
+Reply SimWindowOps::Press(WindowHandle button) {
+  const Message message{button, Sent::kPress, {}, 0};
+  const standin::Window* found = nullptr;
+  const Reply reply = Ask(message, found);
+  if (found != nullptr) CarryOut(message);
   return reply;
 }
 
 Reply SimWindowOps::SetText(WindowHandle window, const std::string& text) {
+  const Message message{window, Sent::kSetText, text, 0};
   const standin::Window* found = nullptr;
-  const Reply reply = Ask({window, Sent::kSetText, text, 0}, found);
-  if (found != nullptr) model_.tree().EnterText(found->id, text);
+  const Reply reply = Ask(message, found);
+  if (found != nullptr) CarryOut(message);
   return reply;
 }
 
 Reply SimWindowOps::PressSelector(WindowHandle selector) {
+  const Message message{selector, Sent::kPressSelector, {}, 0};
   const standin::Window* found = nullptr;
-  const Reply reply = Ask({selector, Sent::kPressSelector, {}, 0}, found);
-  if (found != nullptr) model_.tree().MouseDown(found->id, kSelectorX, kSelectorY);
+  const Reply reply = Ask(message, found);
+  if (found != nullptr) CarryOut(message);
   return reply;
+}
+
+void SimWindowOps::CarryOut(const Message& message) {
+  const standin::WindowId id = IdOf(message.window);
+  standin::WindowTree& tree = model_.tree();
+  if (message.sent == Sent::kPress) tree.Press(id);
+  if (message.sent == Sent::kSetText) tree.EnterText(id, message.text);
+  if (message.sent == Sent::kPressSelector) tree.MouseDown(id, kSelectorX, kSelectorY);
+}
+
+void SimWindowOps::CarryOutLate() {
+  if (late_.empty() || model_.now_ms() < model_.hung_until_ms()) return;
+  for (const Message& message : std::exchange(late_, {})) CarryOut(message);
 }
 
 void SimWindowOps::SetSilent(WindowHandle window, bool silent) {
@@ -132,23 +167,27 @@ bool SimWindowOps::GetPlacement(WindowHandle window, Placement& placement) {
   if (found == nullptr) return false;
   placement = Placement{};
   placement.show_state =
-      found->show_state == standin::ShowState::kNormal ? kShowNormal : kShowMinimisedState;
+      found->show_state == standin::ShowState::kNormal ? kShowNormal : kShownMinimised;
   if (show_state_ != kNoShowState) placement.show_state = show_state_;
   placement.normal_position = RectOf(found->box);
   return true;
 }
 
-void SimWindowOps::SetPlacement(WindowHandle window, const Placement& placement) {
-  if (Look(window) == nullptr) return;
+Reply SimWindowOps::SetPlacement(WindowHandle window, const Placement& placement) {
+  const standin::Window* found = Look(window);
+  if (found == nullptr) return Reply::kGone;
+  if (model_.elevated() && BelongsToSdr(*found)) return Reply::kRefused;
+  const bool answers = WaitForAnswer(window);
   Keep(placed_, window);
   const ScreenRect& rect = placement.normal_position;
   const standin::WindowId id = IdOf(window);
   standin::WindowTree& tree = model_.tree();
   tree.SetBox(id, {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top});
   const bool minimised =
-      placement.show_state == kShowMinimised || placement.show_state == kShowMinimisedState;
+      placement.show_state == kShowMinimised || placement.show_state == kShownMinimised;
   tree.SetShowState(id, minimised ? standin::ShowState::kMinimised : standin::ShowState::kNormal);
   tree.SetVisible(id, true);
+  return answers ? Reply::kAnswered : Reply::kNoAnswer;
 }
 
 bool SimWindowOps::GetRect(WindowHandle window, ScreenRect& rect) {
@@ -157,10 +196,29 @@ bool SimWindowOps::GetRect(WindowHandle window, ScreenRect& rect) {
   return true;
 }
 
-void SimWindowOps::SetForeground(WindowHandle window) {
-  if (Look(window) == nullptr) return;
+WindowHandle SimWindowOps::SetForeground(WindowHandle window) {
+  if (Look(window) == nullptr) return 0;
+  for (const WindowHandle asked : {window, Foreground()}) {
+    if (!Answers(asked)) return asked;
+  }
   Keep(foregrounds_, window);
-  model_.tree().Raise(IdOf(window));
+  if (!model_.front_kept()) model_.tree().Raise(IdOf(window));
+  return 0;
+}
+
+// The topmost that the keyboard can be given to.
+WindowHandle SimWindowOps::Foreground() {
+  catch_up_();
+  for (const standin::WindowId id : model_.tree().top_level()) {
+    const standin::Window& window = *model_.tree().Find(id);
+    if (window.visible && window.kind == standin::Kind::kFrame) return HandleOf(id);
+  }
+  return 0;
+}
+
+bool SimWindowOps::WrapsLines(WindowHandle edit) {
+  const standin::Window* found = Look(edit);
+  return found != nullptr && found->lines.wraps();
 }
 
 std::int32_t SimWindowOps::ScreenPixel(WindowHandle, std::int32_t x, std::int32_t y) {
@@ -196,19 +254,28 @@ Reply SimWindowOps::Ask(const Message& message, const standin::Window*& window) 
     return Reply::kNoAnswer;
   }
   if (silent_.contains(message.window)) return Reply::kNoAnswer;
-  if (BelongsToSdr(*found)) {
-    if (refusing_ && message.sent != Sent::kText) return Reply::kRefused;
-    if (!WaitForAnswer()) return Reply::kNoAnswer;
+  if (model_.elevated() && BelongsToSdr(*found) && message.sent != Sent::kText) {
+    return Reply::kRefused;
+  }
+  if (!WaitForAnswer(message.window)) {
+    if (acts_late_) late_.push_back(message);
+    return Reply::kNoAnswer;
   }
   window = Look(message.window);
   return window == nullptr ? Reply::kGone : Reply::kAnswered;
 }
 
-// False when SDR# hangs for longer than is waited.
-bool SimWindowOps::WaitForAnswer() {
-  for (int waited = 0; model_.now_ms() < model_.hung_until_ms(); waited += kHangStepMs) {
-    const bool known_as_hung = model_.now_ms() - model_.hung_since_ms() >= kHungAfterMs;
-    if (known_as_hung || waited >= kSendLimitMs) return false;
+// False when the window's program hangs for longer than is waited.
+bool SimWindowOps::WaitForAnswer(WindowHandle window) {
+  const standin::Window& top = TopOf(*Look(window));
+  const bool sdr = BelongsToSdr(top);
+  const standin::WindowId stranger = sdr ? 0 : top.id;
+  const auto hung_until_ms = [&] {
+    return sdr ? model_.hung_until_ms() : model_.stranger_hung_until_ms(stranger);
+  };
+  for (int waited = 0; model_.now_ms() < hung_until_ms(); waited += kHangStepMs) {
+    const bool known_as_hung = sdr && model_.now_ms() - model_.hung_since_ms() >= kHungAfterMs;
+    if (known_as_hung || waited >= send_limit_ms_) return false;
     loop_.Sleep(kHangStepMs);
     catch_up_();
   }
@@ -217,13 +284,19 @@ bool SimWindowOps::WaitForAnswer() {
 
 const standin::Window* SimWindowOps::Look(WindowHandle window) {
   catch_up_();
+  CarryOutLate();
   return model_.tree().Find(IdOf(window));
 }
 
-bool SimWindowOps::BelongsToSdr(const standin::Window& window) const {
+const standin::Window& SimWindowOps::TopOf(const standin::Window& window) const {
   const standin::Window* top = &window;
   while (top->parent != 0) top = model_.tree().Find(top->parent);
-  return top->id == model_.ids().main || top->id == model_.ids().info_window;
+  return *top;
+}
+
+bool SimWindowOps::BelongsToSdr(const standin::Window& window) const {
+  const standin::WindowId top = TopOf(window).id;
+  return top == model_.ids().main || top == model_.ids().info_window;
 }
 
 }  // namespace corvane::sim

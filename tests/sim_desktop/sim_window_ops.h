@@ -32,12 +32,12 @@ class SimWindowOps : public WindowOps {
   void SetOwnMainWindow(standin::WindowId id) { own_ = id; }
 
   // What a message was sent for.
-  enum class Sent { kText, kLineCount, kLine, kPress, kSetText, kPressSelector };
+  enum class Sent { kText, kLineCount, kLine, kLineStart, kPress, kSetText, kPressSelector };
   struct Message {
     WindowHandle window = 0;
     Sent sent = Sent::kText;
     std::string text{};      // of kSetText
-    std::int32_t index = 0;  // of kLine
+    std::int32_t index = 0;  // of kLine and kLineStart
     bool operator==(const Message&) const = default;
   };
   // The latest kKeptMessages calls of the message functions, oldest first; and how many there were.
@@ -51,8 +51,14 @@ class SimWindowOps : public WindowOps {
   void FailNextSends(int count) { fail_sends_ = count; }
   // No message to this window is answered, without any hang, until that is taken back.
   void SetSilent(WindowHandle window, bool silent);
-  // SDR# runs with more rights than this program: only its texts can be read.
-  void SetRefusing(bool refusing) { refusing_ = refusing; }
+  // Another limit than kSendLimitMs, from now on.
+  void SetSendLimitMs(int ms) { send_limit_ms_ = ms; }
+  // SDR# runs with more rights than this program: only its texts can be read (as the stand-in's
+  // "elevated on").
+  void SetRefusing(bool refusing) { model_.SetElevated(refusing); }
+  // Presses and texts that were given up because of a hang are carried out when it is over, in the
+  // order of sending, before anything that is sent later.
+  void SetActsLate(bool late) { acts_late_ = late; }
   // What GetPlacement says of the window's state, whatever it is; kNoShowState: the truth.
   static constexpr std::uint32_t kNoShowState = 0xFFFF;
   void PretendShowState(std::uint32_t state) { show_state_ = state; }
@@ -64,27 +70,36 @@ class SimWindowOps : public WindowOps {
   void EnumChildren(WindowHandle parent, const std::function<bool(WindowHandle)>& visit) override;
   std::string ClassName(WindowHandle window) override;
   WindowHandle Parent(WindowHandle window) override;
+  ProgramId Program(WindowHandle window) override;
+  std::string Title(WindowHandle window) override;
   bool IsAlive(WindowHandle window) override;
   bool IsVisible(WindowHandle window) override;
   bool GetPlacement(WindowHandle window, Placement& placement) override;
   bool GetRect(WindowHandle window, ScreenRect& rect) override;
   std::int32_t ScreenPixel(WindowHandle control, std::int32_t x, std::int32_t y) override;
   bool IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) override;
+  bool WrapsLines(WindowHandle edit) override;
+  WindowHandle Foreground() override;
   WindowHandle OwnMainWindow() override { return HandleOf(own_); }
   Answer<std::string> Text(WindowHandle window) override;
   Answer<std::int32_t> LineCount(WindowHandle edit) override;
   Answer<std::string> Line(WindowHandle edit, std::int32_t index) override;
+  Answer<std::int32_t> LineStart(WindowHandle edit, std::int32_t index) override;
   Reply Press(WindowHandle button) override;
   Reply SetText(WindowHandle window, const std::string& text) override;
   Reply PressSelector(WindowHandle selector) override;
-  void SetPlacement(WindowHandle window, const Placement& placement) override;
-  void SetForeground(WindowHandle window) override;
+  Reply SetPlacement(WindowHandle window, const Placement& placement) override;
+  WindowHandle SetForeground(WindowHandle window) override;
 
  private:
   // `window` is set when the reply is kAnswered. Waits for a hang to end within the limit.
   Reply Ask(const Message& message, const standin::Window*& window);
-  bool WaitForAnswer();
+  bool WaitForAnswer(WindowHandle window);
+  bool Answers(WindowHandle window) { return Look(window) == nullptr || WaitForAnswer(window); }
+  void CarryOut(const Message& message);
+  void CarryOutLate();
   const standin::Window* Look(WindowHandle window);
+  [[nodiscard]] const standin::Window& TopOf(const standin::Window& window) const;
   [[nodiscard]] bool BelongsToSdr(const standin::Window& window) const;
 
   static constexpr std::size_t kMaxForegrounds = 1000;
@@ -96,7 +111,9 @@ class SimWindowOps : public WindowOps {
   standin::WindowId own_ = 0;
   int fail_sends_ = 0;
   std::set<WindowHandle> silent_;
-  bool refusing_ = false;
+  int send_limit_ms_ = kSendLimitMs;
+  bool acts_late_ = false;
+  std::vector<Message> late_;
   std::uint32_t show_state_ = kNoShowState;
   std::vector<Message> messages_;
   std::function<void(const Message&)> on_message_;

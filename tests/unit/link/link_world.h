@@ -50,6 +50,9 @@ class LinkWorld {
     loop.SetAfterEvent([this] { NoteMoment(); });
     desktop.windows().SetOnMessage(
         [this](const sim::SimWindowOps::Message& message) { NoteMessage(message); });
+    patience.SetListener([this](WindowHandle window, PatientWindows::Asked asked, Reply reply) {
+      context.answers.OnReply(window, asked, reply);
+    });
     presets.BaseFrequency = 300000000;
     remote.SetEndpoint();
     if (!options.loaded) return;
@@ -137,7 +140,8 @@ class LinkWorld {
   Scanner scanner{{clock, form, flags, box, folders, logs, daily, follower}};
   SdrSetup setup{context, remote, box, presets};
   NetworkWatch network{context, discovery, identity, names, groups, follower, scanner};
-  PollCycle cycle{context, {discovery, remote, box, setup, network, follower, folders, activity}};
+  PollCycle cycle{context,
+                  {patience, discovery, remote, box, setup, network, follower, folders, activity}};
 
   // Is called with each message to another program's window before it arrives.
   std::function<void(const sim::SimWindowOps::Message&)> on_message;

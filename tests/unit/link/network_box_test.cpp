@@ -59,17 +59,59 @@ TEST_F(NetworkBoxRuleTest, PressesTheBoxOfAnSdrThatWasStartedAnewSinceTheRefusal
   EXPECT_EQ(Presses(ids().network), 1);
 }
 
-TEST_F(NetworkBoxRuleTest, APressThatWasNotAnsweredDoesNotCount) {
-  for (const bool refused : {false, true}) {
-    sim().SetSilent(Box(), !refused);
-    sim().SetRefusing(refused);
-    Refused();
+TEST_F(NetworkBoxRuleTest, APressThatWasRefusedDoesNotCount) {
+  sim().SetRefusing(true);
+  Refused();
+  sim().SetRefusing(false);
+  sim().ForgetMessages();
+  Found();
+  EXPECT_EQ(Presses(ids().network), 1);
+}
+
+// It may have been carried out all the same.
+TEST_F(NetworkBoxRuleTest, AfterAPressThatWasNotAnsweredTheConnectionIsTriedOnce) {
+  for (const bool by_discovery : {false, true}) {
+    sim().SetSilent(Box(), true);
+    by_discovery ? Found() : Refused();
     sim().SetSilent(Box(), false);
-    sim().SetRefusing(false);
     sim().ForgetMessages();
     Found();
-    EXPECT_EQ(Presses(ids().network), 1) << refused;
+    EXPECT_EQ(Presses(ids().network), 0) << by_discovery;
+    Refused();
+    EXPECT_EQ(Presses(ids().network), 1) << by_discovery;
+    Found();  // takes note of the press
   }
+}
+
+TEST_F(NetworkBoxRuleTest, ARefusalThatMayBeOlderThanTheLatePressIsTriedOnceMore) {
+  sim().SetSilent(Box(), true);
+  Found();
+  sim().SetSilent(Box(), false);
+  sim().ForgetMessages();
+  Refused();
+  EXPECT_EQ(Presses(ids().network), 0);
+  Found();
+  EXPECT_EQ(Presses(ids().network), 0) << "no connection was tried since";
+  Refused();
+  EXPECT_EQ(Presses(ids().network), 1);
+}
+
+TEST_F(NetworkBoxRuleTest, AsLongAsNothingIsAnsweredNothingIsPressedAgain) {
+  sim().SetSilent(Box(), true);
+  Found();
+  sim().SetSilent(Port(), true);
+  sim().SetSilent(Box(), false);
+  sim().ForgetMessages();
+  for (int i = 0; i < 5; ++i) {
+    Found();
+    Refused();
+  }
+  EXPECT_EQ(Presses(ids().network), 0);
+  sim().SetSilent(Port(), false);
+  Refused();
+  Found();
+  Refused();
+  EXPECT_EQ(Presses(ids().network), 1);
 }
 
 TEST_F(NetworkBoxRuleTest, WithoutWindowsNothingIsSent) {

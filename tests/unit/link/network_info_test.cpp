@@ -158,6 +158,15 @@ TEST_F(NetworkInfoTest, AWindowThatDoesNotComeBackIsAskedForOnceASecond) {
   EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), Handle(ids().info_box));
 }
 
+TEST_F(NetworkInfoTest, APressThatGotNoAnswerIsNotRepeatedBeforeSomethingWasAnswered) {
+  sim().SetActsLate(true);
+  desktop.Do("window network-info hide");
+  desktop.Do("hang 4500");
+  Cycles(150);
+  EXPECT_EQ(Presses(ids().net_info), 1);
+  EXPECT_TRUE(tree().IsVisible(ids().info_window)) << "it was carried out late";
+}
+
 TEST_F(NetworkInfoTest, WithSdrGoneNothingIsSent) {
   desktop.Do("die");
   Cycles(2);

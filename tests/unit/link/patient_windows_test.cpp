@@ -26,13 +26,13 @@ TEST_F(PatientWindowsTest, PassesAnswersOn) {
   EXPECT_EQ(patient.Press(Button()), Reply::kAnswered);
   EXPECT_EQ(patient.PressSelector(Handle(ids().timeslots[2])), Reply::kAnswered);
   EXPECT_EQ(desktop.model().receiver().state().slot, 3);
-  EXPECT_FALSE(patient.Paused());
+  EXPECT_FALSE(patient.Paused(Edit()));
 }
 
 TEST_F(PatientWindowsTest, AfterATimeOutNothingIsSentForAWhile) {
   Hang();
   EXPECT_EQ(patient.Press(Button()), Reply::kNoAnswer);
-  EXPECT_TRUE(patient.Paused());
+  EXPECT_TRUE(patient.Paused(Edit()));
   const auto sent = sim().send_count();
   const auto before = loop.TickMs();
   for (int i = 0; i < 100; ++i) {
@@ -57,9 +57,9 @@ TEST_F(PatientWindowsTest, AnyKindOfMessageThatTimesOutStartsThePause) {
                                           [&] { return patient.Press(Button()); }};
   for (const auto& ask : kinds) {
     EXPECT_EQ(ask(), Reply::kNoAnswer);
-    EXPECT_TRUE(patient.Paused());
+    EXPECT_TRUE(patient.Paused(Edit()));
     PassPause();
-    EXPECT_FALSE(patient.Paused());
+    EXPECT_FALSE(patient.Paused(Edit()));
   }
 }
 
@@ -74,21 +74,21 @@ TEST_F(PatientWindowsTest, AsksAgainAfterThePauseAndResumes) {
 
 TEST_F(PatientWindowsTest, AWindowThatIsGoneStartsNoPause) {
   EXPECT_EQ(patient.Press(4711), Reply::kGone);
-  EXPECT_FALSE(patient.Paused());
+  EXPECT_FALSE(patient.Paused(Edit()));
   EXPECT_EQ(patient.Text(Label()).value, "TETRA Demodulator *");
 }
 
 TEST_F(PatientWindowsTest, ARefusalCostsNoTimeAndStartsNoPause) {
   sim().SetRefusing(true);
   EXPECT_EQ(patient.LineCount(Edit()).reply, Reply::kRefused);
-  EXPECT_FALSE(patient.Paused());
+  EXPECT_FALSE(patient.Paused(Edit()));
   EXPECT_EQ(patient.Text(Label()).value, "TETRA Demodulator *");
 }
 
 TEST_F(PatientWindowsTest, WhatSendsNoMessageGoesOnDuringThePause) {
   sim().FailNextSends(1);
   (void)patient.Press(Button());
-  ASSERT_TRUE(patient.Paused());
+  ASSERT_TRUE(patient.Paused(Edit()));
   Placement placement;
   ScreenRect rect;
   EXPECT_TRUE(patient.IsAlive(Edit()));
@@ -113,6 +113,67 @@ TEST_F(PatientWindowsTest, MovesNoWindowDuringThePause) {
   (void)patient.Press(Button());
   patient.SetPlacement(Handle(ids().main), {});
   EXPECT_EQ(sim().placed().size(), 1u);
+}
+
+TEST_F(PatientWindowsTest, AnotherProgramsSilenceHoldsNothingBack) {
+  desktop.Do("stranger hang 600000");
+  const WindowHandle stranger = Handle(tree().top_level().front());
+  const auto before = loop.TickMs();
+  EXPECT_EQ(patient.Text(stranger).reply, Reply::kNoAnswer);
+  EXPECT_EQ(loop.TickMs() - before, sim::SimWindowOps::kSendLimitMs);
+  EXPECT_TRUE(patient.Paused(stranger));
+  EXPECT_FALSE(patient.Paused(Edit()));
+  EXPECT_EQ(patient.Text(Label()).value, "TETRA Demodulator *");
+}
+
+TEST_F(PatientWindowsTest, InOneCycleAProgramIsWaitedForOnceHoweverLongTheCycleIs) {
+  Hang();
+  const auto before = loop.TickMs();
+  patient.BeginCycle();
+  EXPECT_EQ(patient.SetForeground(Handle(ids().main)), Handle(ids().main));
+  EXPECT_EQ(loop.TickMs() - before, sim::SimWindowOps::kSendLimitMs) << "the probe is a message";
+  for (int step = 0; step < 5; ++step) {
+    loop.AdvanceMs(PatientWindows::kPauseMs);
+    const auto now = loop.TickMs();
+    EXPECT_EQ(patient.SetForeground(Handle(ids().main)), Handle(ids().main));
+    EXPECT_EQ(patient.SetPlacement(Handle(ids().info_window), {}), Reply::kNoAnswer);
+    EXPECT_EQ(patient.Press(Button()), Reply::kNoAnswer);
+    EXPECT_EQ(patient.Text(Label()).reply, Reply::kNoAnswer);
+    EXPECT_EQ(loop.TickMs(), now);
+  }
+  patient.EndCycle();
+  EXPECT_FALSE(patient.Paused(Edit()));
+}
+
+TEST_F(PatientWindowsTest, AProbeThatTimesOutStartsThePause) {
+  Hang();
+  EXPECT_EQ(patient.SetPlacement(Handle(ids().main), {}), Reply::kNoAnswer);
+  EXPECT_TRUE(patient.Paused(Edit()));
+  PassPause();
+  EXPECT_EQ(patient.SetForeground(Handle(ids().main)), Handle(ids().main));
+  EXPECT_TRUE(patient.Paused(Edit()));
+  PassPause();
+  // SDR# is in front of the window that is to come there.
+  tree().Raise(ids().main);
+  EXPECT_EQ(patient.SetForeground(sim().OwnMainWindow()), Handle(ids().main));
+  EXPECT_TRUE(patient.Paused(Edit()));
+  const auto now = loop.TickMs();
+  EXPECT_EQ(patient.SetForeground(sim().OwnMainWindow()), Handle(ids().main));
+  EXPECT_EQ(loop.TickMs(), now);
+}
+
+TEST_F(PatientWindowsTest, TheListenerHearsWhatWasReallySent) {
+  std::vector<Reply> heard;
+  patient.SetListener([&](WindowHandle window, PatientWindows::Asked asked, Reply reply) {
+    EXPECT_EQ(window, Label());
+    EXPECT_EQ(asked, PatientWindows::Asked::kText);
+    heard.push_back(reply);
+  });
+  (void)patient.Text(Label());
+  Hang();
+  (void)patient.Text(Label());
+  (void)patient.Text(Label());
+  EXPECT_EQ(heard, (std::vector<Reply>{Reply::kAnswered, Reply::kNoAnswer}));
 }
 
 }  // namespace

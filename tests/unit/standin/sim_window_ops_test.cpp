@@ -227,5 +227,43 @@ TEST(SimDesktopTest, RefusesAFaultyScenario) {
   EXPECT_THROW(desktop.Do("fly"), std::invalid_argument);
 }
 
+TEST_F(SimWindowOpsTest, WhatWasGivenUpInAHangIsCarriedOutAfterItInOrderWhenThatIsAsked) {
+  for (const bool late : {false, true}) {
+    Ops().SetActsLate(late);
+    const auto& tree = desktop_.model().tree();
+    const auto& ids = desktop_.ids();
+    desktop_.Do("hang 2000");
+    EXPECT_EQ(Ops().SetText(At(ids.port), "4000"), Reply::kNoAnswer);
+    EXPECT_EQ(Ops().SetText(At(ids.port), "5000"), Reply::kNoAnswer);
+    EXPECT_EQ(Ops().PressSelector(At(ids.timeslots[2])), Reply::kNoAnswer);
+    EXPECT_EQ(tree.Find(ids.port)->text, "3383");
+    loop_.AdvanceMs(2000);
+    EXPECT_EQ(Ops().Text(At(ids.port)).value, late ? "5000" : "3383");
+    EXPECT_EQ(desktop_.model().receiver().state().slot == 3, late);
+  }
+}
+
+TEST_F(SimWindowOpsTest, AStrangerThatHangsIsAProgramOfItsOwn) {
+  desktop_.Do("stranger hang 2000");
+  const WindowHandle stranger = At(desktop_.model().tree().top_level().front());
+  EXPECT_EQ(Ops().Text(stranger).reply, Reply::kNoAnswer);
+  EXPECT_EQ(Ops().Title(stranger), standin::kStrangerTitle);
+  EXPECT_NE(Ops().Program(stranger), Ops().Program(At(desktop_.ids().main)));
+  EXPECT_TRUE(Ops().Text(At(desktop_.ids().main)).answered());
+  loop_.AdvanceMs(2000);
+  EXPECT_TRUE(Ops().Text(stranger).answered());
+  desktop_.Do("stranger none");
+  EXPECT_FALSE(Ops().IsAlive(stranger));
+}
+
+TEST_F(SimWindowOpsTest, AFrontThatIsKeptIsGivenToNobody) {
+  desktop_.Do("front kept");
+  EXPECT_EQ(Ops().SetForeground(At(desktop_.ids().main)), 0u);
+  EXPECT_EQ(Ops().Foreground(), Ops().OwnMainWindow());
+  desktop_.Do("front given");
+  EXPECT_EQ(Ops().SetForeground(At(desktop_.ids().main)), 0u);
+  EXPECT_EQ(Ops().Foreground(), At(desktop_.ids().main));
+}
+
 }  // namespace
 }  // namespace corvane::sim
