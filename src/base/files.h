@@ -4,6 +4,7 @@
 // maps them into a temporary folder).
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -27,6 +28,8 @@ class Files {
   // True when the attributes can be read (a directory counts); false on any error.
   [[nodiscard]] virtual bool Exists(const std::string& path) = 0;
   [[nodiscard]] virtual bool IsDirectory(const std::string& path) = 0;
+  // True for a file that the user, or who installed it, has marked as not to be written.
+  [[nodiscard]] virtual bool IsReadOnly(const std::string& path) = 0;
   [[nodiscard]] virtual FileError MakeDirectory(const std::string& path) = 0;
   [[nodiscard]] virtual FileError Delete(const std::string& path) = 0;
 
@@ -36,6 +39,9 @@ class Files {
   [[nodiscard]] virtual FileError MoveOver(const std::string& from, const std::string& to) = 0;
 
   [[nodiscard]] virtual FileError ReadAll(const std::string& path, std::string& content) = 0;
+  // Reads up to `size` bytes from `offset` on; fewer, or none, where the file ends.
+  [[nodiscard]] virtual FileError ReadPart(const std::string& path, std::uint64_t offset,
+                                           std::size_t size, std::string& content) = 0;
   // Creates or empties the file, writes the content and has the system put it on the disk. After a
   // failure the file may hold a part of it.
   [[nodiscard]] virtual FileError WriteAll(const std::string& path, std::string_view content) = 0;
@@ -45,6 +51,10 @@ class Files {
   // Writes `bytes` at `offset` (from 0) without truncating; creates the file if it is missing.
   [[nodiscard]] virtual FileError Patch(const std::string& path, std::uint32_t offset,
                                         std::string_view bytes) = 0;
+
+  // UTF-8 as text of the code page that paths and files are in; what that does not hold, and what
+  // is no UTF-8, becomes "?".
+  [[nodiscard]] virtual std::string FromUtf8(std::string_view text) = 0;
 };
 
 // Replaces the content of `path` in one step: writes a temporary file beside it, then moves that

@@ -83,9 +83,31 @@ bool Usable(const std::string& path) {
   return path.find('\0') == std::string::npos;
 }
 
+// An open is refused as well when it shares less than those who were there before already use.
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
 HANDLE OpenForWriting(const std::string& path, DWORD disposition) {
-  return CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
+  return CreateFileA(path.c_str(), GENERIC_WRITE, kShareAll, nullptr, disposition,
                      FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+HANDLE OpenForReading(const std::string& path) {
+  return CreateFileA(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                     FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+}
+
+// Fills `bytes`, or cuts it at the end of the file.
+DWORD ReadBytes(HANDLE file, std::string& bytes) {
+  std::size_t filled = 0;
+  while (filled < bytes.size()) {
+    const auto wanted = static_cast<DWORD>(std::min(bytes.size() - filled, kLargestTransfer));
+    DWORD got = 0;
+    if (ReadFile(file, bytes.data() + filled, wanted, &got, nullptr) == 0) return GetLastError();
+    if (got == 0) break;
+    filled += got;
+  }
+  bytes.resize(filled);
+  return ERROR_SUCCESS;
 }
 
 DWORD WriteBytes(HANDLE file, std::string_view bytes) {
@@ -113,6 +135,10 @@ bool FilesWin::Exists(const std::string& path) {
 
 bool FilesWin::IsDirectory(const std::string& path) {
   return Usable(path) && Directory(path);
+}
+
+bool FilesWin::IsReadOnly(const std::string& path) {
+  return Usable(path) && ReadOnlyFile(path);
 }
 
 FileError FilesWin::MakeDirectory(const std::string& path) {
@@ -144,25 +170,27 @@ FileError FilesWin::MoveOver(const std::string& from, const std::string& to) {
 
 FileError FilesWin::ReadAll(const std::string& path, std::string& content) {
   if (!Usable(path)) return kPathAccess;
-  const Handle file(CreateFileA(path.c_str(), GENERIC_READ,
-                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+  const Handle file(OpenForReading(path));
   if (!file.valid()) return Failure(GetLastError(), path);
   LARGE_INTEGER size{};
   if (GetFileSizeEx(file.get(), &size) == 0) return FromSystem(GetLastError());
   if (static_cast<std::uint64_t>(size.QuadPart) > kLargestFile) return kPathAccess;
   std::string read(static_cast<std::size_t>(size.QuadPart), '\0');
-  std::size_t filled = 0;
-  while (filled < read.size()) {
-    const auto wanted = static_cast<DWORD>(std::min(read.size() - filled, kLargestTransfer));
-    DWORD got = 0;
-    if (ReadFile(file.get(), read.data() + filled, wanted, &got, nullptr) == 0) {
-      return FromSystem(GetLastError());
-    }
-    if (got == 0) break;  // it became shorter meanwhile
-    filled += got;
+  if (const DWORD error = ReadBytes(file.get(), read)) return FromSystem(error);
+  content = std::move(read);
+  return kFileOk;
+}
+
+FileError FilesWin::ReadPart(const std::string& path, std::uint64_t offset, std::size_t size,
+                             std::string& content) {
+  if (!Usable(path)) return kPathAccess;
+  const Handle file(OpenForReading(path));
+  if (!file.valid()) return Failure(GetLastError(), path);
+  if (const DWORD error = Seek(file.get(), static_cast<LONGLONG>(offset), FILE_BEGIN)) {
+    return FromSystem(error);
   }
-  read.resize(filled);
+  std::string read(size, '\0');
+  if (const DWORD error = ReadBytes(file.get(), read)) return FromSystem(error);
   content = std::move(read);
   return kFileOk;
 }
@@ -195,6 +223,22 @@ FileError FilesWin::Patch(const std::string& path, std::uint32_t offset, std::st
   if (!file.valid()) return Failure(GetLastError(), path);
   if (const DWORD error = Seek(file.get(), offset, FILE_BEGIN)) return FromSystem(error);
   return FromSystem(WriteBytes(file.get(), bytes));
+}
+
+std::string FilesWin::FromUtf8(std::string_view text) {
+  if (text.empty()) return {};
+  const auto length = static_cast<int>(std::min(text.size(), kLargestTransfer));
+  std::wstring wide(static_cast<std::size_t>(length), L'\0');
+  wide.resize(static_cast<std::size_t>(
+      MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), length)));
+  const auto convert = [&wide](char* to, int size) {
+    // Without the flag a letter that is not there becomes one that looks like it.
+    return WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(),
+                               static_cast<int>(wide.size()), to, size, "?", nullptr);
+  };
+  std::string ansi(static_cast<std::size_t>(convert(nullptr, 0)), '\0');
+  convert(ansi.data(), static_cast<int>(ansi.size()));
+  return ansi;
 }
 
 }  // namespace corvane

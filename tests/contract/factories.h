@@ -56,10 +56,15 @@ class FilesUnderTest {
   [[nodiscard]] virtual Files& files() = 0;
   // An empty folder, removed at the end; without "\" at its end.
   [[nodiscard]] virtual std::string folder() = 0;
-  enum class Sharing { kNone, kRead };
+  enum class Sharing { kNone, kRead, kAll };
   // Another program has the file open until the next Release.
   virtual void Hold(const std::string& path, Sharing sharing) = 0;
   virtual void Release() = 0;
+  // The same for `ms` of the loop's clock, whatever the program does meanwhile. Release comes
+  // after.
+  virtual void HoldFor(Loop& loop, const std::string& path, Sharing sharing, int ms) = 0;
+  // The code page is one for Western Europe.
+  [[nodiscard]] virtual bool western() = 0;
   // False when the system lets this user write read-only files all the same (wine run by root).
   virtual bool SetReadOnly(const std::string& path, bool read_only) = 0;
 };

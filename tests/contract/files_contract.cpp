@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "base/patient_files.h"
 #include "contract/factories.h"
 
 namespace corvane::contract {
@@ -195,6 +196,75 @@ TEST_F(FilesContract, AReadOnlyFileIsNotWritten) {
   EXPECT_EQ(Read(a_), held_to_it ? "kept" : "New+");
   world_->SetReadOnly(a_, false);
   Write(a_, "x");
+}
+
+TEST_F(FilesContract, AReadOnlyFileIsKnownAsOne) {
+  Write(a_, "x");
+  EXPECT_FALSE(files_.IsReadOnly(a_));
+  world_->SetReadOnly(a_, true);
+  EXPECT_TRUE(files_.IsReadOnly(a_));
+  world_->SetReadOnly(a_, false);
+  EXPECT_FALSE(files_.IsReadOnly(a_));
+  EXPECT_FALSE(files_.IsReadOnly(missing_));
+  EXPECT_FALSE(files_.IsReadOnly(folder_));
+  world_->Hold(a_, FilesUnderTest::Sharing::kNone);
+  EXPECT_FALSE(files_.IsReadOnly(a_)) << "held is not read-only";
+  world_->Release();
+}
+
+TEST_F(FilesContract, ReadsAPart) {
+  Write(a_, "0123456789");
+  std::string part = "before";
+  EXPECT_EQ(files_.ReadPart(missing_, 0, 4, part), kFileNotFound);
+  EXPECT_EQ(part, "before");
+  EXPECT_EQ(files_.ReadPart(a_, 3, 4, part), kFileOk);
+  EXPECT_EQ(part, "3456");
+  EXPECT_EQ(files_.ReadPart(a_, 8, 4, part), kFileOk);
+  EXPECT_EQ(part, "89");
+  EXPECT_EQ(files_.ReadPart(a_, 10, 4, part), kFileOk);
+  EXPECT_EQ(part, "");
+  EXPECT_EQ(files_.ReadPart(a_, 1'000'000, 4, part), kFileOk);
+  EXPECT_EQ(part, "");
+}
+
+TEST_F(FilesContract, Utf8BecomesTheCodePageAndQuestionMarks) {
+  EXPECT_EQ(files_.FromUtf8(""), "");
+  EXPECT_EQ(files_.FromUtf8("plain;1\r\n"), "plain;1\r\n");
+  EXPECT_EQ(files_.FromUtf8("x\xFFy").front(), 'x');
+  EXPECT_EQ(files_.FromUtf8("x\xFFy").back(), 'y');
+  if (world_->western()) {
+    EXPECT_EQ(files_.FromUtf8("f\xC3\xBCr"), "f\xFCr");
+    EXPECT_EQ(files_.FromUtf8("\xE4\xB8\xAD\xD5\xA1"), "??");
+    // A Polish l with a stroke looks like an l and is none.
+    EXPECT_EQ(files_.FromUtf8("\xC5\x82"), "?");
+  }
+}
+
+TEST_F(FilesContract, AFileThatIsHeldForAMomentIsWaitedFor) {
+  const auto loop = MakeLoop();
+  PatientFiles patient(files_, loop->loop());
+  Write(a_, "old");
+  for (const auto sharing : {FilesUnderTest::Sharing::kNone, FilesUnderTest::Sharing::kRead}) {
+    world_->HoldFor(loop->loop(), a_, sharing, PatientFiles::kPatience_ms / 2);
+    EXPECT_EQ(ReplaceContent(patient, a_, "new"), kFileOk);
+    EXPECT_EQ(Read(a_), "new");
+    EXPECT_FALSE(files_.Exists(a_ + ".new"));
+    world_->Release();
+  }
+  world_->HoldFor(loop->loop(), a_, FilesUnderTest::Sharing::kNone, PatientFiles::kPatience_ms / 2);
+  EXPECT_EQ(patient.Rename(a_, b_), kFileOk);
+  world_->Release();
+}
+
+// A scanner shares everything; it asks for the right to delete as well.
+TEST_F(FilesContract, WhoSharesEverythingIsInNobodysWay) {
+  Write(a_, "old");
+  world_->Hold(a_, FilesUnderTest::Sharing::kAll);
+  EXPECT_EQ(Read(a_), "old");
+  EXPECT_EQ(files_.Append(a_, "+"), kFileOk);
+  EXPECT_EQ(files_.Patch(a_, 0, "O"), kFileOk);
+  world_->Release();
+  EXPECT_EQ(Read(a_), "Old+");
 }
 
 TEST_F(FilesContract, NamesThatCannotBeAreRefused) {

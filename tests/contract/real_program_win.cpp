@@ -6,6 +6,7 @@
 #include <array>
 #include <filesystem>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 #include "base/files_win.h"
@@ -69,12 +70,25 @@ class RealFilesUnderTest : public FilesUnderTest {
   Files& files() override { return files_; }
   std::string folder() override { return folder_.path(); }
   void Hold(const std::string& path, Sharing sharing) override {
-    const DWORD share = sharing == Sharing::kRead ? FILE_SHARE_READ : 0;
-    held_ = CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, share, nullptr, OPEN_EXISTING,
-                        0, nullptr);
+    DWORD access = GENERIC_READ | GENERIC_WRITE;
+    DWORD share = sharing == Sharing::kRead ? FILE_SHARE_READ : 0;
+    if (sharing == Sharing::kAll) {
+      access |= DELETE;
+      share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    }
+    held_ = CreateFileA(path.c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr);
     if (held_ == INVALID_HANDLE_VALUE) throw std::runtime_error("cannot hold " + path);
   }
+  void HoldFor(Loop&, const std::string& path, Sharing sharing, int ms) override {
+    Hold(path, sharing);
+    holder_ = std::thread([file = std::exchange(held_, INVALID_HANDLE_VALUE), ms] {
+      ::Sleep(static_cast<DWORD>(ms));
+      CloseHandle(file);
+    });
+  }
+  bool western() override { return GetACP() == 1252; }
   void Release() override {
+    if (holder_.joinable()) holder_.join();
     if (held_ != INVALID_HANDLE_VALUE) CloseHandle(held_);
     held_ = INVALID_HANDLE_VALUE;
   }
@@ -90,6 +104,7 @@ class RealFilesUnderTest : public FilesUnderTest {
   TemporaryFolder folder_;
   FilesWin files_;
   HANDLE held_ = INVALID_HANDLE_VALUE;
+  std::thread holder_;
 };
 
 constexpr int kBoxTextId = 0xFFFF;

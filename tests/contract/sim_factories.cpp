@@ -39,12 +39,14 @@ class SimFilesUnderTest : public FilesUnderTest {
   std::string folder() override { return "C:\\Corvane\\Contract"; }
   void Hold(const std::string& path, Sharing sharing) override {
     held_ = path;
-    if (sharing == Sharing::kNone) {
-      sim_.SetLocked(path, true);
-    } else {
-      sim_.SetWriteLocked(path, true);
-    }
+    if (sharing == Sharing::kNone) sim_.SetLocked(path, true);
+    if (sharing == Sharing::kRead) sim_.SetWriteLocked(path, true);
   }
+  void HoldFor(Loop& loop, const std::string& path, Sharing, int ms) override {
+    const std::int64_t until_ms = loop.TickMs() + ms;
+    sim_.HoldWhile(path, [&loop, until_ms] { return loop.TickMs() < until_ms; });
+  }
+  bool western() override { return true; }
   void Release() override {
     sim_.SetLocked(held_, false);
     sim_.SetWriteLocked(held_, false);

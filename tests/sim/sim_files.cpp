@@ -102,17 +102,30 @@ FileError SimFiles::Step(const std::string& path, Use use) {
     LoseUnflushed();
     throw PowerCut();
   }
-  if (on_step_) on_step_();
+  if (const auto hook = on_step_) hook();  // which may set another one
   if (steps_ == fail_at_) return fail_with_;
   const std::string key = Key(path);
   for (const auto& [part, error] : failing_parts_) {
     if (key.find(part) != std::string::npos) return error;
   }
-  if (locked_.contains(key)) return kPermissionDenied;
+  if (locked_.contains(key) || IsHeld(key, use)) return kPermissionDenied;
   if (use == Use::kWrite && (write_locked_.contains(key) || read_only_.contains(key))) {
     return kPermissionDenied;
   }
   return kFileOk;
+}
+
+bool SimFiles::IsHeld(const std::string& key, Use use) {
+  const auto held = held_while_.find(key);
+  if (held != held_while_.end() && held->second()) return true;
+  if (scanned_until_ms_.empty()) return false;
+  const auto scanned = scanned_until_ms_.find(HostPath(key));
+  return scanned != scanned_until_ms_.end() && scanner_clock_() < scanned->second &&
+         (use == Use::kWrite || !scanner_lets_read_);
+}
+
+void SimFiles::Scan(const std::string& path) {
+  if (scan_ms_ > 0) scanned_until_ms_[HostPath(path)] = scanner_clock_() + scan_ms_;
 }
 
 bool SimFiles::Exists(const std::string& path) {
@@ -127,6 +140,11 @@ bool SimFiles::IsDirectory(const std::string& path) {
   ++questions_;
   std::error_code error;
   return fs::is_directory(HostPath(path), error);
+}
+
+bool SimFiles::IsReadOnly(const std::string& path) {
+  NoteOperation();
+  return read_only_.contains(Key(path));
 }
 
 FileError SimFiles::MakeDirectory(const std::string& path) {
@@ -173,14 +191,18 @@ FileError SimFiles::Rename(const std::string& from, const std::string& to) {
   }
   if (fs::exists(target, error)) return kFileExists;
   if (!fs::is_directory(target.parent_path(), error)) return kPathNotFound;
-  return Move(source, target);
+  const FileError moved = Move(source, target);
+  if (moved == kFileOk) Scan(to);
+  return moved;
 }
 
 FileError SimFiles::MoveOver(const std::string& from, const std::string& to) {
   NoteOperation();
   if (const FileError error = Step(to, Use::kWrite)) return error;
   const std::string key = Key(from);
-  if (locked_.contains(key) || write_locked_.contains(key)) return kPermissionDenied;
+  if (locked_.contains(key) || write_locked_.contains(key) || IsHeld(key, Use::kWrite)) {
+    return kPermissionDenied;
+  }
   std::error_code error;
   const fs::path source = HostPath(from);
   const fs::path target = HostPath(to);
@@ -189,7 +211,12 @@ FileError SimFiles::MoveOver(const std::string& from, const std::string& to) {
   }
   if (fs::is_directory(target, error)) return kPathAccess;
   if (!fs::is_directory(target.parent_path(), error)) return kPathNotFound;
-  return Move(source, target);
+  if (moves_in_two_steps_ && fs::remove(target, error)) {
+    if (const FileError failed = Step(to, Use::kWrite)) return failed;
+  }
+  const FileError moved = Move(source, target);
+  if (moved == kFileOk) Scan(to);
+  return moved;
 }
 
 FileError SimFiles::ReadAll(const std::string& path, std::string& content) {
@@ -201,6 +228,24 @@ FileError SimFiles::ReadAll(const std::string& path, std::string& content) {
   std::optional<std::string> read = ReadHost(host);
   if (!read) return fs::is_directory(host.parent_path(), error) ? kFileNotFound : kPathNotFound;
   content = std::move(*read);
+  return kFileOk;
+}
+
+FileError SimFiles::ReadPart(const std::string& path, std::uint64_t offset, std::size_t size,
+                             std::string& content) {
+  NoteOperation();
+  if (const FileError error = Step(path, Use::kRead)) return error;
+  const fs::path host = HostPath(path);
+  std::error_code error;
+  if (fs::is_directory(host, error)) return kPathAccess;
+  if (!fs::exists(host, error)) {
+    return fs::is_directory(host.parent_path(), error) ? kFileNotFound : kPathNotFound;
+  }
+  std::ifstream file(host, std::ios::binary);
+  file.seekg(static_cast<std::streamoff>(offset));
+  content.resize(size);
+  file.read(content.data(), static_cast<std::streamsize>(size));
+  content.resize(static_cast<std::size_t>(file.gcount()));
   return kFileOk;
 }
 
@@ -251,7 +296,10 @@ FileError SimFiles::WriteAll(const std::string& path, std::string_view content) 
   if (const FileError error = OpenForWriting(path, true, size)) return error;
   if (const FileError error = Write(path, content, 0)) return error;
   const FileError flushed = Step(path, Use::kWrite);
-  if (flushed == kFileOk) unflushed_.erase(HostPath(path));
+  if (flushed == kFileOk) {
+    unflushed_.erase(HostPath(path));
+    Scan(path);
+  }
   return flushed;
 }
 
@@ -260,7 +308,11 @@ FileError SimFiles::Append(const std::string& path, std::string_view content) {
   std::uint64_t size = 0;
   if (const FileError error = OpenForWriting(path, false, size)) return error;
   const FileError error = Write(path, content, size);
-  if (error != kFileOk) fs::resize_file(HostPath(path), size);
+  if (error != kFileOk) {
+    fs::resize_file(HostPath(path), size);
+  } else {
+    Scan(path);
+  }
   return error;
 }
 
@@ -268,7 +320,30 @@ FileError SimFiles::Patch(const std::string& path, std::uint32_t offset, std::st
   NoteOperation();
   std::uint64_t size = 0;
   if (const FileError error = OpenForWriting(path, false, size)) return error;
-  return Write(path, bytes, offset);
+  const FileError error = Write(path, bytes, offset);
+  if (error == kFileOk) Scan(path);
+  return error;
+}
+
+std::string SimFiles::FromUtf8(std::string_view text) {
+  constexpr unsigned kLastOfPage = 0xFF;
+  std::string page;
+  while (!text.empty()) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    const std::size_t size = lead < 0x80   ? 1
+                             : lead < 0xC0 ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                                           : 4;
+    unsigned letter = size == 1 ? lead : lead & (0x7FU >> size);
+    std::size_t read = 1;
+    while (read < size && read < text.size() && (text[read] & 0xC0) == 0x80) {
+      letter = letter << 6 | (static_cast<unsigned char>(text[read++]) & 0x3FU);
+    }
+    page += read == size && letter <= kLastOfPage ? static_cast<char>(letter) : '?';
+    text.remove_prefix(read);
+  }
+  return page;
 }
 
 void SimFiles::ResetSteps() {
@@ -311,6 +386,17 @@ void SimFiles::SetReadOnly(const std::string& path, bool read_only) {
   sim::Put(read_only_, Key(path), read_only);
 }
 
+void SimFiles::HoldWhile(const std::string& path, std::function<bool()> held) {
+  held_while_[Key(path)] = std::move(held);
+}
+
+void SimFiles::SetScanner(std::function<std::int64_t()> now_ms, int hold_ms, bool reading_allowed) {
+  scanner_clock_ = std::move(now_ms);
+  scan_ms_ = hold_ms;
+  scanner_lets_read_ = reading_allowed;
+  scanned_until_ms_.clear();
+}
+
 void SimFiles::Restart() {
   ResetSteps();
   fail_at_ = 0;
@@ -321,6 +407,9 @@ void SimFiles::Restart() {
   room_.reset();
   locked_.clear();
   write_locked_.clear();
+  held_while_.clear();
+  scan_ms_ = 0;
+  scanned_until_ms_.clear();
   ended_ = false;
   operations_after_end_ = 0;
 }

@@ -34,15 +34,20 @@ class SimFiles : public Files {
 
   [[nodiscard]] bool Exists(const std::string& path) override;
   [[nodiscard]] bool IsDirectory(const std::string& path) override;
+  [[nodiscard]] bool IsReadOnly(const std::string& path) override;
   [[nodiscard]] FileError MakeDirectory(const std::string& path) override;
   [[nodiscard]] FileError Delete(const std::string& path) override;
   [[nodiscard]] FileError Rename(const std::string& from, const std::string& to) override;
   [[nodiscard]] FileError MoveOver(const std::string& from, const std::string& to) override;
   [[nodiscard]] FileError ReadAll(const std::string& path, std::string& content) override;
+  [[nodiscard]] FileError ReadPart(const std::string& path, std::uint64_t offset, std::size_t size,
+                                   std::string& content) override;
   [[nodiscard]] FileError WriteAll(const std::string& path, std::string_view content) override;
   [[nodiscard]] FileError Append(const std::string& path, std::string_view content) override;
   [[nodiscard]] FileError Patch(const std::string& path, std::uint32_t offset,
                                 std::string_view bytes) override;
+  // The code page is ISO 8859-1.
+  [[nodiscard]] std::string FromUtf8(std::string_view text) override;
 
   // Steps are what the system does one after the other: open, write, flush, delete, move, read.
   // Counted from 1 since the last ResetSteps, failed ones included.
@@ -69,6 +74,14 @@ class SimFiles : public Files {
   // Another program has the file open and lets others read it.
   void SetWriteLocked(const std::string& path, bool locked);
   void SetReadOnly(const std::string& path, bool read_only);
+  // From now on until `held` answers false another program has the file open and lets nobody in.
+  void HoldWhile(const std::string& path, std::function<bool()> held);
+  // A scanner opens each file that was written or got a new name, for `hold_ms` of the clock that
+  // `now_ms` reads. It lets others read if `reading_allowed`, and nothing else. 0: no scanner.
+  void SetScanner(std::function<std::int64_t()> now_ms, int hold_ms, bool reading_allowed);
+  // As on FAT: the old file goes in a step of its own before the new one gets its name, so that
+  // who is cut off between the two finds neither.
+  void SetMovesInTwoSteps(bool two) { moves_in_two_steps_ = two; }
 
   // From here on every call that is no test's own is a fault, counted in operations_after_end().
   void NoteProgramEnd() { ended_ = true; }
@@ -97,6 +110,8 @@ class SimFiles : public Files {
   void LoseUnflushed();
   void NoteOperation();
   [[nodiscard]] static std::string Key(std::string_view path);
+  [[nodiscard]] bool IsHeld(const std::string& key, Use use);
+  void Scan(const std::string& path);
 
   std::filesystem::path root_;
   int steps_ = 0;
@@ -112,6 +127,12 @@ class SimFiles : public Files {
   std::set<std::string> locked_;
   std::set<std::string> write_locked_;
   std::set<std::string> read_only_;
+  std::map<std::string, std::function<bool()>> held_while_;
+  std::function<std::int64_t()> scanner_clock_;
+  int scan_ms_ = 0;
+  bool scanner_lets_read_ = false;
+  std::map<std::filesystem::path, std::int64_t> scanned_until_ms_;
+  bool moves_in_two_steps_ = false;
   bool ended_ = false;
   int operations_after_end_ = 0;
 };

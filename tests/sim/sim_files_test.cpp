@@ -135,6 +135,54 @@ TEST_F(SimFilesTest, ReplacingAFileNeverShowsAHalfWhereverItIsKilledOrFails) {
   EXPECT_GE(steps, 4);
 }
 
+TEST_F(SimFilesTest, AFileIsHeldAsLongAsTheTestSays) {
+  bool held = true;
+  files_.Put(kPath, "old");
+  files_.HoldWhile("c:\\corvane\\A.TXT", [&held] { return held; });
+  std::string content;
+  EXPECT_EQ(files_.ReadAll(kPath, content), kPermissionDenied);
+  EXPECT_EQ(files_.Delete(kPath), kPermissionDenied);
+  EXPECT_EQ(files_.WriteAll(kPath + ".new", "new"), kFileOk);
+  EXPECT_EQ(files_.MoveOver(kPath + ".new", kPath), kPermissionDenied);
+  EXPECT_EQ(files_.MoveOver(kPath, kPath + ".new"), kPermissionDenied);
+  held = false;
+  EXPECT_EQ(files_.MoveOver(kPath + ".new", kPath), kFileOk);
+}
+
+TEST_F(SimFilesTest, AScannerHoldsWhatWasWrittenForItsTime) {
+  std::int64_t now_ms = 0;
+  std::string content;
+  for (const bool lets_read : {true, false}) {
+    files_.SetScanner([&now_ms] { return now_ms; }, 100, lets_read);
+    EXPECT_EQ(files_.WriteAll(kPath, "x"), kFileOk);
+    EXPECT_EQ(files_.ReadAll(kPath, content), lets_read ? kFileOk : kPermissionDenied);
+    EXPECT_EQ(files_.Rename(kPath, kPath + "2"), kPermissionDenied);
+    now_ms += 100;
+    EXPECT_EQ(files_.Rename(kPath, kPath + "2"), kFileOk);
+    EXPECT_EQ(files_.Delete(kPath + "2"), kPermissionDenied) << "a new name is a new file";
+    now_ms += 100;
+    EXPECT_EQ(files_.Delete(kPath + "2"), kFileOk);
+  }
+}
+
+TEST_F(SimFilesTest, AMoveInTwoStepsCanLeaveTheNewNameWithoutAFile) {
+  files_.SetMovesInTwoSteps(true);
+  files_.Put(kPath, "old");
+  files_.Put(kPath + ".new", "new");
+  files_.CutPowerAtStep(2);
+  EXPECT_THROW(static_cast<void>(files_.MoveOver(kPath + ".new", kPath)), PowerCut);
+  EXPECT_FALSE(files_.Content(kPath));
+  EXPECT_EQ(files_.Content(kPath + ".new"), "new");
+  files_.Restart();
+  EXPECT_EQ(files_.MoveOver(kPath + ".new", kPath), kFileOk);
+  EXPECT_EQ(files_.Content(kPath), "new");
+}
+
+TEST_F(SimFilesTest, TheCodePageHasTheLettersOfWesternEurope) {
+  EXPECT_EQ(files_.FromUtf8("f\xC3\xBCr \xE4\xB8\xAD \xF0\x9F\x94\xA5!"), "f\xFCr ? ?!");
+  EXPECT_EQ(files_.FromUtf8("cut \xC3"), "cut ?");
+}
+
 TEST_F(SimFilesTest, TheDiskRunsFull) {
   files_.SetRoom(6);
   EXPECT_EQ(files_.WriteAll(kPath, "1234"), kFileOk);
