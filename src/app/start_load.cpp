@@ -12,7 +12,7 @@ Load LoadAllLists(RecOnlyList& rec_only, LabelFiles& labels, GroupList& groups,
   if (error == kNoError) error = labels.LoadCountryLabels();
   if (error == kNoError) error = groups.Load();
   if (error == kNoError) error = subscribers.Load();
-  return errors.Handle(error);
+  return errors.Handle(error, subscribers.why_not());
 }
 
 }  // namespace corvane

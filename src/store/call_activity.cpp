@@ -3,10 +3,12 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/number_text.h"
 #include "panel/logs.h"
+#include "store/list_file.h"
 #include "store/list_text.h"
 
 namespace corvane {
@@ -46,6 +48,10 @@ BadLine CountLines(std::string_view content, CallCounts& counts) {
   return first;
 }
 
+bool HoldsWholeLines(std::string_view content) {
+  return content.starts_with(kHeader) && EndsWithItsLastLine(content);
+}
+
 }  // namespace
 
 CallActivity::CallActivity(Files& files, const WallClock& clock, const DayFolders& folders,
@@ -70,9 +76,11 @@ void CallActivity::ReportError(const std::string& what, ErrorNumber error) {
 void CallActivity::LoadCallActivity() {
   if (CallActivityLoaded) return;
   CapturePath();
-  if (path_.empty() || !files_.Exists(path_)) return;
-  std::string content;
-  const FileError error = files_.ReadAll(path_, content);
+  if (path_.empty()) return;
+  // What a run before this one left is there at the first look or never.
+  const IsWhole is_whole = std::exchange(looked_for_, true) ? IsWhole() : IsWhole(HoldsWholeLines);
+  const auto [there, error, content] = ReadSaved(files_, form_, path_, is_whole);
+  if (!there) return;
   if (error != kFileOk) {
     if (error != reported_) ReportError("Error reading " + FileName(), error);
     reported_ = error;

@@ -44,6 +44,7 @@ class CallActivity {
   const DayFolders& folders_;
   Form1& form_;
   std::string path_;
+  bool looked_for_ = false;
   FileError reported_ = kFileOk;  // of the last failed reading
   bool copy_due_ = false;         // the file has bad lines, of which there is no copy yet
 };

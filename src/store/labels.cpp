@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "panel/logs.h"
+#include "store/list_file.h"
 #include "store/list_text.h"
 
 namespace corvane {
@@ -85,6 +86,7 @@ ErrorNumber LabelFiles::Load(const char* name, std::span<const std::int64_t> lim
   if (!files_.Exists(path)) return kNoError;
   std::string content;
   if (const FileError error = files_.ReadAll(path, content)) return error;
+  content = ListText(files_, form_, path, std::move(content));
   if (const ErrorNumber error = ParseLabelFile(content, limits, labels)) return error;
   labels.loaded = true;
   if (labels.size() > 0) AddStatusLine(form_, "Loaded " + Decimal(labels.size()) + what);

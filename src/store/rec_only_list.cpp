@@ -7,6 +7,7 @@
 
 #include "base/number_text.h"
 #include "panel/logs.h"
+#include "store/list_file.h"
 #include "store/list_text.h"
 
 namespace corvane {
@@ -23,9 +24,9 @@ RecOnlyList::RecOnlyList(Files& files, const WallClock& clock, Form1& form,
       path_(std::move(program_folder) + "\\TETRA_rec_gssi.txt") {}
 
 ErrorNumber RecOnlyList::Load() {
-  if (!files_.Exists(path_)) return kNoError;
-  std::string content;
-  if (const FileError error = files_.ReadAll(path_, content)) return error;
+  SavedContent saved = ReadSaved(files_, form_, path_, EndsWithItsLastLine);
+  if (!saved.there || saved.error != kFileOk) return saved.error;
+  const std::string content = ListText(files_, form_, path_, std::move(saved.content));
   ListBox& list = form_.lstRecOnlyGSSI;
   for (std::string& line : ParseRecOnlyList(content)) list.Add(std::move(line));
   if (list.count() > 0) AddStatusLine(form_, "Loaded " + Decimal(list.count()) + " REC GSSIs");

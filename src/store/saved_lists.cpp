@@ -7,7 +7,9 @@
 
 #include "base/number_text.h"
 #include "panel/logs.h"
+#include "store/list_file.h"
 #include "store/list_text.h"
+#include "store/seen_dates.h"
 
 namespace corvane {
 
@@ -15,6 +17,7 @@ namespace {
 
 constexpr std::size_t kUsualGroupLine = 48;
 constexpr std::size_t kUsualSubscriberLine = 72;
+constexpr std::size_t kSubscriberFields = 6;
 
 // "True", "False" in any case, or a number of any size.
 ErrorNumber ReadFollow(std::string_view text, bool& follow) {
@@ -37,7 +40,7 @@ ErrorNumber ReadGroup(std::string_view line, GssiRecord& record) {
   return ReadFollow(fields[5], record.Follow);
 }
 
-ErrorNumber ReadSubscriber(std::string_view line, const WallClock& clock, SsiRecord& record) {
+ErrorNumber ReadSubscriber(std::string_view line, const SeenDates& dates, SsiRecord& record) {
   std::array<std::string_view, 6> fields;
   if (!SplitFields(line, fields)) return kTooFewFields;
   if (const ErrorNumber error = ReadNumber(fields[0], record.Ssi)) return error;
@@ -45,7 +48,7 @@ ErrorNumber ReadSubscriber(std::string_view line, const WallClock& clock, SsiRec
   if (const ErrorNumber error = ReadNumber(fields[2], record.Mcc)) return error;
   if (const ErrorNumber error = ReadNumber(fields[3], record.Mnc)) return error;
   record.Label = fields[4];
-  const auto seen = clock.ParseGeneralDate(fields[5]);
+  const auto seen = dates.Read(fields[5]);
   if (!seen) return kTypeMismatch;
   record.LastSeen = *seen;
   return kNoError;
@@ -64,6 +67,16 @@ ListKey KeyOf(const GssiRecord& record) {
 }
 ListKey KeyOf(const SsiRecord& record) {
   return MakeListKey(record.Mcc, record.Mnc, record.LastGssi);
+}
+
+std::vector<std::string_view> DateTexts(std::string_view content) {
+  std::vector<std::string_view> texts;
+  LineReader lines(content);
+  std::array<std::string_view, kSubscriberFields> fields;
+  for (std::string_view line; lines.Next(line);) {
+    if (SplitFields(line, fields)) texts.push_back(fields.back());
+  }
+  return texts;
 }
 
 template <typename Record, typename Table, typename ReadLine>
@@ -88,13 +101,17 @@ template <typename Table, typename ParseContent>
 ErrorNumber LoadTable(Files& files, Form1& form, const std::string& path, const std::string& what,
                       Table& table, const ParseContent& parse) {
   table.Reset();
-  if (!files.Exists(path)) {
+  SavedContent saved = ReadSaved(files, form, path, [&](std::string_view content) {
+    return EndsWithItsLastLine(content) && parse(content) == kNoError;
+  });
+  if (!saved.there) {
     AddStatusLine(form, "No saved " + what + " to loaded");
     return kNoError;
   }
-  std::string content;
-  if (const FileError error = files.ReadAll(path, content)) return error;
-  if (const ErrorNumber error = parse(content)) return error;
+  if (saved.error != kFileOk) return saved.error;
+  if (const ErrorNumber error = parse(ListText(files, form, path, std::move(saved.content)))) {
+    return error;
+  }
   AddStatusLine(form, "Loaded " + Decimal(table.size()) + " saved " + what);
   return kNoError;
 }
@@ -155,7 +172,7 @@ SubscriberList::SubscriberList(Files& files, const WallClock& clock, Form1& form
 
 ErrorNumber SubscriberList::Load() {
   return LoadTable(files_, form_, path_, "SSIs", table_, [&](std::string_view content) {
-    return ParseSubscriberList(content, clock_, table_);
+    return ParseSubscriberList(content, clock_, table_, &why_not_);
   });
 }
 
@@ -163,9 +180,17 @@ std::int32_t SubscriberList::SaveSsiList() {
   return SaveTable(files_, path_, table_, [&] { return SubscriberListText(table_, clock_); });
 }
 
-ErrorNumber ParseSubscriberList(std::string_view content, const WallClock& clock, SsiTable& table) {
+ErrorNumber ParseSubscriberList(std::string_view content, const WallClock& clock, SsiTable& table,
+                                std::string* why_not) {
+  const SeenDates dates(DateTexts(content), clock);
   return Parse<SsiRecord>(content, table, [&](std::string_view line, SsiRecord& record) {
-    return ReadSubscriber(line, clock, record);
+    const ErrorNumber error = ReadSubscriber(line, dates, record);
+    if (error != kNoError && why_not != nullptr) {
+      std::array<std::string_view, kSubscriberFields> fields;
+      const bool split = SplitFields(line, fields);
+      *why_not = split && !dates.Read(fields.back()) ? dates.WhyNot(fields.back()) : "";
+    }
+    return error;
   });
 }
 

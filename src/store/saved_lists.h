@@ -45,6 +45,9 @@ class SubscriberList {
 
   // As GroupList::Load.
   [[nodiscard]] ErrorNumber Load();
+  // After a Load that failed: words for the user when the cause is a date of other regional
+  // settings, else "".
+  [[nodiscard]] const std::string& why_not() const { return why_not_; }
 
   // As GroupList::SaveGssiList.
   [[nodiscard]] std::int32_t SaveSsiList();
@@ -57,13 +60,14 @@ class SubscriberList {
   Form1& form_;
   SsiTable& table_;
   std::string path_;
+  std::string why_not_;
 };
 
 // Fill `table` with the content's lines, ordered by country, network and group; lines of one group
-// keep their order. On an error the table is empty.
+// keep their order. On an error the table is empty; `why_not` gets words as of SeenDates::WhyNot.
 [[nodiscard]] ErrorNumber ParseGroupList(std::string_view content, GssiTable& table);
 [[nodiscard]] ErrorNumber ParseSubscriberList(std::string_view content, const WallClock& clock,
-                                              SsiTable& table);
+                                              SsiTable& table, std::string* why_not = nullptr);
 
 // The lines of the table in its order, with the labels as they stand in it.
 [[nodiscard]] std::string GroupListText(const GssiTable& table);

@@ -9,6 +9,7 @@
 
 #include "base/number_text.h"
 #include "panel/logs.h"
+#include "store/list_file.h"
 
 namespace corvane {
 
@@ -139,6 +140,15 @@ constexpr int kHighestCheckValue = 2;
   return static_cast<std::int16_t>(std::max(0, SelectedOption(options)));
 }
 
+// The text at the end is there as far as its length says.
+bool HoldsWholeRecord(std::string_view content) {
+  if (content.size() < kFixedSettingsSize) return false;
+  Reader length(content.substr(kFixedSettingsSize - sizeof(std::uint16_t)));
+  std::uint16_t size = 0;
+  length(size);
+  return content.size() - kFixedSettingsSize >= size;
+}
+
 [[nodiscard]] std::uint8_t ByteOf(const CheckBox& box) {
   return static_cast<std::uint8_t>(box.value.get());
 }
@@ -158,12 +168,11 @@ SettingsFile::SettingsFile(Files& files, Prompts& prompts, const WallClock& cloc
       path_(std::move(program_folder) + kSettingsFileName) {}
 
 Load SettingsFile::ReadSettings() {
-  if (!files_.Exists(path_)) {
+  const auto [there, error, content] = ReadSaved(files_, form_, path_, HoldsWholeRecord);
+  if (!there) {
     ApplyDefaults();
     return Load::kOk;
   }
-  std::string content;
-  const FileError error = files_.ReadAll(path_, content);
   if (error != kFileOk) return errors_.Handle(error);
   if (content.empty()) {
     prompts_.ShowBox("Settings file appears corrupt, has been deleted. Please restart.", "Corvane",

@@ -10,7 +10,7 @@ namespace corvane {
 StartErrors::StartErrors(Files& files, Prompts& prompts, std::string program_folder)
     : files_(files), prompts_(prompts), program_folder_(std::move(program_folder)) {}
 
-Load StartErrors::Handle(ErrorNumber error) {
+Load StartErrors::Handle(ErrorNumber error, const std::string& cause) {
   if (error == kNoError) return Load::kOk;
   std::string text;
   if (error == kInvalidPropertyValue) {
@@ -31,6 +31,7 @@ Load StartErrors::Handle(ErrorNumber error) {
         "]\r\n"
         "Aborting.";
   }
+  if (!cause.empty()) prompts_.ShowBox(cause, "Notice", BoxIcon::kCritical);
   prompts_.ShowBox(text, "Error", BoxIcon::kCritical);
   prompts_.EndProgram();
   return Load::kEnded;

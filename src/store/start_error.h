@@ -28,7 +28,8 @@ class StartErrors {
   // kOk when `error` is 0. Otherwise shows the one box that belongs to the number, ends the program
   // and gives kEnded. kInvalidPropertyValue also deletes the settings file; when that fails the
   // file-access box with its number is shown. Lets events run.
-  [[nodiscard]] Load Handle(ErrorNumber error);
+  // `cause`, unless it is "", is shown in a box of its own before.
+  [[nodiscard]] Load Handle(ErrorNumber error, const std::string& cause = "");
 
  private:
   Files& files_;

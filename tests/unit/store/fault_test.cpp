@@ -200,6 +200,34 @@ TEST_F(SaveFaults, ThePowerFailsAtEveryStepOfASave) {
   EXPECT_GT(step, 20);
 }
 
+// Where moving over a file takes two steps, as on FAT: the start that follows finds the rest.
+TEST_F(SaveFaults, WhereAMoveIsNotSafeTheNextStartCompletesWhatWasCutShort) {
+  int restored = 0;
+  int step = 1;
+  for (;; ++step) {
+    SCOPED_TRACE(step);
+    sim::SimFiles disk;
+    disk.SetMovesInTwoSteps(true);
+    PutAll(disk, before);
+    if (!SaveUntil(disk, &sim::SimFiles::CutPowerAtStep, step)) break;
+    const std::size_t found = SavedFiles(disk).size();
+    disk.Restart();
+    StoreRun next(disk);
+    EXPECT_TRUE(next.Start());
+    next.folders.CreateDayFolders(next.clock.Now());
+    next.activity.LoadCallActivity();
+    ExpectOldOrNew(disk, before, after);
+    if (SavedFiles(disk).size() == found) continue;
+    ++restored;
+    int lines = 0;
+    for (const std::string& line : next.form.lstStatusLog.items()) {
+      lines += line.starts_with("Restored ") && line.ends_with(" - its last save was cut short");
+    }
+    EXPECT_EQ(lines, 1);
+  }
+  EXPECT_EQ(restored, 5) << "settings, groups, subscribers, groups to record, call activity";
+}
+
 TEST_F(SaveFaults, TheProgramIsKilledAtEveryStepOfASave) {
   int step = 1;
   for (;; ++step) {
