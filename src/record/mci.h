@@ -2,6 +2,7 @@
 // used through it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -43,6 +44,16 @@ struct MciCommand {
 
 class Mci {
  public:
+  // The longest that a command is waited for; then it counts as failed, and its device is given up.
+  // "save" may have to copy hours of sound. The first "record" of a run may have to wake a device
+  // that is reached by radio or was plugged in a moment ago.
+  static constexpr int kLongestSave_ms = 60'000;
+  static constexpr int kLongestCommand_ms = 3'000;
+  static constexpr int kLongestFirstRecord_ms = 10'000;
+  static constexpr int kLongestInHurry_ms = 1'000;
+  // How long Begin waits.
+  static constexpr int kMoment_ms = 50;
+
   struct Reply {
     unsigned error = 0;  // 0 is success
     std::string text;
@@ -52,6 +63,19 @@ class Mci {
   // Sends one command. `reply_length` is the size of the reply buffer in characters; with 0 no
   // reply is asked for.
   virtual Reply Send(const MciCommand& command, unsigned reply_length) = 0;
+
+  // Sends a "record" and waits no longer than a moment: nullopt when it is still under way. Nothing
+  // may be sent then until Answer or Await has given its reply.
+  [[nodiscard]] virtual std::optional<Reply> Begin(const MciCommand& command,
+                                                   unsigned reply_length) = 0;
+  // The reply to what is under way; nullopt when there is none yet.
+  [[nodiscard]] virtual std::optional<Reply> Answer() = 0;
+  // The same, waited for as long as Send waits for a command.
+  virtual Reply Await() = 0;
+
+  // The system is about to end the program: nothing is waited for longer than kLongestInHurry_ms
+  // from now on.
+  virtual void Hurry() = 0;
 
   // The system's text for an error number, at most 1,024 characters.
   [[nodiscard]] virtual std::string ErrorText(unsigned error) = 0;

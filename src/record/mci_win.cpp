@@ -71,23 +71,65 @@ MciWin::~MciWin() {
 }
 
 Mci::Reply MciWin::Send(const MciCommand& command, unsigned reply_length) {
+  if (under_way_until_ms_) static_cast<void>(Await());
   if (!HasThread()) return Failed();
-  orders_->command = command;
-  orders_->reply_length = reply_length;
   // The system's own "close all" would wait for the devices that hang.
-  if (command.verb == MciCommand::Verb::kCloseAll && given_up_ > 0) {
-    if (!opened_) return {};
-    orders_->command = MciCommand::Close();
-  }
-  if (command.verb == MciCommand::Verb::kOpen) opened_ = true;
-  SetEvent(orders_->given);
+  const bool only_own = command.verb == MciCommand::Verb::kCloseAll && given_up_ > 0;
+  if (only_own && !opened_) return {};
+  Order(only_own ? MciCommand::Close() : command, reply_length);
   const bool saves = command.verb == MciCommand::Verb::kSave;
-  const DWORD limit_ms = saves ? kLongestSave_ms : kLongestCommand_ms;
-  if (WaitForSingleObject(orders_->done, limit_ms) == WAIT_OBJECT_0) {
-    return std::move(orders_->reply);
+  if (auto reply = WaitFor(Limit(saves ? kLongestSave_ms : kLongestCommand_ms))) return *reply;
+  GiveUp();
+  return Failed();
+}
+
+std::optional<Mci::Reply> MciWin::Begin(const MciCommand& command, unsigned reply_length) {
+  if (!HasThread()) return Failed();
+  const bool first = !std::exchange(recorded_before_, true);
+  Order(command, reply_length);
+  if (auto reply = WaitFor(kMoment_ms)) return reply;
+  const DWORD limit_ms = Limit(first ? kLongestFirstRecord_ms : kLongestCommand_ms);
+  under_way_until_ms_ = GetTickCount64() + limit_ms - kMoment_ms;
+  return std::nullopt;
+}
+
+std::optional<Mci::Reply> MciWin::Answer() {
+  if (!under_way_until_ms_) return Failed();
+  auto reply = WaitFor(0);
+  if (!reply && GetTickCount64() < *under_way_until_ms_) return std::nullopt;
+  under_way_until_ms_.reset();
+  if (reply) return reply;
+  GiveUp();
+  return Failed();
+}
+
+Mci::Reply MciWin::Await() {
+  const ULONGLONG now_ms = GetTickCount64();
+  if (!under_way_until_ms_) return Failed();
+  const ULONGLONG left_ms = *under_way_until_ms_ > now_ms ? *under_way_until_ms_ - now_ms : 0;
+  under_way_until_ms_.reset();
+  const DWORD longest_ms = Limit(kLongestCommand_ms);
+  if (auto reply = WaitFor(left_ms < longest_ms ? static_cast<DWORD>(left_ms) : longest_ms)) {
+    return *reply;
   }
   GiveUp();
   return Failed();
+}
+
+void MciWin::Order(const MciCommand& command, unsigned reply_length) {
+  orders_->command = command;
+  orders_->reply_length = reply_length;
+  if (command.verb == MciCommand::Verb::kOpen) opened_ = true;
+  SetEvent(orders_->given);
+}
+
+std::optional<Mci::Reply> MciWin::WaitFor(DWORD limit_ms) {
+  if (WaitForSingleObject(orders_->done, limit_ms) != WAIT_OBJECT_0) return std::nullopt;
+  return std::move(orders_->reply);
+}
+
+DWORD MciWin::Limit(DWORD limit_ms) const {
+  return hurried_ && limit_ms > kLongestInHurry_ms ? kLongestInHurry_ms : limit_ms;
 }
 
 bool MciWin::HasThread() {

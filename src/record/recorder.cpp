@@ -8,6 +8,7 @@
 
 #include "base/number_text.h"
 #include "panel/logs.h"
+#include "record/wav_sound.h"
 
 namespace corvane {
 
@@ -16,6 +17,7 @@ namespace {
 constexpr unsigned kReplyLength = 1024;
 constexpr unsigned kStatusReplyLength = 255;
 constexpr unsigned kNoReply = 0;
+constexpr const char* kRecordSuffix = " Error (record)";
 
 // Where the low three bytes of the average byte rate stand in a canonical WAV header.
 constexpr std::uint32_t kByteRateOffset = 28;
@@ -61,13 +63,27 @@ void Recorder::StartRecording(const std::string& name) {
   Step(MciCommand::Set("samplespersec 22050"), " Error (samples/sec)");
   Step(MciCommand::Set("bitspersample 16"), " Error (bits/sample)");
   Step(MciCommand::Set("alignment 2"), " Error (block align)");
-  Step(MciCommand::Record(), " Error (record)");
+  BeginToRecord();
+}
+
+void Recorder::BeginToRecord() {
+  const std::optional<Mci::Reply> reply = mci_.Begin(MciCommand::Record(), kReplyLength);
+  beginning_ = !reply;
+  if (reply) Report(*reply, kRecordSuffix);
+}
+
+void Recorder::Attend() {
+  if (!beginning_) return;
+  const std::optional<Mci::Reply> reply = mci_.Answer();
+  beginning_ = !reply;
+  if (reply) Report(*reply, kRecordSuffix);
 }
 
 void Recorder::StopRecording() {
   // Taken once: midnight may pass while the device saves.
   const std::string folder = log_folder_() + "\\Record\\";
   const std::string temporary = folder + "newTmp.wav";
+  if (std::exchange(beginning_, false)) Report(mci_.Await(), kRecordSuffix);
   Step(MciCommand::Stop(), " Error (stop)");
   Step(MciCommand::Save(temporary), " Error (save)");
   const std::int32_t bytes_per_second = QueryRecordingFormat();
@@ -81,7 +97,10 @@ void Recorder::StopRecording() {
 }
 
 void Recorder::Step(const MciCommand& command, const char* suffix) {
-  const Mci::Reply reply = mci_.Send(command, kReplyLength);
+  Report(mci_.Send(command, kReplyLength), suffix);
+}
+
+void Recorder::Report(const Mci::Reply& reply, const char* suffix) {
   if (reply.error != 0) AddStatusLine(form_, mci_.ErrorText(reply.error) + suffix);
 }
 
@@ -101,10 +120,23 @@ void Recorder::FinaliseRecording(const std::string& folder, std::int32_t bytes_p
   const std::string temporary = folder + "newTmp.wav";
   const std::string bytes = HeaderBytes(static_cast<std::uint32_t>(bytes_per_second));
   FileError error = files_.Patch(temporary, kByteRateOffset, bytes);
-  if (error == kFileOk) {
-    error = files_.Rename(temporary, folder + RecordingName + ForcedEndSuffix + ".wav");
+  const std::string path = folder + RecordingName + ForcedEndSuffix + ".wav";
+  if (error == kFileOk) error = files_.Rename(temporary, path);
+  if (error != kFileOk) {
+    AddStatusLine(form_, "Error saving recording [" + Decimal(error) + "]");
+  } else {
+    NoteSilence(path);
   }
-  if (error != kFileOk) AddStatusLine(form_, "Error saving recording [" + Decimal(error) + "]");
+}
+
+void Recorder::NoteSilence(const std::string& path) {
+  const Sound sound = SoundIn(files_, path);
+  if (sound == Sound::kUnknown) return;
+  const bool silent = sound == Sound::kNone;
+  if (silent && !silent_) {
+    AddStatusLine(form_, "recorded only silence - " + path.substr(path.rfind('\\') + 1));
+  }
+  silent_ = silent;
 }
 
 }  // namespace corvane

@@ -38,4 +38,15 @@ Mci::Reply WaveDevice::Send(const MciCommand& command, unsigned reply_length) {
   return reply;
 }
 
+unsigned WaveDevice::Mode() const {
+  MCI_STATUS_PARMS status{};
+  status.dwItem = MCI_STATUS_MODE;
+  const MCIDEVICEID device = mciGetDeviceIDA(alias_.c_str());
+  if (device == 0 || mciSendCommandA(device, MCI_STATUS, MCI_STATUS_ITEM,
+                                     reinterpret_cast<DWORD_PTR>(&status)) != 0) {
+    return 0;
+  }
+  return LOWORD(status.dwReturn);
+}
+
 }  // namespace corvane

@@ -19,6 +19,9 @@ class WaveDevice {
 
   // May hang for ever.
   Mci::Reply Send(const MciCommand& command, unsigned reply_length);
+  // What the device does, as MCI_MODE_...; 0 when it does not say. As a number, because the text is
+  // in the system's language.
+  [[nodiscard]] unsigned Mode() const;
 
  private:
   const std::string alias_;

@@ -19,7 +19,6 @@ namespace {
 using Verb = MciCommand::Verb;
 
 constexpr DWORD kThreadEndLimit_ms = 2000;
-constexpr unsigned kModeReplyLength = 32;
 // The last Wine whose "stop" leaves the buffers to the recording thread. With later ones "stop"
 // hands out both, and is done with that in less than kHold_ms.
 constexpr int kLastPatientWine = 8;
@@ -27,17 +26,6 @@ constexpr DWORD kHold_ms = 200;
 constexpr LONG kQueryStartAddress = 9;
 
 using QueryThread = LONG(WINAPI*)(HANDLE, LONG, void*, ULONG, ULONG*);
-
-// 0: this is Windows.
-int WineVersion() {
-  const HMODULE ntdll = GetModuleHandleA("ntdll.dll");
-  if (ntdll == nullptr) return 0;
-  const auto version = reinterpret_cast<const char*(CDECL*)()>(
-      reinterpret_cast<void*>(GetProcAddress(ntdll, "wine_get_version")));
-  if (version == nullptr) return 0;
-  const std::string_view text = version();  // "10.0", "9.0-rc1"
-  return ParseDecimal<int>(text.substr(0, text.find('.'))).value_or(1);
-}
 
 bool RunsIn(HANDLE thread, HMODULE module, QueryThread query) {
   void* start = nullptr;
@@ -130,8 +118,18 @@ bool IsCutOff(const std::string& path) {
 
 }  // namespace
 
-RepairedWaveDevice::RepairedWaveDevice(std::string alias)
-    : device_(std::move(alias)), wine_(WineVersion()) {}
+int RepairedWaveDevice::WineVersion() {
+  const HMODULE ntdll = GetModuleHandleA("ntdll.dll");
+  if (ntdll == nullptr) return 0;
+  const auto version = reinterpret_cast<const char*(CDECL*)()>(
+      reinterpret_cast<void*>(GetProcAddress(ntdll, "wine_get_version")));
+  if (version == nullptr) return 0;
+  const std::string_view text = version();  // "10.0", "9.0-rc1"
+  return ParseDecimal<int>(text.substr(0, text.find('.'))).value_or(1);
+}
+
+RepairedWaveDevice::RepairedWaveDevice(std::string alias, int wine)
+    : device_(std::move(alias)), wine_(wine) {}
 
 RepairedWaveDevice::~RepairedWaveDevice() {
   if (open_) Send(MciCommand::Stop(), 0);
@@ -140,8 +138,8 @@ RepairedWaveDevice::~RepairedWaveDevice() {
 
 Mci::Reply RepairedWaveDevice::Send(const MciCommand& command, unsigned reply_length) {
   if (command.verb == Verb::kOpen) KeepDriver();
-  if (wine_ != 0 && command.verb == Verb::kRecord) return Record(command, reply_length);
-  if (wine_ != 0 && command.verb == Verb::kStop) return Stop(command, reply_length);
+  if (command.verb == Verb::kRecord) return Record(command, reply_length);
+  if (command.verb == Verb::kStop) return Stop(command, reply_length);
   if (wine_ != 0 && command.verb == Verb::kSave) return Save(command, reply_length);
   Mci::Reply reply = device_.Send(command, reply_length);
   if (reply.error != 0) return reply;
@@ -153,7 +151,8 @@ Mci::Reply RepairedWaveDevice::Send(const MciCommand& command, unsigned reply_le
 Mci::Reply RepairedWaveDevice::Record(const MciCommand& command, unsigned reply_length) {
   ForgetRecordingThreads();
   Mci::Reply reply = device_.Send(command, reply_length);
-  for (const DWORD id : DriverThreads()) {
+  const std::set<DWORD> threads = wine_ != 0 ? DriverThreads() : std::set<DWORD>();
+  for (const DWORD id : threads) {
     if (earlier_threads_.contains(id)) continue;
     const HANDLE thread = OpenThread(SYNCHRONIZE | THREAD_SUSPEND_RESUME, FALSE, id);
     if (thread != nullptr) recording_threads_.push_back(thread);
@@ -191,12 +190,11 @@ Mci::Reply RepairedWaveDevice::Save(const MciCommand& command, unsigned reply_le
 void RepairedWaveDevice::KeepDriver() {
   if (driver_ != nullptr) return;
   driver_ = LoadLibraryExA("mciwave.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-  earlier_threads_ = DriverThreads();
+  if (wine_ != 0) earlier_threads_ = DriverThreads();
 }
 
 bool RepairedWaveDevice::IsStopped() {
-  const Mci::Reply mode = device_.Send(MciCommand::Status("mode"), kModeReplyLength);
-  return mode.error == 0 && mode.text == "stopped";
+  return device_.Mode() == MCI_MODE_STOP;
 }
 
 std::set<DWORD> RepairedWaveDevice::DriverThreads() const {

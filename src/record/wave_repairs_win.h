@@ -1,8 +1,9 @@
-// The waveaudio device with what Wine's driver for it conceals; Windows needs none of it. The
-// faults: the driver is unloaded at "close" although its thread still runs in it; "stop" comes back
-// before that thread is done with the device, and puts noise behind the sound; "record" succeeds
-// whether or not the device can be opened, and a recording may end by itself, unheard of; "save"
-// succeeds when the disk is full.
+// The waveaudio device with what its driver conceals. On every system a recording may end by
+// itself, unheard of, when its device is unplugged: whether anything is being recorded is asked
+// after "record" and before "stop". The rest are faults of Wine's driver: it is unloaded at "close"
+// although its thread still runs in it; "stop" comes back before that thread is done with the
+// device, and puts noise behind the sound; "record" succeeds whether or not the device can be
+// opened; "save" succeeds when the disk is full.
 #pragma once
 
 #include <windows.h>
@@ -18,7 +19,10 @@ namespace corvane {
 
 class RepairedWaveDevice {
  public:
-  explicit RepairedWaveDevice(std::string alias);
+  // `wine`: the major version of Wine to allow for; 0 on Windows.
+  explicit RepairedWaveDevice(std::string alias, int wine = WineVersion());
+  [[nodiscard]] static int WineVersion();
+
   // Stops and closes the device if it is open.
   ~RepairedWaveDevice();
   RepairedWaveDevice(const RepairedWaveDevice&) = delete;
@@ -38,7 +42,7 @@ class RepairedWaveDevice {
   void ForgetRecordingThreads();
 
   WaveDevice device_;
-  const int wine_;  // its major version; 0: this is Windows
+  const int wine_;
   HMODULE driver_ = nullptr;
   bool open_ = false;
   std::set<DWORD> earlier_threads_;        // the driver's, of devices that were given up

@@ -67,7 +67,7 @@ TEST_F(MciLostSource, IsGivenUpWithinTheLimitAndTheNextRecordingIsGood) {
     EXPECT_NE(mci_.ErrorText(stopped), "");
     EXPECT_NE(End(), 0U);
     EXPECT_LT(std::chrono::steady_clock::now() - begin,
-              std::chrono::milliseconds(MciWin::kLongestCommand_ms + kMargin_ms));
+              std::chrono::milliseconds(Mci::kLongestCommand_ms + kMargin_ms));
     std::string wav;
     EXPECT_NE(world_->files().ReadAll(path_, wav), kFileOk) << "a file is left";
 

@@ -2,6 +2,7 @@
 #include "sim/sim_mci.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/number_text.h"
 #include "base/text.h"
@@ -32,6 +33,8 @@ const std::map<unsigned, std::string>& ErrorTexts() {
       {kMciBadConstant, "The specified value is out of range."},
       {kMciNonApplicable, "The specified command cannot be carried out now."},
       {kMciExtraCharacters, "There are extra characters after the command."},
+      {kMciHardware, "There is a problem with the media device."},
+      {kMciInputsInUse, "All wave devices that can record are in use."},
       {kMciFormatUnsuitable, "No device can record files in the current format."},
   };
   return texts;
@@ -39,9 +42,70 @@ const std::map<unsigned, std::string>& ErrorTexts() {
 
 }  // namespace
 
+int SimMci::DurationOf(const std::string& text) const {
+  const auto slow =
+      std::ranges::find_if(slow_, [&](const auto& entry) { return text.starts_with(entry.first); });
+  return slow != slow_.end() ? slow->second : 0;
+}
+
+int SimMci::Limit(int limit_ms) const {
+  return hurried_ ? std::min(limit_ms, kLongestInHurry_ms) : limit_ms;
+}
+
 Mci::Reply SimMci::Send(const MciCommand& command, unsigned reply_length) {
+  if (under_way_) {
+    ++order_faults_;
+    static_cast<void>(Await());
+  }
+  if (on_send_) on_send_(command.Text());
+  const bool saves = command.verb == MciCommand::Verb::kSave;
+  const int limit_ms = Limit(saves ? kLongestSave_ms : kLongestCommand_ms);
+  // What is not open is refused at once.
+  const bool works = device_ || command.verb == MciCommand::Verb::kOpen;
+  const int duration_ms = works ? DurationOf(command.Text()) : 0;
+  loop_.Sleep(std::min(duration_ms, limit_ms));
+  return duration_ms > limit_ms ? GiveUp(command, reply_length) : CarryOut(command, reply_length);
+}
+
+std::optional<Mci::Reply> SimMci::Begin(const MciCommand& command, unsigned reply_length) {
+  if (on_send_) on_send_(command.Text());
+  const bool first = !std::exchange(recorded_before_, true);
+  const int duration_ms = DurationOf(command.Text());
+  if (duration_ms <= kMoment_ms) {
+    loop_.Sleep(duration_ms);
+    return CarryOut(command, reply_length);
+  }
+  const int limit_ms = Limit(first ? kLongestFirstRecord_ms : kLongestCommand_ms);
+  const std::int64_t now_ms = loop_.TickMs();
+  under_way_ = {command, reply_length, now_ms + duration_ms, now_ms + limit_ms};
+  loop_.Sleep(kMoment_ms);
+  return std::nullopt;
+}
+
+std::optional<Mci::Reply> SimMci::Answer() {
+  if (!under_way_) {
+    ++order_faults_;
+    return Reply{kMciHardware, {}};
+  }
+  const std::int64_t now_ms = loop_.TickMs();
+  if (now_ms < std::min(under_way_->done_at_ms, under_way_->given_up_at_ms)) return std::nullopt;
+  const UnderWay over = *std::exchange(under_way_, std::nullopt);
+  return over.done_at_ms <= over.given_up_at_ms ? CarryOut(over.command, over.reply_length)
+                                                : GiveUp(over.command, over.reply_length);
+}
+
+Mci::Reply SimMci::Await() {
+  if (auto reply = Answer()) return *reply;
+  const std::int64_t now_ms = loop_.TickMs();
+  under_way_->given_up_at_ms =
+      std::min(under_way_->given_up_at_ms, now_ms + Limit(kLongestCommand_ms));
+  loop_.Sleep(
+      static_cast<int>(std::min(under_way_->done_at_ms, under_way_->given_up_at_ms) - now_ms));
+  return *Answer();
+}
+
+Mci::Reply SimMci::CarryOut(const MciCommand& command, unsigned reply_length) {
   const std::string text = command.Text();
-  if (on_send_) on_send_(text);
   Reply reply;
   const auto failing = std::ranges::find_if(
       failing_, [&](const auto& entry) { return text.starts_with(entry.first); });
@@ -51,6 +115,18 @@ Mci::Reply SimMci::Send(const MciCommand& command, unsigned reply_length) {
   reply.text.resize(
       std::min<std::size_t>(reply.text.size(), reply_length == 0 ? 0 : reply_length - 1));
   return reply;
+}
+
+Mci::Reply SimMci::GiveUp(const MciCommand& command, unsigned reply_length) {
+  device_.reset();
+  given_up_ = true;
+  commands_.push_back({command.Text(), kMciHardware, reply_length});
+  return {kMciHardware, {}};
+}
+
+void SimMci::SetUnplugged(bool unplugged) {
+  unplugged_ = unplugged;
+  if (unplugged && device_) StopRecording();
 }
 
 std::string SimMci::ErrorText(unsigned error) {
@@ -67,7 +143,8 @@ void SimMci::FailCommand(const std::string& prefix, unsigned error) {
 }
 
 unsigned SimMci::OrderFault(unsigned error) {
-  ++order_faults_;
+  // Who gave a device up may send the rest of its commands.
+  if (!given_up_) ++order_faults_;
   return error;
 }
 
@@ -75,6 +152,7 @@ unsigned SimMci::Run(std::string_view command, std::string& reply) {
   const std::string verb = Lowered(TakeWord(command));
   if (verb == "close" && Lowered(command) == "all") {
     device_.reset();
+    given_up_ = false;
     return 0;
   }
   if (verb == "open") return Open(command);
@@ -90,10 +168,15 @@ unsigned SimMci::Run(std::string_view command, std::string& reply) {
   if (verb == "record") {
     if (device_->recording_since) return OrderFault(kMciNonApplicable);
     if (device_->alignment != device_->channels * device_->bits / 8) return kMciFormatUnsuitable;
+    if (unplugged_) return kMciInputsInUse;
     device_->recording_since = loop_.TickMs();
+    device_->begun = true;
   } else {
+    const bool ended_before = verb == "stop" && device_->begun && !device_->recording_since;
     StopRecording();
+    device_->begun = false;
     if (verb == "close") device_.reset();
+    if (ended_before) return kMciInputsInUse;
   }
   return 0;
 }
@@ -187,7 +270,14 @@ std::string SimMci::WavFile() const {
   AddLittle(wav, static_cast<std::uint32_t>(device_->bits), 2);
   wav += "data";
   AddLittle(wav, data_size, 4);
-  wav.append(data_size, device_->bits == 8 ? '\x80' : '\0');
+  const char silence = device_->bits == 8 ? '\x80' : '\0';
+  if (silent_) {
+    wav.append(data_size, silence);
+  } else {
+    // Loud and soft by turns.
+    for (std::uint32_t i = 0; i < data_size; ++i)
+      wav += static_cast<char>(silence + i / 64 % 2 * 16);
+  }
   return wav;
 }
 

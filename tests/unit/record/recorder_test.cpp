@@ -394,7 +394,9 @@ TEST_F(RecorderTest, EveryFileOperationMayFailAndTheNextRecordingWorks) {
     files.FailAtStep(step, kDiskFull);
     Record("failing" + std::to_string(step));
     const bool reached = files.steps() >= step;
-    EXPECT_EQ(!StatusLog().empty(), reached);
+    // Save, patch, rename. What follows looks for silence in a recording that has its name.
+    constexpr int kStepsToItsName = 6;
+    EXPECT_EQ(!StatusLog().empty(), reached && step <= kStepsToItsName);
     files.FailAtStep(0, kFileOk);
     form.lstStatusLog.Clear();
     Record("next" + std::to_string(step));
@@ -406,6 +408,125 @@ TEST_F(RecorderTest, EveryFileOperationMayFailAndTheNextRecordingWorks) {
       break;
     }
   }
+}
+
+TEST_F(RecorderTest, ADeviceThatIsSlowToBeginKeepsNobodyWaiting) {
+  mci.SetSlow("record", 6000);
+  const std::int64_t begin_ms = loop.TickMs();
+  Start();
+  EXPECT_LE(loop.TickMs() - begin_ms, Mci::kMoment_ms);
+  EXPECT_FALSE(mci.recording());
+  for (int waited_ms = 0; waited_ms < 6000; waited_ms += 300) {
+    recorder.Attend();
+    loop.Sleep(300);
+  }
+  recorder.Attend();
+  EXPECT_TRUE(mci.recording());
+  Stop();
+  EXPECT_THAT(StatusLog(), IsEmpty());
+  EXPECT_THAT(Recordings(), ElementsAre("Record\\143005_1234_5010.wav"));
+  EXPECT_EQ(mci.order_faults(), 0);
+}
+
+TEST_F(RecorderTest, TheFirstRecordMayTakeTenSecondsAndLaterOnesThree) {
+  const auto begins_within = [this](int ms) {
+    mci.SetSlow("record", ms);
+    Start(std::to_string(ms));
+    for (int waited_ms = 0; waited_ms < 12'000; waited_ms += 100) {
+      recorder.Attend();
+      loop.Sleep(100);
+    }
+    const bool begun = mci.recording();
+    recorder.StopRecording();
+    return begun;
+  };
+  EXPECT_TRUE(begins_within(9'900));
+  EXPECT_THAT(StatusLog(), IsEmpty());
+  EXPECT_TRUE(begins_within(2'900));
+  EXPECT_FALSE(begins_within(3'100));
+  EXPECT_THAT(StatusLog(), ::testing::Contains(::testing::HasSubstr(" Error (record)")).Times(1));
+  EXPECT_TRUE(begins_within(2'800)) << "what comes after a device that was given up";
+
+  sim::SimMci fresh(loop, files);
+  Recorder first(fresh, files, form, [this] { return folder; });
+  fresh.SetSlow("record", 10'100);
+  first.StartRecording("first");
+  loop.Sleep(10'000);
+  first.Attend();
+  EXPECT_FALSE(fresh.open()) << "given up";
+}
+
+TEST_F(RecorderTest, AFailureToBeginIsReportedAsSoonAsItIsKnown) {
+  mci.SetSlow("record", 1000);
+  mci.FailCommand("record", 999);
+  Start();
+  recorder.Attend();
+  EXPECT_THAT(StatusLog(), IsEmpty());
+  loop.Sleep(1000);
+  recorder.Attend();
+  recorder.Attend();
+  EXPECT_THAT(StatusLog(), ElementsAre("MCI error 999 Error (record)"));
+}
+
+TEST_F(RecorderTest, ACallThatEndsBeforeTheDeviceHasBegunWaitsForItNoLongerThanForAnyCommand) {
+  mci.SetSlow("record", 9000);
+  Start();
+  const std::int64_t begin_ms = loop.TickMs();
+  recorder.StopRecording();
+  EXPECT_LE(loop.TickMs() - begin_ms, Mci::kLongestCommand_ms);
+  ASSERT_FALSE(StatusLog().empty());
+  EXPECT_THAT(StatusLog().front(), ::testing::EndsWith(" Error (record)"));
+  EXPECT_EQ(mci.order_faults(), 0) << "nothing is sent while a command is under way";
+  mci.SetSlow("record", 0);
+  Record("143006_1_2");
+  EXPECT_THAT(Recordings(), ::testing::Contains("Record\\143006_1_2.wav"));
+}
+
+TEST_F(RecorderTest, InAHurryEachCommandGetsASecond) {
+  Start();
+  recorder.Hurry();
+  mci.SetSlow("stop", 100'000);
+  mci.SetSlow("save", 100'000);
+  const std::int64_t begin_ms = loop.TickMs();
+  recorder.StopRecording();
+  EXPECT_LE(loop.TickMs() - begin_ms, Mci::kLongestInHurry_ms);
+}
+
+TEST_F(RecorderTest, ADeviceThatIsUnpluggedEndsItsRecordingWithALine) {
+  Start();
+  loop.Sleep(500);
+  mci.SetUnplugged(true);
+  Stop();
+  EXPECT_THAT(StatusLog(), ElementsAre(::testing::EndsWith(" Error (stop)")));
+  Start("143006_1_2");
+  EXPECT_THAT(StatusLog(), ::testing::Contains(::testing::EndsWith(" Error (record)")).Times(1));
+}
+
+TEST_F(RecorderTest, SilenceIsReportedOncePerRunOfSilentRecordings) {
+  Record("1_1_1");
+  EXPECT_THAT(StatusLog(), IsEmpty());
+  mci.SetSilent(true);
+  Record("2_1_1");
+  Record("3_1_1");
+  EXPECT_THAT(StatusLog(), ElementsAre("recorded only silence - 2_1_1.wav"));
+  mci.SetSilent(false);
+  Record("4_1_1");
+  mci.SetSilent(true);
+  recorder.ForcedEndSuffix = "_call_forced_end";
+  Record("5_1_1");
+  EXPECT_THAT(StatusLog(), ElementsAre("recorded only silence - 2_1_1.wav",
+                                       "recorded only silence - 5_1_1_call_forced_end.wav"));
+  EXPECT_EQ(Recordings().size(), 5U) << "the files stay";
+}
+
+TEST_F(RecorderTest, ARecordingThatFailedIsNoSilence) {
+  mci.SetSilent(true);
+  mci.FailCommand("save", 286);
+  Record("1_1_1");
+  EXPECT_THAT(StatusLog(), ::testing::Not(::testing::Contains(::testing::HasSubstr("silence"))));
+  mci.FailCommand("save", 0);
+  Record("2_1_1");
+  EXPECT_THAT(StatusLog(), ::testing::Contains("recorded only silence - 2_1_1.wav"));
 }
 
 }  // namespace
