@@ -12,19 +12,20 @@ constexpr int kLockoutTickMs = 1000;
 
 App::App(const Platform& platform, Shell& shell)
     : platform_(platform),
+      shell_(shell),
+      files_(platform.files, platform.loop),
       form_(platform.sink),
-      start_errors_(platform.files, platform.prompts, platform.program_folder),
-      settings_(platform.files, platform.prompts, platform.clock, flags_, form_, presets_,
-                start_errors_, platform.program_folder),
-      rec_only_(platform.files, platform.clock, form_, platform.program_folder),
-      label_files_(platform.files, platform.prompts, form_, names_, platform.program_folder),
-      group_list_(platform.files, form_, groups_, platform.program_folder),
-      subscriber_list_(platform.files, platform.clock, form_, subscribers_,
-                       platform.program_folder),
-      folders_(platform.files, form_, platform.program_folder),
-      logs_(platform.files, platform.clock, form_),
-      activity_(platform.files, platform.clock, folders_, form_),
-      recorder_(platform.mci, platform.files, form_, [this] { return folders_.DayFolder(); }),
+      start_errors_(files_, platform.prompts, platform.program_folder),
+      settings_(files_, platform.prompts, platform.clock, flags_, form_, presets_, start_errors_,
+                platform.program_folder),
+      rec_only_(files_, platform.clock, form_, platform.program_folder),
+      label_files_(files_, platform.prompts, form_, names_, platform.program_folder),
+      group_list_(files_, form_, groups_, platform.program_folder),
+      subscriber_list_(files_, platform.clock, form_, subscribers_, platform.program_folder),
+      folders_(files_, form_, platform.program_folder),
+      logs_(files_, platform.clock, form_),
+      activity_(files_, platform.clock, folders_, form_),
+      recorder_(platform.mci, files_, form_, [this] { return folders_.DayFolder(); }),
       windows_(platform.windows, platform.loop),
       link_{platform.loop, platform.clock, windows_, platform.socket, form_, flags_},
       discovery_(link_),
@@ -41,8 +42,10 @@ App::App(const Platform& platform, Shell& shell)
       poll_cycle_(link_, {windows_, discovery_, net_remote_, network_info_, sdr_setup_,
                           network_watch_, call_follower_, folders_, activity_}),
       checkbox_detection_(link_, presets_),
-      tmrCallWDT_(platform.loop.MakeTimer(
-          kCallWatchdogMs, NonReentrant([this] { call_follower_.OnWatchdogTick(); }))),
+      tmrCallWDT_(platform.loop.MakeTimer(kCallWatchdogMs, NonReentrant([this] {
+                                            recorder_.Attend();
+                                            call_follower_.OnWatchdogTick();
+                                          }))),
       tmrTmpGssiLockout_(platform.loop.MakeTimer(
           kLockoutTickMs, NonReentrant([this] { call_follower_.OnLockoutTick(); }))),
       tmrSaveTimed_(
@@ -52,7 +55,8 @@ App::App(const Platform& platform, Shell& shell)
       periodic_save_(*tmrSaveTimed_, flags_, platform.clock, form_, subscriber_list_, group_list_,
                      activity_, settings_),
       shutdown_({platform.loop, platform.prompts, *tmrSaveTimed_, *tmrShutdown_, flags_, form_,
-                 call_follower_, subscriber_list_, group_list_, activity_, settings_,
+                 call_follower_, subscriber_list_, group_list_, activity_, settings_, recorder_,
+                 platform.clock,
                  [this, &shell] {
                    editor_.Close();
                    shell.CloseMainWindow();
@@ -171,7 +175,9 @@ void App::CloseRequested() {
 }
 
 void App::SessionEnding() {
-  shutdown_.QueryUnload();
+  shell_.HoldSession(true);
+  shutdown_.EndSession();
+  shell_.HoldSession(false);
 }
 
 std::int32_t App::mcc() const {

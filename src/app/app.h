@@ -9,6 +9,7 @@
 #include "app/shell.h"
 #include "app/shutdown.h"
 #include "app/start_load.h"
+#include "base/patient_files.h"
 #include "core/call_follower.h"
 #include "core/daily_calls.h"
 #include "core/ports.h"
@@ -93,6 +94,8 @@ class App : private Actions {
   [[nodiscard]] std::int32_t mnc() const override;
 
   Platform platform_;
+  Shell& shell_;
+  PatientFiles files_;
   // The main window's state and what is shared with it.
   Form1 form_;
   ProgramFlags flags_;

@@ -4,9 +4,11 @@
 #include <string>
 
 #include "app/app.h"
+#include "app/program_folder_win.h"
 #include "app/single_instance_win.h"
 #include "base/files_win.h"
 #include "base/loop_win.h"
+#include "base/patient_files.h"
 #include "base/prompts_win.h"
 #include "base/wall_clock_win.h"
 #include "link/socket_win.h"
@@ -19,15 +21,6 @@
 namespace corvane {
 namespace {
 
-constexpr std::size_t kLongestPath = 32768;
-
-// The folder that holds the executable, without "\" at its end.
-std::string ProgramFolder() {
-  std::string path(kLongestPath, '\0');
-  path.resize(GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return path.substr(0, path.find_last_of('\\'));
-}
-
 class RealShell : public Shell {
  public:
   RealShell(LoopWin& loop, FormWindow& window) : loop_(loop), window_(window), editor_(loop) {}
@@ -39,6 +32,16 @@ class RealShell : public Shell {
   }
   void BringEditorToFront() override { editor_.BringToFront(); }
   void CloseEditor() override { editor_.Destroy(); }
+  void HoldSession(bool held) override {
+    // Without the window there is nothing to hold any more.
+    const HWND window = window_.handle();
+    if (window == nullptr) return;
+    if (held) {
+      ShutdownBlockReasonCreate(window, L"Corvane saves its lists and recordings");
+    } else {
+      ShutdownBlockReasonDestroy(window);
+    }
+  }
   void CloseMainWindow() override {
     window_.Destroy();
     loop_.Quit();
@@ -51,7 +54,13 @@ class RealShell : public Shell {
 };
 
 int RunProgram() {
-  SingleInstance instance(ProgramFolder());
+  const std::wstring shown_folder = FolderOfProgram();
+  const ProgramFolder folder = ChooseFolder(FormsOf(shown_folder));
+  if (!folder.problem.empty()) {
+    ShowFolderProblem(shown_folder, folder.problem);
+    return 1;
+  }
+  SingleInstance instance(folder.path);
   if (!instance.is_first()) {
     instance.BringFirstToFront();
     return 0;
@@ -59,14 +68,18 @@ int RunProgram() {
   LoopWin loop;
   WallClockWin clock;
   FilesWin files;
+  PatientFiles patient_files(files, loop);
+  if (const std::string problem = WritingProblem(patient_files, folder.path); !problem.empty()) {
+    ShowFolderProblem(shown_folder, problem);
+    return 1;
+  }
   PromptsWin prompts;
   WindowOpsWin windows;
   SocketWin socket(loop);
   MciWin mci;
   FormWindow window(loop);
   RealShell shell(loop, window);
-  App app(Platform{loop, clock, window, windows, socket, files, mci, prompts, ProgramFolder()},
-          shell);
+  App app(Platform{loop, clock, window, windows, socket, files, mci, prompts, folder.path}, shell);
   loop.SetErrorReporter([&app](const std::string& what) { app.ReportException(what.c_str()); });
 
   if (!window.Create(MainWindowTable(app.form()), app.main_form())) return 1;

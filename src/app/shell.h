@@ -20,6 +20,10 @@ class Shell {
   // Destroys the editor's window, if there is one.
   virtual void CloseEditor() = 0;
 
+  // The session ends: while `held`, the system is told that the program still has to save, and its
+  // user that it is worth waiting for.
+  virtual void HoldSession(bool held) = 0;
+
   // Destroys the main window. The program ends when the outermost handler has returned.
   virtual void CloseMainWindow() = 0;
 };

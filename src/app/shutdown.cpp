@@ -1,6 +1,8 @@
 // Closing of the main window.
 #include "app/shutdown.h"
 
+#include "panel/logs.h"
+
 namespace corvane {
 
 namespace {
@@ -23,26 +25,41 @@ void Shutdown::QueryUnload() {
   parts_.close_windows();
 }
 
+void Shutdown::EndSession() {
+  if (parts_.flags.mblnShuttingDown) return;
+  session_ends_ = true;
+  parts_.recorder.Hurry();
+  QueryUnload();
+}
+
 void Shutdown::SaveEverything() {
-  if (parts_.subscribers.SaveSsiList() == -1) ShowError("Error saving SSI list.");
-  if (parts_.groups.SaveGssiList() == -1) ShowError("Error saving GSSI list.");
+  if (parts_.subscribers.SaveSsiList() == -1) Report("Error saving SSI list.");
+  if (parts_.groups.SaveGssiList() == -1) Report("Error saving GSSI list.");
   if (parts_.form.chkCreateCallActivityCvsFile.checked() &&
       !parts_.activity.CallActivityTable.empty() && parts_.activity.SaveCallActivity() == -1) {
-    ShowError("Error saving call activity log.");
+    Report("Error saving call activity log.");
   }
   parts_.settings.SaveSettings();
 }
 
-void Shutdown::ShowError(const char* text) {
-  parts_.prompts.ShowBox(text, "Error", BoxIcon::kCritical);
+void Shutdown::Report(const std::string& text) {
+  if (session_ends_) {
+    AddStatusLineInView(parts_.form, text + " - " + NowText(parts_.clock));
+  } else {
+    parts_.prompts.ShowBox(text, "Error", BoxIcon::kCritical);
+  }
 }
 
 void Shutdown::OnShutdownTick() {
   // The timer goes on while the box is open.
   if (in_tick_) return;
   in_tick_ = true;
-  parts_.prompts.ShowBox("Problem shutting down, Some of this sessions changes are lost, Sorry",
-                         "Warning", BoxIcon::kCritical);
+  const std::string text = "Problem shutting down, Some of this sessions changes are lost, Sorry";
+  if (session_ends_) {
+    Report(text);
+  } else {
+    parts_.prompts.ShowBox(text, "Warning", BoxIcon::kCritical);
+  }
   parts_.tmrShutdown.SetEnabled(false);
   parts_.settings.SaveSettings();
   ended_ = true;

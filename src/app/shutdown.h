@@ -2,12 +2,15 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "base/loop.h"
 #include "base/prompts.h"
+#include "base/wall_clock.h"
 #include "core/call_follower.h"
 #include "panel/form1.h"
 #include "panel/program_flags.h"
+#include "record/recorder.h"
 #include "store/call_activity.h"
 #include "store/saved_lists.h"
 #include "store/settings.h"
@@ -29,6 +32,8 @@ struct ShutdownParts {
   GroupList& groups;
   CallActivity& activity;
   SettingsFile& settings;
+  Recorder& recorder;
+  const WallClock& clock;
   std::function<void()> close_windows;  // the editor, then the main window
 };
 
@@ -41,17 +46,23 @@ class Shutdown {
   // does nothing. Lets events run.
   void QueryUnload();
 
+  // The same at the end of the session, where nobody can answer a box and the system waits for a
+  // few seconds alone: failures become lines of the status log, and a device that hangs is given up
+  // soon.
+  void EndSession();
+
   // The handler of tmrShutdown, which the caller makes with kShutdownTickMs and leaves disabled:
   // the wait above took too long. Saves the settings and ends the program. Lets events run.
   void OnShutdownTick();
 
  private:
   void SaveEverything();
-  void ShowError(const char* text);
+  void Report(const std::string& text);
 
   ShutdownParts parts_;
   bool in_tick_ = false;
   bool ended_ = false;
+  bool session_ends_ = false;
 };
 
 }  // namespace corvane

@@ -21,10 +21,16 @@ std::string ObjectName(const std::string& program_folder, const char* what) {
 
 }  // namespace
 
+std::string SingleInstance::ClaimName(const std::string& program_folder) {
+  return ObjectName(program_folder, "claim");
+}
+
 SingleInstance::SingleInstance(const std::string& program_folder)
-    : mutex_(CreateMutexA(nullptr, FALSE, ObjectName(program_folder, "claim").c_str())) {
-  // A system that refuses the mutex must not keep the user from starting.
-  first_ = mutex_ == nullptr || GetLastError() != ERROR_ALREADY_EXISTS;
+    : mutex_(CreateMutexA(nullptr, FALSE, ClaimName(program_folder).c_str())) {
+  // A program with more rights than this one owns a mutex that may not be opened. Any other refusal
+  // must not keep the user from starting.
+  const DWORD error = GetLastError();
+  first_ = mutex_ != nullptr ? error != ERROR_ALREADY_EXISTS : error != ERROR_ACCESS_DENIED;
   memory_ = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof *window_,
                                ObjectName(program_folder, "window").c_str());
   if (memory_ != nullptr) {

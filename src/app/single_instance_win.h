@@ -16,14 +16,18 @@ class SingleInstance {
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  // False: another program runs from this folder.
+  // The name of the object that stands for the claim.
+  [[nodiscard]] static std::string ClaimName(const std::string& program_folder);
+
+  // False: another program runs from this folder, perhaps as administrator when this one does not.
   [[nodiscard]] bool is_first() const { return first_; }
 
   // Makes the first program's main window known to later ones.
   void PublishWindow(HWND window);
 
   // Brings the first program's main window to the front, restored if it was minimised. Waits up to
-  // kWindowWaitMs for it to be published. Nothing when it does not come.
+  // kWindowWaitMs for it to be published. Nothing when it does not come, or when this program may
+  // not know it.
   void BringFirstToFront();
 
   static constexpr int kWindowWaitMs = 3000;

@@ -111,6 +111,11 @@ void World::CloseEditor() {
   windows_closed.push_back("editor");
 }
 
+void World::HoldSession(bool held) {
+  session_held = held;
+  session_was_held = true;
+}
+
 void World::CloseMainWindow() {
   closed = true;
   windows_closed.push_back("main window");

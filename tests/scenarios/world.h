@@ -87,6 +87,8 @@ class World : public Shell {
   std::unique_ptr<SimDesktop> desktop;
   std::unique_ptr<App> app;
   bool closed = false;
+  bool session_held = false;  // the system waits for the program
+  bool session_was_held = false;
   std::vector<std::string> windows_closed;
 
   // The open editor; its controls are App::View's `dialog`.
@@ -103,6 +105,7 @@ class World : public Shell {
   bool OpenEditor(Dialog& dialog, UserEvents& handlers) override;
   void BringEditorToFront() override { ++editor_brought_to_front; }
   void CloseEditor() override;
+  void HoldSession(bool held) override;
   void CloseMainWindow() override;
   void Trace(const std::string& what);
   void TraceWire();

@@ -137,9 +137,88 @@ TEST_F(ShutdownTest, ASessionThatEndsWithAFailingWriterStillSavesTheRest) {
   LearnAGroup();
   world_.files.FailPath("TETRA_SSI", kDiskFull);
   world_.user().SessionEnding();
-  EXPECT_THAT(world_.prompts.boxes(), Contains(ErrorBox("Error saving SSI list.")));
+  EXPECT_THAT(world_.prompts.boxes(), IsEmpty()) << "nobody can answer it";
+  EXPECT_EQ(world_.CountStatusLog("Error saving SSI list. - "), 1);
   EXPECT_TRUE(Saved(kGroups));
   EXPECT_TRUE(Saved(kSettings));
+  EXPECT_TRUE(world_.closed);
+}
+
+TEST_F(ShutdownTest, TheSystemIsToldToWaitUntilTheLastFileOfASessionIsWritten) {
+  world_.BringUp();
+  LearnAGroup();
+  world_.files.ResetSteps();
+  int not_held = 0;
+  world_.files.SetOnStep([&] { not_held += world_.session_held ? 0 : 1; });
+  world_.user().SessionEnding();
+  EXPECT_GT(world_.files.steps(), 6);
+  EXPECT_EQ(not_held, 0);
+  EXPECT_FALSE(world_.session_held);
+  EXPECT_TRUE(Saved(kSettings));
+}
+
+TEST_F(ShutdownTest, ASessionEndsSoonAndWholeOnASlowDiskWithARecorderThatHangs) {
+  world_.BringUp();
+  world_.user().Click(world_.form().optRecordMode[1]);
+  Follow();
+  ASSERT_TRUE(world_.mci.recording());
+  for (const char* hanging : {"stop", "save", "status", "close"}) {
+    world_.mci.SetSlow(hanging, 1'000'000);
+  }
+  world_.files.ResetSteps();
+  world_.files.SetOnStep([this] { world_.loop.Sleep(100); });
+  const std::int64_t begin_ms = world_.loop.TickMs();
+  world_.user().SessionEnding();
+  EXPECT_THAT(world_.prompts.boxes(), IsEmpty());
+  EXPECT_TRUE(world_.closed);
+  EXPECT_TRUE(Saved(kGroups));
+  EXPECT_TRUE(Saved(kSettings));
+  // One second for the device, which is given up then; the rest is the disk.
+  EXPECT_LE(world_.loop.TickMs() - begin_ms, 1000 + 100 * world_.files.steps() + 1000);
+  world_.Run(2000);
+  EXPECT_TRUE(world_.Parked());
+}
+
+TEST_F(ShutdownTest, TheWatchdogShowsNoBoxAtTheEndOfASessionEither) {
+  world_.BringUp();
+  LearnAGroup();
+  world_.files.SetOnStep([this] {
+    world_.files.SetOnStep(nullptr);
+    world_.view().tmrShutdown.SetEnabled(true);
+    world_.Run(kShutdownTickMs + 100);
+  });
+  world_.user().SessionEnding();
+  EXPECT_THAT(world_.prompts.boxes(), IsEmpty());
+  EXPECT_EQ(world_.prompts.times_ended(), 1);
+  EXPECT_EQ(world_.CountStatusLog("Problem shutting down, "), 1);
+  EXPECT_TRUE(Saved(kSettings));
+}
+
+// Scanners and synchronising clients open what was written, for some milliseconds.
+TEST_F(ShutdownTest, AScannerThatHoldsEachNewFileForAMomentIsNoFailure) {
+  for (const bool lets_read : {true, false}) {
+    World world({.scenario = "base 800000000\n"});
+    world.files.SetScanner([&world] { return world.loop.TickMs(); }, 150, lets_read);
+    world.BringUp();
+    world.user().Click(world.form().optRecordMode[1]);
+    world.user().Click(world.form().chkCreateEventLog);
+    world.user().Click(world.form().chkCreateCcVcLog);
+    world.Do("call id=7 group=9001 party=5010 carrier=2610 slot=3 for=2");
+    ASSERT_TRUE(world.RunUntil([&] { return world.Following(); }, 3000));
+    ASSERT_TRUE(world.RunUntil([&] { return !world.Following() && world.Parked(); }, 6000));
+    world.user().CloseRequested();
+    EXPECT_THAT(world.prompts.boxes(), IsEmpty());
+    EXPECT_EQ(world.CountStatusLog("Error"), 0);
+    EXPECT_NE(world.FileText(kGroups), "");
+    EXPECT_NE(world.FileText(kSubscribers), "");
+    EXPECT_NE(world.FileText(kSettings), "");
+    int recordings = 0;
+    for (const std::string& name : world.files.List(World::kProgramFolder)) {
+      recordings += name.ends_with("_7_9001.wav") ? 1 : 0;
+      EXPECT_FALSE(name.ends_with("newTmp.wav") || name.ends_with(".new")) << name;
+    }
+    EXPECT_EQ(recordings, 1);
+  }
 }
 
 TEST_F(ShutdownTest, ASecondCloseDoesNothingWhereverItComes) {

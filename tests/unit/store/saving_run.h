@@ -48,7 +48,7 @@ struct SavingRun : StoreRun {
                          daily, recorder, link}};
   PeriodicSave periodic{*tmrSaveTimed, flags, clock, form, subscribers, groups, activity, settings};
   Shutdown shutdown{{loop, prompts, *tmrSaveTimed, *tmrShutdown, flags, form, follower, subscribers,
-                     groups, activity, settings, [] {}}};
+                     groups, activity, settings, recorder, clock, [] {}}};
 };
 
 }  // namespace corvane
