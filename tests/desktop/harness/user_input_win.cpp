@@ -5,6 +5,9 @@
 
 #include <cctype>
 #include <cstddef>
+#include <cstring>
+
+#include "desktop/harness/wait.h"
 
 namespace corvane::desktop {
 
@@ -75,6 +78,35 @@ LRESULT Ask(WindowHandle window, UINT message, WPARAM w_param, LRESULT none) {
   return answered ? static_cast<LRESULT>(answer) : none;
 }
 
+constexpr int kInTheText = 40;
+
+int MiddleOfLine(WindowHandle list, int line) {
+  constexpr int kBorder = 2;
+  const int row = static_cast<int>(Ask(list, LB_GETITEMHEIGHT, 0, 0));
+  const int top = static_cast<int>(Ask(list, LB_GETTOPINDEX, 0, 0));
+  return kBorder + (line - top) * row + row / 2;
+}
+
+WindowHandle SeenWindow(unsigned process_id, std::string_view class_name) {
+  for (const WindowHandle window : TopLevelWindows(process_id)) {
+    if (Visible(window) && ClassOf(window) == class_name) return window;
+  }
+  return 0;
+}
+
+// The clipboard takes the block over.
+bool PutOnClipboard(std::string_view text) {
+  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, text.size() + 1);
+  if (block == nullptr) return false;
+  std::memcpy(GlobalLock(block), text.data(), text.size());
+  GlobalUnlock(block);
+  if (OpenClipboard(nullptr) == FALSE) return false;
+  EmptyClipboard();
+  const bool put = SetClipboardData(CF_TEXT, block) != nullptr;
+  CloseClipboard();
+  return put;
+}
+
 }  // namespace
 
 void MovePointer(int x, int y) {
@@ -98,11 +130,25 @@ void HandClick(WindowHandle control, MouseButton button) {
 }
 
 void HandClickLine(WindowHandle list, int line, MouseButton button) {
-  const int row = static_cast<int>(Ask(list, LB_GETITEMHEIGHT, 0, 0));
-  const int top = static_cast<int>(Ask(list, LB_GETTOPINDEX, 0, 0));
-  constexpr int kBorder = 2;
-  constexpr int kRightOfTheBorder = 40;
-  HandClickAt(list, kRightOfTheBorder, kBorder + (line - top) * row + row / 2, button);
+  HandClickAt(list, kInTheText, MiddleOfLine(list, line), button);
+}
+
+// What follows each other in the system's queue has times that lie no further apart than the calls.
+void HandDoubleClick(WindowHandle control) {
+  HandClick(control);
+  HandClick(control);
+}
+
+void HandDoubleClickLine(WindowHandle list, int line) {
+  const int middle = MiddleOfLine(list, line);
+  HandClickAt(list, kInTheText, middle);
+  HandClickAt(list, kInTheText, middle);
+}
+
+void HandMoveOver(WindowHandle control) {
+  const WindowPlace place = PlaceOf(control);
+  MovePointer(place.left + place.width / 2, place.top + place.height / 2);
+  MovePointer(place.left + place.width / 2 + 1, place.top + place.height / 2);
 }
 
 void HandKey(int virtual_key, int with) {
@@ -119,6 +165,12 @@ void HandType(std::string_view text) {
   }
 }
 
+bool HandPaste(std::string_view text) {
+  if (!WaitFor([&] { return PutOnClipboard(text); }, kAnswerLimit_ms)) return false;
+  HandKey('V', kControlKey);
+  return true;
+}
+
 WindowHandle FocusIn(WindowHandle window) {
   GUITHREADINFO info{};
   info.cbSize = sizeof info;
@@ -133,6 +185,14 @@ bool ComboIsOpen(WindowHandle combo) {
 
 int TickOf(WindowHandle list, int line) {
   return static_cast<int>(Ask(list, LB_GETITEMDATA, static_cast<WPARAM>(line), -1));
+}
+
+std::string SeenToolTip(unsigned process_id) {
+  return TextOf(SeenWindow(process_id, "tooltips_class32"));
+}
+
+WindowHandle OpenMenu(unsigned process_id) {
+  return SeenWindow(process_id, "#32768");
 }
 
 }  // namespace corvane::desktop
