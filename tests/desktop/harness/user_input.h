@@ -37,13 +37,15 @@ void MovePointer(int x, int y);
 // Presses and releases where the pointer is.
 void PressMouse(MouseButton button);
 // Moves the pointer to the middle of the control, or to a point `x`, `y` pixels from its corner,
-// and clicks there.
+// and clicks there; a few pixels beside it where the click before was, as two would be a double
+// click.
 void HandClick(WindowHandle control, MouseButton button = MouseButton::kLeft);
 void HandClickAt(WindowHandle control, int x, int y, MouseButton button = MouseButton::kLeft);
 // Clicks on a line of a list, which must be in view.
 void HandClickLine(WindowHandle list, int line, MouseButton button = MouseButton::kLeft);
 // Two clicks of the left button, closer together than the system wants them to be one.
 void HandDoubleClick(WindowHandle control);
+void HandDoubleClickAt(WindowHandle control, int x, int y);
 void HandDoubleClickLine(WindowHandle list, int line);
 // Moves the pointer onto a control: to its middle, then a pixel on.
 void HandMoveOver(WindowHandle control);

@@ -51,13 +51,21 @@ LONG Steps(int pixel, int size) {
 
 // The place goes with the press and with the release: what the system reports of an earlier
 // movement in between cannot carry the pointer away.
-void ClickAt(int x, int y, MouseButton button) {
+void PressAt(int x, int y, MouseButton button) {
   const LONG across = Steps(x, GetSystemMetrics(SM_CXSCREEN));
   const LONG down = Steps(y, GetSystemMetrics(SM_CYSCREEN));
   constexpr DWORD kThere = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
   const ButtonFlags flags = FlagsOf(button);
   Mouse(kThere | flags.down, across, down);
   Mouse(kThere | flags.up, across, down);
+}
+
+// A second click at the place of the first would be a double click when it comes soon enough.
+void ClickAt(int x, int y, MouseButton button) {
+  static POINT last{-1, -1};
+  const bool same_place = last.x == x && last.y == y;
+  last = {same_place ? x + GetSystemMetrics(SM_CXDOUBLECLK) + 1 : x, y};
+  PressAt(last.x, last.y, button);
 }
 
 void Key(int virtual_key, bool down) {
@@ -133,16 +141,19 @@ void HandClickLine(WindowHandle list, int line, MouseButton button) {
   HandClickAt(list, kInTheText, MiddleOfLine(list, line), button);
 }
 
-// What follows each other in the system's queue has times that lie no further apart than the calls.
+void HandDoubleClickAt(WindowHandle control, int x, int y) {
+  const WindowPlace place = PlaceOf(control);
+  PressAt(place.left + x, place.top + y, MouseButton::kLeft);
+  PressAt(place.left + x, place.top + y, MouseButton::kLeft);
+}
+
 void HandDoubleClick(WindowHandle control) {
-  HandClick(control);
-  HandClick(control);
+  const WindowPlace place = PlaceOf(control);
+  HandDoubleClickAt(control, place.width / 2, place.height / 2);
 }
 
 void HandDoubleClickLine(WindowHandle list, int line) {
-  const int middle = MiddleOfLine(list, line);
-  HandClickAt(list, kInTheText, middle);
-  HandClickAt(list, kInTheText, middle);
+  HandDoubleClickAt(list, kInTheText, MiddleOfLine(list, line));
 }
 
 void HandMoveOver(WindowHandle control) {
