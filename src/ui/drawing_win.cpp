@@ -101,7 +101,9 @@ COLORREF DrawnColour(Colour colour) {
 }
 
 TextColours ColoursOf(const Control& control) {
-  const bool is_input = control.kind() == ControlKind::kTextBox || IsList(control.kind());
+  const ControlKind kind = control.kind();
+  const bool is_input =
+      kind == ControlKind::kTextBox || kind == ControlKind::kComboBox || IsList(kind);
   if (is_input && !control.enabled) return {kGreyText, kButtonFace};
   return Legible({control.fore_colour, control.back_colour}, CurrentTheme());
 }
@@ -154,13 +156,16 @@ namespace {
 constexpr int kTickBox = 13 * kTwipsPerPixel;
 constexpr int kTickMargin = 3 * kTwipsPerPixel;
 
-// Gives the text colour, after filling the line with what belongs under it.
-COLORREF FillLine(const DRAWITEMSTRUCT& item, BrushCache& brushes) {
-  const bool selected = (item.itemState & ODS_SELECTED) != 0;
-  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
-  FillRect(item.hDC, &item.rcItem, brushes.Get(selected ? kHighlight : kWindowBackground));
-  if (disabled) return GetSysColor(COLOR_GRAYTEXT);
-  return DrawnColour(selected ? kHighlightText : kWindowText);
+bool IsSelected(const DRAWITEMSTRUCT& item) {
+  return item.itemID != static_cast<UINT>(-1) && (item.itemState & ODS_SELECTED) != 0;
+}
+
+// Where the theme has no pair for the selected line, a narrow bar before its text marks it too.
+void DrawSelectionBar(const DRAWITEMSTRUCT& item, const RECT& row, int dpi, BrushCache& brushes) {
+  if (!IsSelected(item) || CurrentTheme().high_contrast) return;
+  RECT bar = row;
+  bar.right = bar.left + std::max(1, dpi / kDesignDpi);
+  FillRect(item.hDC, &bar, brushes.Get(kHighlight));
 }
 
 void DrawLineText(const DRAWITEMSTRUCT& item, const std::string& text, COLORREF colour, int left) {
@@ -190,10 +195,13 @@ std::string LineText(const DRAWITEMSTRUCT& item, UINT length_message, UINT text_
 
 void DrawComboLine(const DRAWITEMSTRUCT& item, const ComboBox& combo, int dpi,
                    BrushCache& brushes) {
-  const COLORREF colour = FillLine(item, brushes);
+  // The chosen one as the system draws it in the combo boxes that it draws.
+  const bool chosen = IsSelected(item) && combo.enabled;
+  const TextColours colours = chosen ? TextColours{kHighlightText, kHighlight} : ColoursOf(combo);
+  FillRect(item.hDC, &item.rcItem, brushes.Get(colours.ground));
   const bool none = item.itemID == static_cast<UINT>(-1);
   const std::string text = none ? combo.text.get() : LineText(item, CB_GETLBTEXTLEN, CB_GETLBTEXT);
-  DrawLineText(item, text, colour, ToPixels(kTickMargin, dpi));
+  DrawLineText(item, text, DrawnColour(colours.text), ToPixels(kTickMargin, dpi));
 }
 
 void DrawShape(const DRAWITEMSTRUCT& item, const Shape& shape, int dpi, BrushCache& brushes) {
@@ -226,29 +234,19 @@ void DrawLine(const DRAWITEMSTRUCT& item, const Control& list, HFONT font, int d
   RECT row = item.rcItem;
   RECT clip{};
   if (GetClipBox(dc, &clip) != ERROR) row.right = std::max(row.right, clip.right);
-  TextColours colours = ColoursOf(list);
   const bool exists = item.itemID != static_cast<UINT>(-1);
-  const bool selected = exists && (item.itemState & ODS_SELECTED) != 0;
-  const Theme theme = CurrentTheme();
-  if (selected && theme.high_contrast) colours = {kHighlightText, kHighlight};
-  COLORREF ground = theme.Drawn(colours.ground);
-  if (selected && !theme.high_contrast) ground = Mix(theme.Drawn(kHighlight), ground, 14);
-
+  const DrawnColours colours = ColoursOfLine(ColoursOf(list), IsSelected(item), CurrentTheme());
   const std::string text =
       exists ? LineText(item.hwndItem, static_cast<int>(item.itemID)) : std::string{};
   const Selected with_font(dc, font);
-  SetTextColor(dc, theme.Drawn(colours.text));
-  SetBkColor(dc, ground);
+  SetTextColor(dc, colours.text);
+  SetBkColor(dc, colours.ground);
   TEXTMETRICA metrics{};
   GetTextMetricsA(dc, &metrics);
   const int top = static_cast<int>(row.top + (row.bottom - row.top - metrics.tmHeight) / 2);
   ExtTextOutA(dc, static_cast<int>(row.left) + indent + kLineMargin, top, ETO_OPAQUE | ETO_CLIPPED,
               &row, text.data(), static_cast<UINT>(text.size()), nullptr);
-  if (selected && !theme.high_contrast) {
-    RECT bar = row;
-    bar.right = bar.left + std::max(1, dpi / kDesignDpi);
-    FillRect(dc, &bar, brushes.Get(theme.Drawn(kHighlight)));
-  }
+  DrawSelectionBar(item, row, dpi, brushes);
   if ((item.itemState & ODS_FOCUS) != 0 && (item.itemState & ODS_NOFOCUSRECT) == 0) {
     SetTextColor(dc, 0);
     SetBkColor(dc, RGB(255, 255, 255));

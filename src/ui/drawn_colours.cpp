@@ -45,6 +45,16 @@ TextColours Legible(const TextColours& wanted, const Theme& theme) {
   return wanted.text == kButtonText ? TextColours{pair.text, wanted.ground} : wanted;
 }
 
+DrawnColours ColoursOfLine(const TextColours& colours, bool selected, const Theme& theme) {
+  constexpr int kTint = 14;
+  if (selected && theme.high_contrast) {
+    return {theme.Drawn(kHighlightText), theme.Drawn(kHighlight)};
+  }
+  const std::uint32_t ground = theme.Drawn(colours.ground);
+  return {theme.Drawn(colours.text),
+          selected ? Mix(theme.Drawn(kHighlight), ground, kTint) : ground};
+}
+
 double Contrast(std::uint32_t one, std::uint32_t other) {
   const double first = Lightness(one);
   const double second = Lightness(other);

@@ -32,6 +32,18 @@ struct TextColours {
 // high-contrast theme a colour of the program's own gives way to such a pair, always.
 [[nodiscard]] TextColours Legible(const TextColours& wanted, const Theme& theme);
 
+// Two colours as they are drawn, 0xBBGGRR.
+struct DrawnColours {
+  std::uint32_t text;
+  std::uint32_t ground;
+  bool operator==(const DrawnColours&) const = default;
+};
+
+// Those of a line of a list whose lines have `colours`. The selected one is tinted, no more: its
+// text counts, not its ground. A high-contrast theme has a pair for it.
+[[nodiscard]] DrawnColours ColoursOfLine(const TextColours& colours, bool selected,
+                                         const Theme& theme);
+
 // How far two colours, 0xBBGGRR, differ in lightness: 1 to 21. A text wants 4.5.
 [[nodiscard]] double Contrast(std::uint32_t one, std::uint32_t other);
 inline constexpr double kLeastContrast = 4.5;

@@ -108,6 +108,35 @@ TEST_F(EditorWindowTest, WithoutASelectionTheComboBoxesSaySelectNetwork) {
   }
 }
 
+TEST_F(EditorWindowTest, ComboBoxesShowThatTheyAreChosenOrDisabled) {
+  const Handle combo = In(cboCountry);
+  const PixelRect place = ClientRect(combo);
+  const auto ground = [&] { return PixelOf(combo, place.width / 2, place.height / 2); };
+  EXPECT_EQ(ground(), SystemColour(COLOR_WINDOW));
+  Focus(combo);
+  Pump();
+  EXPECT_EQ(ground(), SystemColour(COLOR_HIGHLIGHT));
+  editor_->dialog.cboCountry.enabled = false;
+  Pump();
+  EXPECT_EQ(ground(), ButtonFaceColour());
+}
+
+TEST_F(EditorWindowTest, ComboBoxesCanBeReadWithLightTextOnDarkGround) {
+  const LightOnDark colours;
+  Send(window_.handle(), WM_SYSCOLORCHANGE);
+  Pump();
+  const Handle combo = In(cboCountry);
+  const PixelRect place = ClientRect(combo);
+  EXPECT_EQ(PixelOf(combo, place.width / 2, place.height / 2), SystemColour(COLOR_WINDOW));
+  int text = 0;
+  for (int y = 4; y < place.height - 4; ++y) {
+    for (int x = 6; x < place.width / 2; ++x) {
+      text += PixelOf(combo, x, y) == SystemColour(COLOR_WINDOWTEXT) ? 1 : 0;
+    }
+  }
+  EXPECT_GT(text, 0);
+}
+
 TEST_F(EditorWindowTest, TheBoxAndTheButtonShowTheirColours) {
   editor_->dialog.txtSSI_labelEdit.back_colour = kRed;
   editor_->dialog.cmdUpdateGSSI.back_colour = kGreen;

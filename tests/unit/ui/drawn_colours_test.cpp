@@ -36,6 +36,16 @@ TEST(Mix, IsByHundredths) {
   EXPECT_EQ(Mix(0x640000, 0x0000C8, 50), 0x320064U);
 }
 
+TEST(ColoursOfLine, TintsTheSelectedOneAndInHighContrastTakesTheSystemsPair) {
+  const TextColours list{kWindowText, kWindowBackground};
+  EXPECT_EQ(ColoursOfLine(list, false, kNormal), (DrawnColours{0, 0xF0F0F0}));
+  EXPECT_EQ(ColoursOfLine(list, true, kNormal), (DrawnColours{0, Mix(0xFFFF00, 0xF0F0F0, 14)}));
+  EXPECT_EQ(ColoursOfLine(list, false, kHighContrast), (DrawnColours{0xFFFFFF, 0}));
+  EXPECT_EQ(ColoursOfLine(list, true, kHighContrast), (DrawnColours{0, 0xFFFF00}));
+  EXPECT_EQ(ColoursOfLine({kGreyText, kButtonFace}, false, kHighContrast),
+            (DrawnColours{0x3FF23F, 0}));
+}
+
 TEST(Legible, KeepsTheColoursOfTheNormalTheme) {
   for (const TextColours& wanted :
        {TextColours{kButtonText, kButtonFace}, TextColours{kButtonText, kStartGreen},
