@@ -1,7 +1,7 @@
 #!/bin/bash
 # Takes pictures of the main window's pages, of compact mode and of the editor in its states, at
-# each scale and in light-on-dark colours; looks for text that is cut off, for controls that lie
-# over others or leave their frame; and compares the pictures with the approved ones.
+# each scale and in light-on-dark colours, and of the message boxes; looks for text that is cut off,
+# for controls that lie over others or leave their frame; and compares them with the approved ones.
 #   --approve   takes them over as approved; look at each before it is committed
 # The pictures are in build/pictures/, those that differ in build/pictures/differences/.
 set -euo pipefail

@@ -1,6 +1,6 @@
 // Pictures of both windows in their states, at each scale and in light-on-dark colours, and a look
 // at their layout: no control leaves its frame or lies over another, no text is wider than its
-// control.
+// control. And of the message boxes, which the system lays out, at its own scale.
 //
 // window_pictures FOLDER
 // Each finding is a line; the exit code is 1 when there is one, or a picture cannot be saved.
@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "desktop/box_pictures.h"
 #include "desktop/harness/foreign_windows.h"
 #include "desktop/ui_window/editor_fixture.h"
 #include "ui/main_form.h"
@@ -210,6 +211,14 @@ int main(int argc, char** argv) {
     TakeMainWindow(studio, corvane::kDesignDpi, "dark");
     TakeEditor(studio, corvane::kDesignDpi, "dark");
   }
-  std::printf("%d pictures, %d findings\n", studio.taken(), studio.findings());
-  return studio.findings() == 0 ? 0 : 1;
+  BoxPictures boxes = TakeBoxes(argv[1], ScaleText(corvane::kDesignDpi));
+  {
+    const LightOnDark colours;
+    const BoxPictures dark = TakeBoxes(argv[1], "dark");
+    boxes.taken += dark.taken;
+    boxes.findings += dark.findings;
+  }
+  const int findings = studio.findings() + boxes.findings;
+  std::printf("%d pictures, %d findings\n", studio.taken() + boxes.taken, findings);
+  return findings == 0 ? 0 : 1;
 }

@@ -53,6 +53,10 @@ HWND ShownTip(Handle window) {
 
 }  // namespace
 
+unsigned ThisProgram() {
+  return GetCurrentProcessId();
+}
+
 std::uint32_t SystemColour(int number) {
   return GetSysColor(number);
 }

@@ -133,6 +133,9 @@ struct MenuFacts {
 [[nodiscard]] MenuFacts MenuItemOf(Handle window, ControlId id);
 [[nodiscard]] std::vector<std::string> MenuBarTexts(Handle window);
 
+// The process that this program is.
+[[nodiscard]] unsigned ThisProgram();
+
 // What this program has of the system at the moment. Some systems count no objects: 0.
 struct OwnUse {
   std::size_t windows = 0;  // with all their children
