@@ -5,6 +5,7 @@
 
 #include "desktop/call_test.h"
 #include "desktop/harness/screen_points.h"
+#include "desktop/harness/user_input.h"
 #include "standin/window_tree.h"
 
 namespace corvane::desktop {
@@ -60,7 +61,8 @@ class CalibrationTest : public CallTest {
   }
 
   void ShowPage(ControlId tab, ControlId frame) {
-    Click(Corvane().Control(tab));
+    TakeTheFront();
+    HandClick(Corvane().Control(tab));
     Await("the page", [&] { return Visible(Corvane().Control(frame)); });
   }
   void ShowCalibration() {
@@ -73,13 +75,15 @@ class CalibrationTest : public CallTest {
   }
   void PressAndAwait(ControlId button, ControlId label, std::int32_t colour) {
     Await("the button", [&] { return Enabled(Corvane().Control(button)); });
-    Click(Corvane().Control(button));
+    TakeTheFront();
+    HandClick(Corvane().Control(button));
     AwaitShown(label, std::to_string(colour));
   }
 
   void DoubleClickPosition() {
-    DoubleClick(Corvane().Control(lblPositionSdrSharpCC));
-    AwaitClicksHandled();
+    TakeTheFront();
+    HandDoubleClick(Corvane().Control(lblPositionSdrSharpCC));
+    AwaitHandsHandled();
     ShowPage(cmdSettingTab_2, fraOptions);
   }
   [[nodiscard]] std::string Position() { return Corvane().Caption(lblPositionSdrSharpCC); }
@@ -147,9 +151,9 @@ TEST_F(CalibrationTest, ACoveredBoxIsInNoStateAndNoReference) {
   CoverBox("Demodulator", false);
   AwaitShown(lblValidateState, "");
   EXPECT_EQ(Corvane().Caption(lblTetraPanelExpanded), kVisible);
-  Click(Corvane().Control(cmdSetCheckedValue));
-  Click(Corvane().Control(cmdSetUnCheckedValue));
-  AwaitClicksHandled();
+  HandClick(Corvane().Control(cmdSetCheckedValue));
+  HandClick(Corvane().Control(cmdSetUnCheckedValue));
+  AwaitHandsHandled();
   EXPECT_EQ(Corvane().Caption(lblCheckedValue), std::to_string(kTicked));
   EXPECT_EQ(Corvane().Caption(lblUnCheckedValue), std::to_string(kUnticked));
   Do("cover none");
@@ -251,7 +255,8 @@ TEST_F(CalibrationTest, TheDoubleClickTakesThePlaceOfAnSdrThatIsShownNormally) {
   Await("SDR# to be restored", [this] { return !Minimised(Sdr().Window()); });
 
   Maximise(Sdr().Window());
-  Await("SDR# to be maximised", [this] { return Maximised(Sdr().Window()); });
+  Await("SDR# to be maximised and in front",
+        [this] { return Maximised(Sdr().Window()) && ForegroundWindow() == Sdr().Window(); });
   DoubleClickPosition();
   EXPECT_EQ(Position(), normal);
   Restore(Sdr().Window());

@@ -5,6 +5,8 @@
 #include <stdexcept>
 
 #include "base/text.h"
+#include "desktop/harness/screen_points.h"
+#include "desktop/harness/user_input.h"
 
 namespace corvane::desktop {
 
@@ -17,6 +19,8 @@ constexpr int kFirstParty = 5100;
 constexpr int kNextSetup_ms = 700;
 // A line takes a poll: those that only say that Corvane reads must not pile up before the others.
 constexpr int kNextSign_ms = 250;
+// Pixels of a line of a menu that is dropped down.
+constexpr int kMenuLine = 19;
 
 // "client=1 {...}" without the client.
 std::string WithoutClient(const std::string& detail) {
@@ -190,6 +194,33 @@ void CallTest::AwaitClicksHandled() {
   Click(corvane_.Control(options ? ControlId::cmdSettingTab_0 : ControlId::cmdSettingTab_2));
   Await("the other page",
         [&] { return Visible(corvane_.Control(ControlId::fraOptions)) != options; });
+}
+
+void CallTest::AwaitHandsHandled() {
+  const bool options = Visible(corvane_.Control(ControlId::fraOptions));
+  HandClick(corvane_.Control(options ? ControlId::cmdSettingTab_0 : ControlId::cmdSettingTab_2));
+  Await("the other page after the hand's click",
+        [&] { return Visible(corvane_.Control(ControlId::fraOptions)) != options; });
+}
+
+void CallTest::TakeTheFront() {
+  const WindowHandle window = corvane_.Window();
+  BringToFront(window);
+  // It has the keyboard before it lies above the others.
+  Await("Corvane in front",
+        [window] { return ForegroundWindow() == window && SeenInside(window) == window; });
+}
+
+void CallTest::ChooseFromTools(int line) {
+  constexpr int kInTools = 21;
+  constexpr int kInTheMenuBar = 33;
+  constexpr int kInTheText = 30;
+  constexpr int kFrame = 3;
+  HandClickAt(corvane_.Window(), kInTools, kInTheMenuBar);
+  Await("the menu", [this] { return OpenMenu(corvane_.TheProcess().Id()) != 0; });
+  const WindowHandle menu = OpenMenu(corvane_.TheProcess().Id());
+  HandClickAt(menu, kInTheText, kFrame + line * kMenuLine + kMenuLine / 2);
+  Await("the menu's end", [this] { return OpenMenu(corvane_.TheProcess().Id()) == 0; });
 }
 
 // A cycle shows another location area right before it looks at the box. When the second one is

@@ -66,6 +66,12 @@ class CallTest : public ::testing::Test {
   void AwaitParked();
   // All that was clicked before was handled: a click that came behind it was.
   void AwaitClicksHandled();
+  // The same for pointer and keys (harness/user_input.h), which come another way than messages.
+  void AwaitHandsHandled();
+  // Corvane's main window is in front, so that pointer and keys reach it.
+  void TakeTheFront();
+  // Chooses a line of "Tools", counted from 0, as the pointer does it.
+  void ChooseFromTools(int line);
   // Corvane has looked at the Network Info box with all that is in it now.
   void AwaitBoxLookedAt();
   // The server has seen the end of Corvane's connection, and so all that came before it.

@@ -1,5 +1,6 @@
 // The G/SSI editor, the hold and the quick edits by the user's own hands: pointer and keyboard.
 #include "desktop/call_test.h"
+#include "desktop/harness/screen_points.h"
 #include "desktop/harness/user_input.h"
 
 namespace corvane::desktop {
@@ -10,6 +11,11 @@ using Lines = std::vector<std::string>;
 
 constexpr const char* kGroups = "TETRA_GSSI.txt";
 constexpr const char* kSubscribers = "TETRA_SSI.txt";
+constexpr int kToolsEditor = 0;
+constexpr std::int32_t kWholeEditorInView = 1'500;  // twips
+constexpr std::int32_t kGreen = 0x00FF00;
+constexpr std::int32_t kRed = 0x0000FF;
+constexpr std::int32_t kOrange = 0x0080FF;
 
 class EditorTest : public CallTest {
  protected:
@@ -32,9 +38,34 @@ class EditorTest : public CallTest {
   [[nodiscard]] WindowHandle Editor() const { return corvane_editor(); }
   [[nodiscard]] WindowHandle In(ControlId id) const { return Child(Editor(), Number(id)); }
   void OpenFromMenu() {
-    ChooseMenuItem(Corvane().Window(), Number(mnuGSSIEditor));
+    TakeTheFront();
+    ChooseFromTools(kToolsEditor);
     AwaitFilled();
   }
+  // Drops the list down, goes to its first entry and as many lines on, and takes that.
+  void ChooseByHand(ControlId combo, int line) {
+    HandClick(In(combo));
+    Await("the open list", [&] { return ComboIsOpen(In(combo)); });
+    HandKey(kHomeKey);
+    for (int step = 0; step < line; ++step) HandKey(kDownKey);
+    HandKey(kReturnKey);
+    Await("the list closed", [&] { return !ComboIsOpen(In(combo)); });
+  }
+  void SelectAllIn(ControlId box) {
+    HandClick(In(box));
+    Await("the box", [&] { return HasFocus(box); });
+    HandKey(kHomeKey);
+    HandKey(kEndKey, kShiftKey);
+  }
+  void AwaitGround(ControlId id, std::int32_t colour) {
+    Await("the colour " + std::to_string(colour), [&] { return GroundOf(In(id)) == colour; });
+  }
+  void AwaitTip(ControlId over, const std::string& tip) {
+    HandMoveOver(In(over));
+    Await("the tip \"" + tip + "\"",
+          [&] { return SeenToolTip(Corvane().TheProcess().Id()) == tip; });
+  }
+  [[nodiscard]] bool Holds() { return PixelsOf(Corvane().Control(lblGroupHold), kOrange) > 0; }
   void AwaitFilled() {
     Await("the editor", [&] { return Editor() != 0 && Visible(Editor()); });
     Await("the editor's lists", [&] { return !Visible(In(lstGssiBlank)); });
@@ -77,10 +108,14 @@ TEST_F(EditorTest, SaysSelectNetworkWhileNoneIsKnown) {
   EXPECT_EQ(TextOf(In(cboCountry)), "Select Network");
   EXPECT_EQ(TextOf(In(cboNetworks)), "Select Network");
   EXPECT_EQ(ItemsOf(In(lstGSSI_Lockouts)), Lines{});
-  ChooseInCombo(In(cboCountry), 0);
+  EXPECT_EQ(TextOf(In(Frame4)), "GSSI/Labels and Lockouts (0) [4]");
+  ChooseByHand(cboCountry, 0);
   Await("the covers", [&] { return Visible(In(lstGssiBlank)) && Visible(In(lstSsiBlank)); });
   EXPECT_EQ(TextOf(In(cboCountry)), "262 - Sampleland");
-  ChooseInCombo(In(cboNetworks), 0);
+  EXPECT_EQ(TextOf(In(cboNetworks)), "Select Network");
+  EXPECT_EQ(TextOf(In(Frame4)), "GSSI/Labels and Lockouts (0)");
+  EXPECT_EQ(TextOf(In(Label1)), "Seen SSI for GSSI (0)");
+  ChooseByHand(cboNetworks, 0);
   Await("the network's groups",
         [&] { return ItemsOf(In(lstGSSI_Lockouts)) == Lines{"7001 - 1 - Elsewhere"}; });
   EXPECT_FALSE(Visible(In(lstGssiBlank)));
@@ -148,6 +183,91 @@ TEST_F(EditorTest, TheKeyboardAloneEditsALabelAndASubscriber) {
         [&] { return ItemsOf(In(List1))[0] == "5020 - X Gamma                       "; });
 }
 
+TEST_F(EditorTest, WhatIsStoredIsSeenInItsColourAndReachesTheFiles) {
+  WriteLists();
+  Folder().Write(kSubscribers,
+                 "5010;9001;262;42;Alpha;2026-11-14 10:11:12\r\n"
+                 "5010;9002;262;42;Other;2026-11-14 10:11:13\r\n");
+  Settings settings;
+  settings.main_window_top = kWholeEditorInView;
+  StartCorvane(settings);
+  OpenFromMenu();
+  EXPECT_EQ(TextOf(In(Label2)), "Priority");
+  EXPECT_EQ(TextOf(In(lblSsiLabelUpdaterClearFields)), "SSI label:");
+  AwaitTip(lstGSSI_Lockouts, "Checked item will ignore lockout");
+  AwaitTip(cboGSSIPriority, "Not available in this version");
+  AwaitTip(txtSSI_labelEdit, "Add/remove label then press enter. Green OK, Red Fail");
+  ChooseByHand(cboCountry, 0);
+  AwaitTip(lstGssiBlank, "Checked item will ignore lockout");
+  ChooseByHand(cboNetworks, 1);
+  const WindowHandle groups = In(lstGSSI_Lockouts);
+  Await("the network's groups", [&] { return ItemsOf(groups).size() == 3; });
+
+  // No group is selected: nothing is stored. The next click is handled after this one.
+  HandClick(In(cmdUpdateGSSI));
+  HandClickLine(groups, 1);
+  AwaitText(txtGssiLabel, "South");
+  EXPECT_EQ(TextOf(In(cmdUpdateGSSI)), "^ Update");
+  // No subscriber is selected either: red, for a while.
+  HandClick(In(txtSSI_labelEdit));
+  HandType("lost");
+  HandKey(kReturnKey);
+  AwaitGround(txtSSI_labelEdit, kRed);
+  AwaitGround(txtSSI_labelEdit, WindowColour());
+
+  // Neither the tick box under the pointer nor the space bar locks a group out.
+  const WindowPlace list = PlaceOf(groups);
+  HandClickAt(groups, 10, 10);
+  AwaitText(txtGssiLabel, "North");
+  HandKey(kSpaceKey);
+  HandClickLine(groups, 1);
+  AwaitText(txtGssiLabel, "South");
+  EXPECT_EQ(TickOf(groups, 0), 1);
+  EXPECT_EQ(PlaceOf(groups), list);
+
+  SelectAllIn(txtGssiLabel);
+  HandType("abcdefghijklmnopqrstuvwxyz12345678");
+  ChooseByHand(cboGSSIPriority, 7);
+  HandClick(In(cmdUpdateGSSI));
+  AwaitText(cmdUpdateGSSI, "Updated");
+  AwaitGround(cmdUpdateGSSI, kGreen);
+  AwaitText(cmdUpdateGSSI, "Update");
+  AwaitGround(cmdUpdateGSSI, ButtonFaceColour());
+  EXPECT_EQ(ItemsOf(groups)[1], "9002 - 7 - abcdefghijklmnopqrstuvwxyz1234");
+  EXPECT_EQ(TickOf(groups, 1), 1);
+  EXPECT_EQ(SelectedIn(groups), 1);
+
+  // A pasted separator is dropped where the label is stored.
+  HandClickLine(groups, 0);
+  AwaitText(txtGssiLabel, "North");
+  SelectAllIn(txtGssiLabel);
+  ASSERT_TRUE(HandPaste("No;rd"));
+  AwaitText(txtGssiLabel, "No;rd");
+  HandKey(kReturnKey);
+  Await("the button", [&] { return HasFocus(cmdUpdateGSSI); });
+  HandKey(kSpaceKey);
+  Await("the line", [&] { return ItemsOf(groups)[0] == "9001 - 3 - Nord"; });
+  AwaitText(txtGssiLabel, "Nord");
+
+  HandClickLine(In(List1), 0);
+  AwaitText(txtSSI_labelEdit, "Alpha");
+  SelectAllIn(txtSSI_labelEdit);
+  HandType("beta");
+  HandKey(kReturnKey);
+  AwaitGround(txtSSI_labelEdit, kGreen);
+  AwaitGround(txtSSI_labelEdit, WindowColour());
+  EXPECT_EQ(ItemsOf(In(List1)), Lines{"5010 - beta                          "});
+
+  TakeTheFront();
+  HandKey(kF4Key, kAltKey);
+  Await("the end", [&] { return !Corvane().Running(); });
+  EXPECT_NE(Folder().Read(kGroups).find("9001;262;42;Nord;3;True\r\n"
+                                        "9002;262;42;abcdefghijklmnopqrstuvwxyz1234;7;True\r\n"),
+            std::string::npos);
+  EXPECT_NE(Folder().Read(kSubscribers).find("5010;9001;262;42;beta;"), std::string::npos);
+  EXPECT_NE(Folder().Read(kSubscribers).find("5010;9002;262;42;Other;"), std::string::npos);
+}
+
 TEST_F(EditorTest, TheTabKeyGoesRoundTheEditorBothWays) {
   BeginWithLists();
   OpenFromMenu();
@@ -195,7 +315,8 @@ TEST_F(EditorTest, QuickEditsOpenItOnWhatIsOnScreenAndSelectInTheOpenOne) {
   AwaitParked();
   Do("call id=8 group=9002 party=5020 carrier=2610 slot=2");
   AwaitFollowing(8);
-  MouseClick(Corvane().Control(lblCurrentSSI));
+  TakeTheFront();
+  HandClickAt(Corvane().Control(lblCurrentSSI), 8, 8);
   AwaitText(txtGssiLabel, "South");
   AwaitText(txtSSI_labelEdit, "Gamma");
 }
@@ -206,14 +327,19 @@ TEST_F(EditorTest, HoldingByHandAndReleasingItByALockout) {
   AwaitFollowing(7);
   BringToFront(Corvane().Window());
   HandClick(Corvane().Control(lblGroupHold));
+  Await("the hold", [&] { return Holds(); });
   Do("release id=7");
   AwaitParked();
   const std::size_t mark = Mark();
   Do("call id=8 group=9002 party=5020 carrier=2610 slot=2 for=3");
   ExpectNothingFollowed(mark);
   OpenFromMenu();
+  HandClickLine(In(lstGSSI_Lockouts), 2, MouseButton::kRight);
+  Await("another group's tick", [&] { return TickOf(In(lstGSSI_Lockouts), 2) == 1; });
+  EXPECT_TRUE(Holds());
   HandClickLine(In(lstGSSI_Lockouts), 0, MouseButton::kRight);
   Await("the lockout", [&] { return TickOf(In(lstGSSI_Lockouts), 0) == 0; });
+  Await("the hold's end", [&] { return !Holds(); });
   SetUpUntilFollowed(9, 9002, 2610, 2);
 }
 

@@ -290,6 +290,8 @@ void Minimise(WindowHandle window) {
 }
 void BringToFront(WindowHandle window) {
   SetForegroundWindow(Hwnd(window));
+  // Without a window manager it would stay below a maximised one.
+  SetWindowPos(Hwnd(window), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_ASYNCWINDOWPOS);
 }
 
 void MoveWindowTo(WindowHandle window, int left, int top) {

@@ -10,7 +10,15 @@ namespace corvane::desktop {
 // The screen's colour 7 pixels right of and below the window's corner, as GetPixel gives it; -1
 // when the window is gone.
 [[nodiscard]] std::int32_t ColourInside(WindowHandle window);
-// The window that is seen there.
+// The colour in the middle of a window's right edge, a few pixels inside: the ground of a button or
+// of a box, right of its text. As GetPixel gives it; -1 when the window is gone.
+[[nodiscard]] std::int32_t GroundOf(WindowHandle window);
+// How many pixels of what is seen of the window's place have this colour.
+[[nodiscard]] int PixelsOf(WindowHandle window, std::int32_t colour);
+// The system's colour of buttons and of what is written into.
+[[nodiscard]] std::int32_t ButtonFaceColour();
+[[nodiscard]] std::int32_t WindowColour();
+// The window that is seen 7 pixels right of and below the window's corner.
 [[nodiscard]] WindowHandle SeenInside(WindowHandle window);
 
 void Maximise(WindowHandle window);
