@@ -73,6 +73,8 @@ class App : private Actions {
     Dialog* dialog;  // nullptr while no editor is open
   };
   [[nodiscard]] View view();
+  // Tells `watcher` of each setup and each end; it outlives the program. nullptr: nobody.
+  void SetCallWatcher(CallWatcher* watcher) { call_follower_.SetWatcher(watcher); }
 
  private:
   // Actions

@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "core/call_texts.h"
 #include "core/pdu_fields.h"
 #include "panel/logs.h"
 
@@ -15,23 +16,6 @@ namespace {
 
 constexpr int kPauseBeforeGainMs = 10;
 constexpr const char* kParkedGain = "25";
-
-std::string WithLabel(const std::string& text, const std::string& label) {
-  return label.empty() ? text : text + " [" + label + "]";
-}
-
-std::string CallIdText(std::int16_t call_id) {
-  return " - Call ID: " + Decimal(call_id);
-}
-
-std::string GroupText(std::int32_t gssi, const std::string& label) {
-  return Decimal(gssi) + " " + Bracketed(label);
-}
-
-std::string SetupText(const Setup& setup, const std::string& label) {
-  return CallIdText(setup.call_id) + " - On carrier: " + Decimal(setup.carrier) +
-         " - Group: " + GroupText(setup.gssi, label);
-}
 
 bool EntryContains(const ListBox& log, int from_end, const std::string& text) {
   return Contains(log.Item(log.count() - from_end), text);
@@ -53,6 +37,8 @@ SetupDecision CallFollower::OnSetup(std::string_view line) {
       DecideSetup(line, {call_, locks_, around_.groups, around_.network, around_.presets, log_mode,
                          around_.daily.LastCsvCallId});
   const Setup& setup = decision.setup;
+  // A call to be followed is reported when it is known whether that succeeded.
+  if (decision.outcome != SetupOutcome::kFollowed) Report(decision);
   if (decision.IsWhole()) bookkeeping_.FindGroupIndex(setup.gssi);
   switch (decision.outcome) {
     case SetupOutcome::kNotGranted:
@@ -68,13 +54,16 @@ SetupDecision CallFollower::OnSetup(std::string_view line) {
       AbortBadTimeslot(setup);
       break;
     case SetupOutcome::kFollowed:
-      decision.cause = Follow(setup);
-      if (decision.cause != BrokenBy::kNothing) decision.outcome = SetupOutcome::kAbandoned;
+      Follow(decision);
       break;
     default:
       break;
   }
   return decision;
+}
+
+void CallFollower::Report(const SetupDecision& decision) {
+  if (watcher_ != nullptr) watcher_->SetupDecided(decision);
 }
 
 void CallFollower::CountInLogMode(const Setup& setup) {
@@ -94,12 +83,26 @@ void CallFollower::ReportLockout(const Setup& setup) {
   if (!EntryContains(around_.form.lstCallLog, 2, text)) AddStampedCallLine(text);
 }
 
-BrokenBy CallFollower::Follow(const Setup& setup) {
+void CallFollower::Follow(SetupDecision& decision) {
+  const Setup& setup = decision.setup;
   const std::string frequency_hz = Decimal(CarrierFrequency(around_.presets, setup.carrier));
+  const auto abandon = [&](BrokenBy cause) {
+    decision.cause = cause;
+    decision.outcome = SetupOutcome::kAbandoned;
+  };
   ShowSetup(setup);
-  BrokenBy broken = BrokenBy::kNothing;
-  RunGuarded([&] { broken = TuneAndStart(setup, frequency_hz); });
-  return broken;
+  // Inside the guard, because what waits for its end may drop the call again.
+  RunGuarded([&] {
+    try {
+      const BrokenBy broken = TuneAndStart(setup, frequency_hz);
+      if (broken != BrokenBy::kNothing) abandon(broken);
+    } catch (...) {
+      abandon(BrokenBy::kFault);
+      Report(decision);
+      throw;
+    }
+    Report(decision);
+  });
 }
 
 void CallFollower::AbortBadTimeslot(const Setup& setup) {
@@ -147,8 +150,8 @@ std::string CallFollower::GroupLabel(std::int32_t gssi) {
 
 PollStep CallFollower::OnCallEvent(std::string_view line) {
   if (!FollowingCall() || CallId(line) != call_.FollowedCallId()) return PollStep::kGoesOn;
-  if (Contains(line, "D_Release")) return EndCall(EndKind::kReleased);
-  if (Contains(line, "D_Disconnect")) return EndCall(EndKind::kDisconnected);
+  if (Contains(line, "D_Release")) return EndCall(CallEnd::kReleased);
+  if (Contains(line, "D_Disconnect")) return EndCall(CallEnd::kDisconnected);
   if (Contains(line, "D_TX_Ceased")) TransmissionCeased();
   if (Contains(line, "D_TX_Granted")) TransmissionGranted(line);
   return PollStep::kGoesOn;
@@ -185,21 +188,21 @@ std::string CallFollower::TalkerLabel(std::int32_t ssi) {
 
 PollStep CallFollower::EndIfTimedOut() {
   if (!FollowingCall() || call_.CallTimeoutTicks != 0) return PollStep::kGoesOn;
-  return EndCall(EndKind::kTimedOut);
+  return EndCall(CallEnd::kTimedOut);
 }
 
-PollStep CallFollower::EndCall(EndKind kind) {
+PollStep CallFollower::EndCall(CallEnd kind) {
   PollStep step = PollStep::kEnds;
   RunGuarded([&] { step = EndGuarded(kind); });
   return step;
 }
 
-PollStep CallFollower::EndGuarded(EndKind kind) {
-  if (kind != EndKind::kTimedOut) LoadCountdown();
+PollStep CallFollower::EndGuarded(CallEnd kind) {
+  if (kind != CallEnd::kTimedOut) LoadCountdown();
   bookkeeping_.StoreCallSubscribers();
   call_.Clear(Call::Clearing::kEnded);
-  call_.EndFollowing();
-  AddStampedCallLine(EndText(kind));
+  EndFollowing(kind);
+  AddStampedCallLine(EndText(kind, call_.FollowedCallId()));
   AddCallLine(around_.form, "");
   // What is left undone here is done by the reset of the lost link, or by closing.
   if (Park(Tuning::kWhileLinked) != BrokenBy::kNothing) return PollStep::kEnds;
@@ -209,17 +212,12 @@ PollStep CallFollower::EndGuarded(EndKind kind) {
   return PollStep::kGoesOn;
 }
 
-std::string CallFollower::EndText(EndKind kind) const {
-  switch (kind) {
-    case EndKind::kReleased:
-      return CallIdText(call_.FollowedCallId()) + " - VC D-Released";
-    case EndKind::kDisconnected:
-      return CallIdText(call_.FollowedCallId()) + " - VC D-Disconnect";
-    case EndKind::kTimedOut:
-      break;
+void CallFollower::EndFollowing(CallEnd kind) {
+  const bool was_followed = FollowingCall();
+  call_.EndFollowing();
+  if (was_followed && watcher_ != nullptr) {
+    watcher_->FollowedCallEnded(call_.FollowedCallId(), kind);
   }
-  return " - Call timeout occured - Did not see D-Release for Call ID: " +
-         Decimal(call_.FollowedCallId());
 }
 
 void CallFollower::ResetCallDisplay() {
@@ -228,7 +226,7 @@ void CallFollower::ResetCallDisplay() {
 
 void CallFollower::ResetGuarded(Tuning tuning) {
   const bool was_followed = FollowingCall();
-  call_.EndFollowing();
+  EndFollowing(CallEnd::kReset);
   call_.Clear(Call::Clearing::kDropped);
   if (around_.flags.NetRemoteLinkUp) Park(tuning);
   call_.ShowIdle();
@@ -241,7 +239,7 @@ void CallFollower::ResetGuarded(Tuning tuning) {
 }
 
 void CallFollower::DropWithLink() {
-  call_.EndFollowing();
+  EndFollowing(CallEnd::kLinkLost);
   call_.Clear(Call::Clearing::kLinkLost);
   call_.ShowIdle();
   locks_.ResetHold();

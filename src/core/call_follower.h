@@ -16,6 +16,7 @@
 #include "base/wall_clock.h"
 #include "core/bookkeeping.h"
 #include "core/call.h"
+#include "core/call_watcher.h"
 #include "core/daily_calls.h"
 #include "core/group_locks.h"
 #include "core/ports.h"
@@ -54,6 +55,9 @@ class CallFollower {
   [[nodiscard]] GroupLocks& locks() { return locks_; }
   [[nodiscard]] bool FollowingCall() const { return call_.FollowingCall(); }
   [[nodiscard]] bool InSequence() const { return depth_ > 0; }
+
+  // `watcher` outlives the follower; nullptr: nobody.
+  void SetWatcher(CallWatcher* watcher) { watcher_ = watcher; }
 
   // -- What the network says.
 
@@ -103,7 +107,6 @@ class CallFollower {
 
  private:
   enum class Deferred { kPark, kLogModeOn, kLogModeOff };
-  enum class EndKind { kReleased, kDisconnected, kTimedOut };
   // What a tuning does between and after its two commands.
   enum class Tuning {
     kWhileLinked,  // ends when the program shuts down or the socket is not connected
@@ -112,7 +115,8 @@ class CallFollower {
   };
 
   // Setups.
-  BrokenBy Follow(const Setup& setup);
+  void Report(const SetupDecision& decision);
+  void Follow(SetupDecision& decision);
   BrokenBy TuneAndStart(const Setup& setup, const std::string& frequency_hz);
   void ShowSetup(const Setup& setup);
   void AbortBadTimeslot(const Setup& setup);
@@ -121,12 +125,12 @@ class CallFollower {
   [[nodiscard]] std::string GroupLabel(std::int32_t gssi);
 
   // Events and ends.
+  void EndFollowing(CallEnd kind);
   void TransmissionCeased();
   void TransmissionGranted(std::string_view line);
   [[nodiscard]] std::string TalkerLabel(std::int32_t ssi);
-  PollStep EndCall(EndKind kind);
-  PollStep EndGuarded(EndKind kind);
-  [[nodiscard]] std::string EndText(EndKind kind) const;
+  PollStep EndCall(CallEnd kind);
+  PollStep EndGuarded(CallEnd kind);
   void ResetGuarded(Tuning tuning);
   BrokenBy Tune(const std::string& frequency_hz, const std::string& gain, Tuning tuning);
   BrokenBy Park(Tuning tuning);
@@ -151,6 +155,7 @@ class CallFollower {
   Call call_;
   GroupLocks locks_;
   Bookkeeping bookkeeping_;
+  CallWatcher* watcher_ = nullptr;
   int depth_ = 0;
   std::vector<Deferred> deferred_;  // each once
 };

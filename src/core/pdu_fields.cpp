@@ -83,6 +83,10 @@ std::optional<std::int32_t> GrantedParty(std::string_view line) {
   return Digits<std::int32_t>(rest.substr(0, rest.find(' ')));
 }
 
+bool IsEncrypted(std::string_view line) {
+  return Contains(line, "PDU encrypted");
+}
+
 bool IsSetup(std::string_view line) {
   return Contains(line, "D_Setup") && Contains(line, "Basic_service:");
 }

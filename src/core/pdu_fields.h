@@ -26,6 +26,9 @@ namespace corvane {
 // "Party_SSI:", blanks around it dropped, or failing that the part before the first blank.
 [[nodiscard]] std::optional<std::int32_t> GrantedParty(std::string_view line);
 
+// The line's content could not be decoded.
+[[nodiscard]] bool IsEncrypted(std::string_view line);
+
 // True for a line that sets up a call.
 [[nodiscard]] bool IsSetup(std::string_view line);
 

@@ -61,7 +61,7 @@ std::string Scanner::TakeLine() {
   return *std::move(taken);
 }
 
-bool Scanner::IsRepeat(const std::string& line) {
+bool Scanner::IsRepeat(std::string_view line) {
   if (std::find(RecentLines.begin(), RecentLines.end(), line) != RecentLines.end()) return true;
   RecentLines[RecentLineSlot] = line;
   RecentLineSlot = RecentLineSlot == 0 ? 1 : 0;
@@ -81,18 +81,20 @@ void Scanner::ClearBoxWhenDue(const std::string& line) {
                       NowText(around_.clock) + " - 'Network Info' editbox has been cleared");
 }
 
-PollStep Scanner::HandleLine(const std::string& line) {
+PollStep Scanner::OnLine(std::string_view line) {
+  return HandleLine(line.empty() || IsRepeat(line) ? std::string_view() : line);
+}
+
+PollStep Scanner::HandleLine(std::string_view line) {
   CallFollower& follower = around_.follower;
   if (line.empty()) return follower.EndIfTimedOut();
   AppendToCcLog(line);
-  if (!Contains(line, "PDU encrypted")) {
-    ListLine(line);
-    if (IsSetup(line)) {
-      const SetupOutcome outcome = follower.OnSetup(line).outcome;
-      if (outcome == SetupOutcome::kAbandoned) return PollStep::kEnds;
-      if (outcome == SetupOutcome::kCounted || outcome == SetupOutcome::kCountedBefore) {
-        return follower.EndIfTimedOut();
-      }
+  ListLine(line);
+  if (IsSetup(line)) {
+    const SetupOutcome outcome = follower.OnSetup(line).outcome;
+    if (outcome == SetupOutcome::kAbandoned) return PollStep::kEnds;
+    if (outcome == SetupOutcome::kCounted || outcome == SetupOutcome::kCountedBefore) {
+      return follower.EndIfTimedOut();
     }
   }
   // Readers of this log rely on it: a line that LOG mode counted stands in it once, every other
@@ -103,20 +105,20 @@ PollStep Scanner::HandleLine(const std::string& line) {
   return follower.EndIfTimedOut();
 }
 
-void Scanner::ListLine(const std::string& line) {
-  if (around_.form.chkSuppressSomePduMessages.checked()) return;
+void Scanner::ListLine(std::string_view line) {
+  if (around_.form.chkSuppressSomePduMessages.checked() || IsEncrypted(line)) return;
   for (const char* name : kListedNames) {
     if (Contains(line, name)) {
-      AddCallLine(around_.form, NowText(around_.clock) + " - " + line);
+      AddCallLine(around_.form, NowText(around_.clock) + " - " + std::string(line));
     }
   }
 }
 
-void Scanner::AppendToCcLog(const std::string& line) {
+void Scanner::AppendToCcLog(std::string_view line) {
   if (!around_.form.chkCreateCcVcLog.checked()) return;
   const std::string& folder = around_.folders.DayFolder();
   if (folder.empty()) return;
-  around_.logs.Append(LogKind::kCcLog, folder + "\\TETRA_cc.log", line + "\r\n");
+  around_.logs.Append(LogKind::kCcLog, folder + "\\TETRA_cc.log", std::string(line) + "\r\n");
 }
 
 void Scanner::WriteEventLog() {

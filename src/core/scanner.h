@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "base/wall_clock.h"
 #include "core/call_follower.h"
@@ -36,6 +37,10 @@ class Scanner {
   // stack, or while the program shuts down. Lets events run.
   void ScanNetworkInfo();
 
+  // The part of a poll step that deals with a line: `line` has just been completed, "" for none. A
+  // line that repeats one of the two before it counts as none. Lets events run.
+  PollStep OnLine(std::string_view line);
+
   // The next poll step takes what stands in the box as history, as after each start.
   void ForgetPosition() { ScanPrimed = false; }
 
@@ -52,11 +57,11 @@ class Scanner {
 
  private:
   std::string TakeLine();
-  [[nodiscard]] bool IsRepeat(const std::string& line);
+  [[nodiscard]] bool IsRepeat(std::string_view line);
   void ClearBoxWhenDue(const std::string& line);
-  void ListLine(const std::string& line);
-  void AppendToCcLog(const std::string& line);
-  PollStep HandleLine(const std::string& line);
+  void ListLine(std::string_view line);
+  void AppendToCcLog(std::string_view line);
+  PollStep HandleLine(std::string_view line);
   void WriteEventLog();
 
   Surroundings around_;

@@ -61,7 +61,8 @@ SetupOutcome DecideGroupCall(const Setup& setup, const SetupSurroundings& around
   if (around.locks.IsDropped(setup.gssi)) return SetupOutcome::kDroppedByHand;
   if (around.locks.IsHeldElsewhere(setup.gssi)) return SetupOutcome::kHeldElsewhere;
   if (IsLockedOut(around, setup.gssi)) return SetupOutcome::kLockedOut;
-  if (!FitsInt32(CarrierFrequency(around.presets, setup.carrier))) return SetupOutcome::kBadCarrier;
+  if (!FitsInt32(CarrierFrequency(around.presets, setup.carrier)))
+    return SetupOutcome::kBadFrequency;
   if (setup.timeslot < 1 || setup.timeslot > kHighestTimeslot) return SetupOutcome::kBadTimeslot;
   return SetupOutcome::kFollowed;
 }
@@ -71,6 +72,10 @@ SetupOutcome DecideGroupCall(const Setup& setup, const SetupSurroundings& around
 SetupDecision DecideSetup(std::string_view line, const SetupSurroundings& surroundings) {
   SetupDecision decision;
   std::string_view service;
+  if (IsEncrypted(line)) {
+    decision.outcome = SetupOutcome::kEncrypted;
+    return decision;
+  }
   decision.malformed = TakeCaller(line, service, decision.setup);
   if (decision.malformed != SetupField::kNone) {
     decision.outcome = SetupOutcome::kMalformed;
@@ -88,8 +93,8 @@ SetupDecision DecideSetup(std::string_view line, const SetupSurroundings& surrou
 }
 
 bool SetupDecision::IsWhole() const {
-  return outcome != SetupOutcome::kMalformed && outcome != SetupOutcome::kIndividual &&
-         outcome != SetupOutcome::kNotGranted;
+  return outcome != SetupOutcome::kEncrypted && outcome != SetupOutcome::kMalformed &&
+         outcome != SetupOutcome::kIndividual && outcome != SetupOutcome::kNotGranted;
 }
 
 bool IsNewCallId(std::int16_t call_id, std::int16_t highest) {
@@ -107,28 +112,30 @@ bool IsToBeRecorded(const RecordingPage& page, std::int32_t gssi) {
 
 const char* NameOf(SetupOutcome outcome) {
   switch (outcome) {
+    case SetupOutcome::kEncrypted:
+      return "encrypted";
     case SetupOutcome::kMalformed:
       return "malformed";
     case SetupOutcome::kIndividual:
       return "individual";
     case SetupOutcome::kNotGranted:
-      return "not granted";
+      return "not_granted";
     case SetupOutcome::kCounted:
       return "counted";
     case SetupOutcome::kCountedBefore:
-      return "counted before";
+      return "counted_before";
     case SetupOutcome::kInCall:
-      return "in call";
+      return "in_call";
     case SetupOutcome::kDroppedByHand:
-      return "dropped by hand";
+      return "dropped_by_hand";
     case SetupOutcome::kHeldElsewhere:
-      return "held elsewhere";
+      return "held_elsewhere";
     case SetupOutcome::kLockedOut:
-      return "locked out";
-    case SetupOutcome::kBadCarrier:
-      return "bad carrier";
+      return "locked_out";
+    case SetupOutcome::kBadFrequency:
+      return "bad_frequency";
     case SetupOutcome::kBadTimeslot:
-      return "bad timeslot";
+      return "bad_timeslot";
     case SetupOutcome::kFollowed:
       return "followed";
     case SetupOutcome::kAbandoned:
@@ -154,6 +161,20 @@ const char* NameOf(SetupField field) {
     case SetupField::kCarrier:
       return "carrier";
     case SetupField::kNone:
+      break;
+  }
+  return "";
+}
+
+const char* NameOf(BrokenBy cause) {
+  switch (cause) {
+    case BrokenBy::kShutdown:
+      return "shutdown";
+    case BrokenBy::kSocket:
+      return "connection lost";
+    case BrokenBy::kFault:
+      return "fault";
+    case BrokenBy::kNothing:
       break;
   }
   return "";

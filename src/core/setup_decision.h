@@ -14,7 +14,9 @@
 
 namespace corvane {
 
+// What becomes of a setup line: each one ends as exactly one of these.
 enum class SetupOutcome {
+  kEncrypted,      // the line says so; nothing in it is relied on
   kMalformed,      // `malformed` is missing or no number of its type
   kIndividual,     // not a group's call
   kNotGranted,     // written down in LOG mode
@@ -24,7 +26,7 @@ enum class SetupOutcome {
   kDroppedByHand,  // by the user, a moment ago
   kHeldElsewhere,  // another group is held
   kLockedOut,      // its record says so
-  kBadCarrier,     // the frequency does not fit 32 bits
+  kBadFrequency,   // the carrier's does not fit 32 bits
   kBadTimeslot,    // none of 1 to 4
   kFollowed,
   kAbandoned,  // was to be followed, but `cause` came between
@@ -41,8 +43,8 @@ enum class SetupField {
   kCarrier,
 };
 
-// What ended a tuning before its second command was sent, or right after it.
-enum class BrokenBy { kNothing, kShutdown, kSocket };
+// What ended a tuning before its second command was sent, or right after it; kFault: an exception.
+enum class BrokenBy { kNothing, kShutdown, kSocket, kFault };
 
 struct SetupDecision {
   SetupOutcome outcome = SetupOutcome::kMalformed;
@@ -50,7 +52,7 @@ struct SetupDecision {
   BrokenBy cause = BrokenBy::kNothing;
   Setup setup;  // as far as it was read
 
-  // Whether the line had all its fields, so that its group is known to the network.
+  // Whether the line had all its fields and is a group's call, so that its group gets a record.
   [[nodiscard]] bool IsWhole() const;
 };
 
@@ -76,9 +78,13 @@ struct SetupSurroundings {
 // Whether the record mode wants the calls of `gssi` recorded.
 [[nodiscard]] bool IsToBeRecorded(const RecordingPage& page, std::int32_t gssi);
 
-// "followed", "held elsewhere", ...
+inline constexpr int kSetupOutcomes = static_cast<int>(SetupOutcome::kAbandoned) + 1;
+
+// "followed", "held_elsewhere", ...: one word each.
 [[nodiscard]] const char* NameOf(SetupOutcome outcome);
 // "Call ID", "timeslot", ...; "" for kNone.
 [[nodiscard]] const char* NameOf(SetupField field);
+// "shutdown", "connection lost", ...; "" for kNothing.
+[[nodiscard]] const char* NameOf(BrokenBy cause);
 
 }  // namespace corvane

@@ -49,6 +49,15 @@ class SetupDecisionTest : public ::testing::Test {
   std::int16_t highest_call_id_ = -1;
 };
 
+TEST_F(SetupDecisionTest, AnEncryptedLineWhateverIsInIt) {
+  FollowAnotherCall();
+  log_mode_ = true;
+  EXPECT_EQ(Decide(Line(9001) + "PDU encrypted").outcome, SetupOutcome::kEncrypted);
+  const SetupDecision nothing = Decide("D_Setup Basic_service: PDU encrypted");
+  EXPECT_EQ(nothing.outcome, SetupOutcome::kEncrypted);
+  EXPECT_FALSE(nothing.IsWhole());
+}
+
 TEST_F(SetupDecisionTest, AMissingFieldIsNamed) {
   FollowAnotherCall();
   const struct {
@@ -136,7 +145,7 @@ TEST_F(SetupDecisionTest, ALockedOutGroupEvenIfItIsHeld) {
 }
 
 TEST_F(SetupDecisionTest, ACarrierWhoseFrequencyDoesNotFit) {
-  EXPECT_EQ(Decide(Line(9001, 1, 9, 99999)).outcome, SetupOutcome::kBadCarrier);
+  EXPECT_EQ(Decide(Line(9001, 1, 9, 99999)).outcome, SetupOutcome::kBadFrequency);
 }
 
 TEST_F(SetupDecisionTest, ATimeslotThatDoesNotExist) {
@@ -164,10 +173,12 @@ TEST_F(SetupDecisionTest, ItCarriesTheFieldsAndChangesNothing) {
 
 TEST_F(SetupDecisionTest, EveryOutcomeAndFieldHasANameOfItsOwn) {
   std::set<std::string> names;
-  for (int i = 0; i <= static_cast<int>(SetupOutcome::kAbandoned); ++i) {
-    names.insert(NameOf(static_cast<SetupOutcome>(i)));
+  for (int i = 0; i < kSetupOutcomes; ++i) {
+    const std::string name = NameOf(static_cast<SetupOutcome>(i));
+    EXPECT_EQ(name.find_first_not_of("abcdefghijklmnopqrstuvwxyz_"), std::string::npos) << name;
+    names.insert(name);
   }
-  EXPECT_EQ(names.size(), 13U);
+  EXPECT_EQ(names.size(), 14U);
   names.clear();
   for (int i = 0; i <= static_cast<int>(SetupField::kCarrier); ++i) {
     names.insert(NameOf(static_cast<SetupField>(i)));
