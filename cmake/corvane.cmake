@@ -43,6 +43,10 @@ if(WIN32)
   target_compile_options(corvane_options INTERFACE
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=../../=)
   target_link_options(corvane_options INTERFACE -static -Wl,--no-insert-timestamp)
+elseif(NOT CORVANE_TESTS AND NOT CORVANE_FUZZ)
+  # The companion's native build, for the same reason.
+  target_compile_options(corvane_options INTERFACE
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=../../=)
 endif()
 
 # corvane_library(name sources...): the static library of one folder of src/. Sources ending in

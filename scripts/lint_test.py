@@ -18,7 +18,8 @@ GOOD = {
                       "add_subdirectory(src/ui)\nadd_subdirectory(src/store)\n"
                       "add_subdirectory(src/record)\n"
                       "add_subdirectory(src/panel)\nadd_subdirectory(tests)\n"
-                      "add_subdirectory(standin)\nadd_subdirectory(demo)\n",
+                      "add_subdirectory(standin)\nadd_subdirectory(demo)\n"
+                      "add_subdirectory(tools)\n",
     "src/base/CMakeLists.txt": "corvane_library(base\n  thing.cpp\n  thing_win.cpp)\n",
     "src/base/thing.h": "// A thing.\n#pragma once\n\n#include <string>\n",
     "src/base/thing.cpp": '// How things are.\n#include "base/thing.h"\n',
@@ -37,6 +38,8 @@ GOOD = {
                             "  // The first.\n  lblOne = 1001,\n  lblTwo = 1002,\n};\n",
     "standin/CMakeLists.txt": "add_library(standin model.cpp)\n",
     "standin/model.cpp": '// A model.\n#include "base/thing.h"\n',
+    "tools/CMakeLists.txt": "add_executable(tools tool.cpp)\n",
+    "tools/tool.cpp": '// A tool.\n#include "core/follow.h"\n',
     "demo/CMakeLists.txt": "add_executable(demo show.cpp)\n",
     "demo/show.cpp": "// Shows.\n#include <chrono>\n",
     "tests/CMakeLists.txt": "foreach(folder base)\n  add_subdirectory(unit/${folder})\n"
@@ -100,6 +103,12 @@ BROKEN = [
     ("Windows header in a portable source",
      {"src/base/box_win.h": "// Box.\n#pragma once\n\n#include <winsock2.h>\n",
       **code('#include "base/box_win.h"')}, "system-header", THING),
+    ("a tool includes a window", {"tools/tool.cpp": '// T.\n#include "ui/control_ids.h"\n'},
+     "direction", "tools/tool.cpp"),
+    ("the program includes a tool",
+     {"tools/tool.h": "// T.\n#pragma once\n",
+      "src/core/follow.cpp": '// F.\n#include "core/follow.h"\n\n#include "tools/tool.h"\n'},
+     "direction", "src/core/follow.cpp"),
     ("system header in the model", {"standin/model.cpp": "// M.\n#include <windows.h>\n"},
      "system-header", "standin/model.cpp"),
     ("system header in a test", {"tests/unit/base/thing_test.cpp": "#include <unistd.h>\n"},

@@ -3,6 +3,8 @@
 
 # Cross-building the Windows programs; the stand-in and the tests use nothing else.
 BUILD_PACKAGES="ca-certificates cmake ninja-build g++-mingw-w64-x86-64-posix googletest"
+# The companion for the command line on this system.
+TOOLS_PACKAGES="g++ libc6-dev"
 # Running Windows programs: wine's screen driver loads the X libraries only at run time.
 RUN_PACKAGES="wine wine64 xvfb xauth x11-utils pulseaudio pulseaudio-utils fonts-wine
   libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1"

@@ -16,6 +16,8 @@ LAYERS = {
     "app": ["ui", "link", "core", "record", "store", "panel", "base"],
 }
 STANDIN_USES = ["base"]
+# The companion decides as the program does, but has no window and no link.
+TOOLS_USE = ["core", "record", "store", "panel", "base"]
 
 STANDARD = set("""
     algorithm any array atomic barrier bit bitset cassert cctype cerrno charconv chrono cmath
@@ -32,6 +34,7 @@ BESIDE_THE_SEAMS = {"filesystem", "fstream", "iostream", "thread", "chrono", "ct
 # Other headers that one file may include all the same, each with the reason.
 OTHER_HEADERS = {
     ("bench/store_bench.cpp", "malloc.h"): "asks how much memory is in use",
+    ("tools/terminal_posix.cpp", "unistd.h"): "asks whether a stream is a terminal",
 }
 TEST_LIBRARIES = ("gtest/", "gmock/", "benchmark/")
 
@@ -109,6 +112,9 @@ def check_direction(path, line, target):
     elif parts[0] == "standin":
         if target_parts[0] != "standin" and target_parts[1] not in STANDIN_USES:
             yield Finding(path, line, "direction", f"standin may not include {target}")
+    elif parts[0] == "tools":
+        if target_parts[0] != "tools" and target_parts[1] not in TOOLS_USE:
+            yield Finding(path, line, "direction", f"tools may not include {target}")
     elif parts[:2] in (["tests", "sim"], ["tests", "sim_desktop"]) and \
             target.startswith("tests/desktop/"):
         yield Finding(path, line, "direction", "the simulation may not include the desktop tests")

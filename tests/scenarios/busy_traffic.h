@@ -52,6 +52,8 @@ struct TrafficOptions {
 inline constexpr std::int64_t kLogModeBegin_s = 23 * 3600 + 25 * 60;
 inline constexpr std::int64_t kFollowingBegin_s = 23 * 3600 + 34 * 60;
 
+inline constexpr int kLockedOutGroup = 9004;
+
 // The lists that the program begins with: labels, a locked-out group, a labelled subscriber.
 inline constexpr const char* kGroupList =
     "9001;262;42;Fire & rescue;0;True\r\n"

@@ -1,0 +1,70 @@
+// Code page, JSON and CSV.
+#include "tools/utf8.h"
+
+#include <array>
+
+namespace corvane::tools {
+
+namespace {
+
+// 0x80 to 0x9F; the five bytes without a letter stay control characters, as Windows has it.
+constexpr std::array<unsigned, 32> kUpper = {
+    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+
+void AppendLetter(std::string& text, unsigned letter) {
+  if (letter < 0x80) {
+    text += static_cast<char>(letter);
+  } else if (letter < 0x800) {
+    text += static_cast<char>(0xC0U | (letter >> 6U));
+    text += static_cast<char>(0x80U | (letter & 0x3FU));
+  } else {
+    text += static_cast<char>(0xE0U | (letter >> 12U));
+    text += static_cast<char>(0x80U | ((letter >> 6U) & 0x3FU));
+    text += static_cast<char>(0x80U | (letter & 0x3FU));
+  }
+}
+
+}  // namespace
+
+std::string Utf8(std::string_view ansi) {
+  std::string text;
+  text.reserve(ansi.size());
+  for (const char c : ansi) {
+    const unsigned byte = static_cast<unsigned char>(c);
+    AppendLetter(text, byte >= 0x80 && byte < 0xA0 ? kUpper[byte - 0x80] : byte);
+  }
+  return text;
+}
+
+std::string JsonString(std::string_view utf8) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string text = "\"";
+  for (const char c : utf8) {
+    const unsigned byte = static_cast<unsigned char>(c);
+    if (c == '"' || c == '\\') {
+      text += '\\';
+      text += c;
+    } else if (byte < 0x20) {
+      text += "\\u00";
+      text += kDigits[byte >> 4U];
+      text += kDigits[byte & 0xFU];
+    } else {
+      text += c;
+    }
+  }
+  return text + '"';
+}
+
+std::string CsvField(std::string_view utf8) {
+  if (utf8.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(utf8);
+  std::string text = "\"";
+  for (const char c : utf8) {
+    if (c == '"') text += '"';
+    text += c;
+  }
+  return text + '"';
+}
+
+}  // namespace corvane::tools

@@ -1,0 +1,19 @@
+// Text of the ANSI code page as other programs read it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvane::tools {
+
+// Windows-1252, the code page of western Europe, as UTF-8. Every byte gives one letter, so the
+// result is always valid.
+[[nodiscard]] std::string Utf8(std::string_view ansi);
+
+// The text between quotation marks as JSON has it. `utf8` is valid UTF-8.
+[[nodiscard]] std::string JsonString(std::string_view utf8);
+
+// A field of a line of comma-separated values, in quotation marks where it needs them.
+[[nodiscard]] std::string CsvField(std::string_view utf8);
+
+}  // namespace corvane::tools
