@@ -1,7 +1,6 @@
 // The file system seam: whole-file operations, each of which either happens or gives a number.
 //
-// Paths are absolute, in the ANSI code page, with "\" between the parts (the simulated file system
-// maps them into a temporary folder).
+// Paths are absolute, in the ANSI code page, with "\" between the parts.
 #pragma once
 
 #include <cstddef>

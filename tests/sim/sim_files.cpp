@@ -1,81 +1,14 @@
-// The simulated file system on a real temporary folder.
+// What each operation of the seam does step by step, and what can go wrong at a step.
 #include "sim/sim_files.h"
 
-#include <algorithm>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
-#include <system_error>
 #include <utility>
 
 #include "base/text.h"
 
 namespace corvane::sim {
 
-namespace fs = std::filesystem;
-
-namespace {
-
-constexpr std::string_view kForbidden = "<>\"/|?*:";
-
-bool NameAllowed(const std::string& name) {
-  return name != "." && name != ".." && std::ranges::none_of(name, [](char c) {
-           return static_cast<unsigned char>(c) < 32 ||
-                  kForbidden.find(c) != std::string_view::npos;
-         });
-}
-
-// The entry of `folder` with that name in whatever case; the name itself when there is none.
-fs::path Entry(const fs::path& folder, const std::string& name) {
-  std::error_code error;
-  if (fs::exists(folder / name, error)) return folder / name;
-  const std::string wanted = Lowered(name);
-  for (const auto& entry : fs::directory_iterator(folder, error)) {
-    if (Lowered(entry.path().filename().string()) == wanted) return entry.path();
-  }
-  return folder / name;
-}
-
-std::optional<std::string> ReadHost(const fs::path& path) {
-  std::error_code error;
-  if (!fs::is_regular_file(path, error)) return std::nullopt;
-  std::ifstream file(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
-void WriteHost(const fs::path& path, std::string_view content) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file.write(content.data(), static_cast<std::streamsize>(content.size()));
-  file.close();
-  if (!file) throw std::runtime_error("the test's own file cannot be written: " + path.string());
-}
-
-}  // namespace
-
 SimFiles::SimFiles() {
-  std::string name = (fs::temp_directory_path() / "corvane-files-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-  root_ = name;
-  PutDirectory("C:\\Corvane");
-}
-
-SimFiles::~SimFiles() {
-  std::error_code ignored;
-  fs::remove_all(root_, ignored);
-}
-
-fs::path SimFiles::HostPath(const std::string& path) const {
-  fs::path host = root_;
-  for (const std::string& part : Split(path, '\\')) {
-    if (part.empty()) continue;
-    const bool drive = host == root_ && part.size() == 2 && part[1] == ':';
-    const std::string name = drive ? Lowered(part.substr(0, 1)) : part;
-    // A name that the system would refuse leads nowhere.
-    if (!NameAllowed(name)) return root_ / "no such folder" / "name";
-    host = Entry(host, name);
-  }
-  return host;
+  disk_.MakeDirectories("C:\\Corvane");
 }
 
 std::string SimFiles::Key(std::string_view path) {
@@ -87,7 +20,7 @@ void SimFiles::CountStep() {
 }
 
 void SimFiles::LoseUnflushed() {
-  for (const auto& [host, left] : unflushed_) WriteHost(host, left);
+  for (const auto& [key, left] : unflushed_) disk_.Create(key) = left;
   unflushed_.clear();
 }
 
@@ -119,27 +52,25 @@ bool SimFiles::IsHeld(const std::string& key, Use use) {
   const auto held = held_while_.find(key);
   if (held != held_while_.end() && held->second()) return true;
   if (scanned_until_ms_.empty()) return false;
-  const auto scanned = scanned_until_ms_.find(HostPath(key));
+  const auto scanned = scanned_until_ms_.find(key);
   return scanned != scanned_until_ms_.end() && scanner_clock_() < scanned->second &&
          (use == Use::kWrite || !scanner_lets_read_);
 }
 
 void SimFiles::Scan(const std::string& path) {
-  if (scan_ms_ > 0) scanned_until_ms_[HostPath(path)] = scanner_clock_() + scan_ms_;
+  if (scan_ms_ > 0) scanned_until_ms_[Key(path)] = scanner_clock_() + scan_ms_;
 }
 
 bool SimFiles::Exists(const std::string& path) {
   NoteOperation();
   ++questions_;
-  std::error_code error;
-  return fs::exists(HostPath(path), error);
+  return disk_.Exists(path);
 }
 
 bool SimFiles::IsDirectory(const std::string& path) {
   NoteOperation();
   ++questions_;
-  std::error_code error;
-  return fs::is_directory(HostPath(path), error);
+  return disk_.IsDirectory(path);
 }
 
 bool SimFiles::IsReadOnly(const std::string& path) {
@@ -150,50 +81,39 @@ bool SimFiles::IsReadOnly(const std::string& path) {
 FileError SimFiles::MakeDirectory(const std::string& path) {
   NoteOperation();
   if (const FileError error = Step(path, Use::kWrite)) return error;
-  const fs::path host = HostPath(path);
-  std::error_code error;
-  if (fs::exists(host, error)) return kPathAccess;
-  if (!fs::is_directory(host.parent_path(), error)) return kPathNotFound;
-  return fs::create_directory(host, error) ? kFileOk : kPathAccess;
+  if (disk_.Exists(path)) return kPathAccess;
+  if (!disk_.HasParent(path)) return kPathNotFound;
+  disk_.MakeDirectory(path);
+  return kFileOk;
 }
 
 FileError SimFiles::Delete(const std::string& path) {
   NoteOperation();
   if (const FileError error = Step(path, Use::kWrite)) return error;
-  const fs::path host = HostPath(path);
-  std::error_code error;
-  if (fs::is_directory(host, error)) return kPathAccess;
-  if (!fs::is_directory(host.parent_path(), error)) return kPathNotFound;
-  unflushed_.erase(host);
-  return fs::remove(host, error) ? kFileOk : kFileNotFound;
+  if (disk_.IsDirectory(path)) return kPathAccess;
+  if (!disk_.HasParent(path)) return kPathNotFound;
+  unflushed_.erase(Key(path));
+  return disk_.Remove(path) ? kFileOk : kFileNotFound;
 }
 
-FileError SimFiles::Move(const fs::path& from, const fs::path& to) {
-  std::error_code error;
-  fs::rename(from, to, error);
-  if (error) return kPathAccess;
-  unflushed_.erase(to);
-  if (auto entry = unflushed_.extract(from)) {
-    entry.key() = to;
+void SimFiles::Move(const std::string& from, const std::string& to) {
+  disk_.Move(from, to);
+  unflushed_.erase(Key(to));
+  if (auto entry = unflushed_.extract(Key(from))) {
+    entry.key() = Key(to);
     unflushed_.insert(std::move(entry));
   }
-  return kFileOk;
+  Scan(to);
 }
 
 FileError SimFiles::Rename(const std::string& from, const std::string& to) {
   NoteOperation();
   if (const FileError error = Step(from, Use::kWrite)) return error;
-  std::error_code error;
-  const fs::path source = HostPath(from);
-  const fs::path target = HostPath(to);
-  if (!fs::exists(source, error)) {
-    return fs::is_directory(source.parent_path(), error) ? kFileNotFound : kPathNotFound;
-  }
-  if (fs::exists(target, error)) return kFileExists;
-  if (!fs::is_directory(target.parent_path(), error)) return kPathNotFound;
-  const FileError moved = Move(source, target);
-  if (moved == kFileOk) Scan(to);
-  return moved;
+  if (!disk_.Exists(from)) return disk_.HasParent(from) ? kFileNotFound : kPathNotFound;
+  if (disk_.Exists(to)) return kFileExists;
+  if (!disk_.HasParent(to)) return kPathNotFound;
+  Move(from, to);
+  return kFileOk;
 }
 
 FileError SimFiles::MoveOver(const std::string& from, const std::string& to) {
@@ -203,31 +123,23 @@ FileError SimFiles::MoveOver(const std::string& from, const std::string& to) {
   if (locked_.contains(key) || write_locked_.contains(key) || IsHeld(key, Use::kWrite)) {
     return kPermissionDenied;
   }
-  std::error_code error;
-  const fs::path source = HostPath(from);
-  const fs::path target = HostPath(to);
-  if (!fs::exists(source, error)) {
-    return fs::is_directory(source.parent_path(), error) ? kFileNotFound : kPathNotFound;
-  }
-  if (fs::is_directory(target, error)) return kPathAccess;
-  if (!fs::is_directory(target.parent_path(), error)) return kPathNotFound;
-  if (moves_in_two_steps_ && fs::remove(target, error)) {
+  if (!disk_.Exists(from)) return disk_.HasParent(from) ? kFileNotFound : kPathNotFound;
+  if (disk_.IsDirectory(to)) return kPathAccess;
+  if (!disk_.HasParent(to)) return kPathNotFound;
+  if (moves_in_two_steps_ && disk_.Remove(to)) {
     if (const FileError failed = Step(to, Use::kWrite)) return failed;
   }
-  const FileError moved = Move(source, target);
-  if (moved == kFileOk) Scan(to);
-  return moved;
+  Move(from, to);
+  return kFileOk;
 }
 
 FileError SimFiles::ReadAll(const std::string& path, std::string& content) {
   NoteOperation();
   if (const FileError error = Step(path, Use::kRead)) return error;
-  const fs::path host = HostPath(path);
-  std::error_code error;
-  if (fs::is_directory(host, error)) return kPathAccess;
-  std::optional<std::string> read = ReadHost(host);
-  if (!read) return fs::is_directory(host.parent_path(), error) ? kFileNotFound : kPathNotFound;
-  content = std::move(*read);
+  if (disk_.IsDirectory(path)) return kPathAccess;
+  const std::string* read = disk_.Content(path);
+  if (read == nullptr) return disk_.HasParent(path) ? kFileNotFound : kPathNotFound;
+  content = *read;
   return kFileOk;
 }
 
@@ -251,28 +163,25 @@ FileError SimFiles::ReadPart(const std::string& path, std::uint64_t offset, std:
 
 FileError SimFiles::OpenForWriting(const std::string& path, bool truncate, std::uint64_t& size) {
   if (const FileError error = Step(path, Use::kWrite)) return error;
-  const fs::path host = HostPath(path);
-  std::error_code error;
-  if (fs::is_directory(host, error)) return kPathAccess;
-  if (!fs::is_directory(host.parent_path(), error)) return kPathNotFound;
-  if (truncate || !fs::exists(host, error)) {
-    WriteHost(host, {});
-    unflushed_[host] = "";
-  } else if (!unflushed_.contains(host)) {
-    unflushed_[host] = ReadHost(host).value_or("");
+  if (disk_.IsDirectory(path)) return kPathAccess;
+  if (!disk_.HasParent(path)) return kPathNotFound;
+  const std::string* before = disk_.Content(path);
+  if (truncate || before == nullptr) {
+    disk_.Create(path);
+    unflushed_[Key(path)] = "";
+  } else {
+    unflushed_.try_emplace(Key(path), *before);
   }
-  size = fs::file_size(host);
+  size = disk_.Content(path)->size();
   return kFileOk;
 }
 
 FileError SimFiles::Write(const std::string& path, std::string_view content, std::uint64_t offset) {
-  const fs::path host = HostPath(path);
   const auto write = [&](std::string_view bytes) {
-    std::fstream file(host, std::ios::in | std::ios::out | std::ios::binary);
-    file.seekp(static_cast<std::streamoff>(offset));
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    if (!file) throw std::runtime_error("cannot be written: " + host.string());
+    std::string& file = *disk_.Content(path);
+    const auto at = static_cast<std::size_t>(offset);
+    if (file.size() < at) file.resize(at);
+    file.replace(at, bytes.size(), bytes);
   };
   const std::string_view half = content.substr(0, content.size() / 2);
   if (steps_ + 1 == kill_at_) write(half);
@@ -297,7 +206,7 @@ FileError SimFiles::WriteAll(const std::string& path, std::string_view content) 
   if (const FileError error = Write(path, content, 0)) return error;
   const FileError flushed = Step(path, Use::kWrite);
   if (flushed == kFileOk) {
-    unflushed_.erase(HostPath(path));
+    unflushed_.erase(Key(path));
     Scan(path);
   }
   return flushed;
@@ -309,7 +218,7 @@ FileError SimFiles::Append(const std::string& path, std::string_view content) {
   if (const FileError error = OpenForWriting(path, false, size)) return error;
   const FileError error = Write(path, content, size);
   if (error != kFileOk) {
-    fs::resize_file(HostPath(path), size);
+    disk_.Content(path)->resize(static_cast<std::size_t>(size));
   } else {
     Scan(path);
   }
@@ -415,36 +324,26 @@ void SimFiles::Restart() {
 }
 
 std::optional<std::string> SimFiles::Content(const std::string& path) const {
-  return ReadHost(HostPath(path));
+  const std::string* content = disk_.Content(path);
+  return content == nullptr ? std::nullopt : std::optional(*content);
 }
 
 void SimFiles::Put(const std::string& path, std::string_view content) {
-  const fs::path host = HostPath(path);
-  fs::create_directories(host.parent_path());
-  WriteHost(host, content);
-  unflushed_.erase(host);
+  disk_.MakeDirectories(path.substr(0, path.rfind('\\')));
+  disk_.Create(path) = content;
+  unflushed_.erase(Key(path));
 }
 
 void SimFiles::PutDirectory(const std::string& path) {
-  fs::create_directories(HostPath(path));
+  disk_.MakeDirectories(path);
 }
 
 void SimFiles::Remove(const std::string& path) {
-  fs::remove_all(HostPath(path));
+  disk_.Remove(path);
 }
 
 std::vector<std::string> SimFiles::List(const std::string& folder) const {
-  const fs::path host = HostPath(folder);
-  std::vector<std::string> names;
-  std::error_code error;
-  for (const auto& entry : fs::recursive_directory_iterator(host, error)) {
-    if (!entry.is_regular_file(error)) continue;
-    std::string name = entry.path().lexically_relative(host).string();
-    std::ranges::replace(name, '/', '\\');
-    names.push_back(std::move(name));
-  }
-  std::ranges::sort(names);
-  return names;
+  return disk_.List(folder);
 }
 
 }  // namespace corvane::sim

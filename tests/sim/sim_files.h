@@ -1,11 +1,10 @@
-// The file system in a temporary folder: real files that can be refused, run out of room, stay half
-// written, or see the program killed at any step.
+// The file system in memory: files that can be refused, run out of room, stay half written, or see
+// the program killed at any step.
 //
 // Knows paths as the program writes them ("C:\Corvane\Daily"), without regard to case.
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
@@ -16,6 +15,7 @@
 #include <vector>
 
 #include "base/files.h"
+#include "sim/memory_disk.h"
 
 namespace corvane::sim {
 
@@ -26,9 +26,8 @@ struct PowerCut {};
 
 class SimFiles : public Files {
  public:
-  // An empty file system with the folder C:\Corvane; removed at the end.
+  // An empty file system with the folder C:\Corvane.
   SimFiles();
-  ~SimFiles() override;
   SimFiles(const SimFiles&) = delete;
   SimFiles& operator=(const SimFiles&) = delete;
 
@@ -90,7 +89,6 @@ class SimFiles : public Files {
   [[nodiscard]] int operations_after_end() const { return operations_after_end_; }
 
   // The test's own access, outside of all faults and counts.
-  [[nodiscard]] std::filesystem::path HostPath(const std::string& path) const;
   // nullopt when there is no such file.
   [[nodiscard]] std::optional<std::string> Content(const std::string& path) const;
   // Makes the folders above it as well.
@@ -104,7 +102,7 @@ class SimFiles : public Files {
   enum class Use { kRead, kWrite };
   FileError Step(const std::string& path, Use use);
   FileError Write(const std::string& path, std::string_view content, std::uint64_t offset);
-  FileError Move(const std::filesystem::path& from, const std::filesystem::path& to);
+  void Move(const std::string& from, const std::string& to);
   FileError OpenForWriting(const std::string& path, bool truncate, std::uint64_t& size);
   void CountStep();
   void LoseUnflushed();
@@ -113,7 +111,7 @@ class SimFiles : public Files {
   [[nodiscard]] bool IsHeld(const std::string& key, Use use);
   void Scan(const std::string& path);
 
-  std::filesystem::path root_;
+  MemoryDisk disk_;
   int steps_ = 0;
   int fail_at_ = 0;
   FileError fail_with_ = kPathAccess;
@@ -121,7 +119,7 @@ class SimFiles : public Files {
   int cut_at_ = 0;
   int questions_ = 0;
   std::function<void()> on_step_;
-  std::map<std::filesystem::path, std::string> unflushed_;  // what a power cut leaves of a file
+  std::map<std::string, std::string> unflushed_;  // what a power cut leaves of a file
   std::map<std::string, FileError> failing_parts_;
   std::optional<std::uint64_t> room_;
   std::set<std::string> locked_;
@@ -131,7 +129,7 @@ class SimFiles : public Files {
   std::function<std::int64_t()> scanner_clock_;
   int scan_ms_ = 0;
   bool scanner_lets_read_ = false;
-  std::map<std::filesystem::path, std::int64_t> scanned_until_ms_;
+  std::map<std::string, std::int64_t> scanned_until_ms_;
   bool moves_in_two_steps_ = false;
   bool ended_ = false;
   int operations_after_end_ = 0;
