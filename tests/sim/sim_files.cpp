@@ -133,32 +133,30 @@ FileError SimFiles::MoveOver(const std::string& from, const std::string& to) {
   return kFileOk;
 }
 
-FileError SimFiles::ReadAll(const std::string& path, std::string& content) {
+FileError SimFiles::OpenForReading(const std::string& path, const std::string*& content) {
   NoteOperation();
   if (const FileError error = Step(path, Use::kRead)) return error;
   if (disk_.IsDirectory(path)) return kPathAccess;
-  const std::string* read = disk_.Content(path);
-  if (read == nullptr) return disk_.HasParent(path) ? kFileNotFound : kPathNotFound;
-  content = *read;
-  return kFileOk;
+  content = disk_.Content(path);
+  if (content != nullptr) return kFileOk;
+  return disk_.HasParent(path) ? kFileNotFound : kPathNotFound;
+}
+
+FileError SimFiles::ReadAll(const std::string& path, std::string& content) {
+  const std::string* file = nullptr;
+  const FileError error = OpenForReading(path, file);
+  if (error == kFileOk) content = *file;
+  return error;
 }
 
 FileError SimFiles::ReadPart(const std::string& path, std::uint64_t offset, std::size_t size,
                              std::string& content) {
-  NoteOperation();
-  if (const FileError error = Step(path, Use::kRead)) return error;
-  const fs::path host = HostPath(path);
-  std::error_code error;
-  if (fs::is_directory(host, error)) return kPathAccess;
-  if (!fs::exists(host, error)) {
-    return fs::is_directory(host.parent_path(), error) ? kFileNotFound : kPathNotFound;
+  const std::string* file = nullptr;
+  const FileError error = OpenForReading(path, file);
+  if (error == kFileOk) {
+    content = offset < file->size() ? file->substr(static_cast<std::size_t>(offset), size) : "";
   }
-  std::ifstream file(host, std::ios::binary);
-  file.seekg(static_cast<std::streamoff>(offset));
-  content.resize(size);
-  file.read(content.data(), static_cast<std::streamsize>(size));
-  content.resize(static_cast<std::size_t>(file.gcount()));
-  return kFileOk;
+  return error;
 }
 
 FileError SimFiles::OpenForWriting(const std::string& path, bool truncate, std::uint64_t& size) {

@@ -103,6 +103,7 @@ class SimFiles : public Files {
   FileError Step(const std::string& path, Use use);
   FileError Write(const std::string& path, std::string_view content, std::uint64_t offset);
   void Move(const std::string& from, const std::string& to);
+  FileError OpenForReading(const std::string& path, const std::string*& content);
   FileError OpenForWriting(const std::string& path, bool truncate, std::uint64_t& size);
   void CountStep();
   void LoseUnflushed();

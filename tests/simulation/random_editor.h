@@ -21,8 +21,8 @@ class RandomEditor {
   // One thing at random: opens the editor from somewhere, or uses the open one.
   void Use();
   // After every event: nothing of a known group or subscriber is other than the user's edits left
-  // it, and an open editor shows the lockouts as they are.
-  void Check();
+  // it, and an open editor shows the lockouts as they are. What is not so, "" when all is.
+  [[nodiscard]] std::string Check();
 
   [[nodiscard]] int edits() const { return edits_; }
 

@@ -1,7 +1,5 @@
 // The editor's user, and the account.
-#include "scenarios/random_editor.h"
-
-#include <gtest/gtest.h>
+#include "simulation/random_editor.h"
 
 #include "base/number_text.h"
 #include "store/list_text.h"
@@ -145,34 +143,34 @@ void RandomEditor::ToggleLockout(Dialog& dialog) {
   world_.editor->MouseUp(dialog.lstGSSI_Lockouts, kRightButton, line);
 }
 
-void RandomEditor::Check() {
+std::string RandomEditor::Check() {
   const App::View view = world_.view();
   for (const GssiRecord& record : view.groups) {
     const Group now{std::string(record.Label.padded()), record.Priority, record.Follow};
     const auto [known, is_new] = groups_.try_emplace({record.Mcc, record.Mnc, record.Gssi}, now);
-    if (!is_new) {
-      EXPECT_EQ(now.label, known->second.label) << record.Gssi;
-      EXPECT_EQ(now.priority, known->second.priority) << record.Gssi;
-      EXPECT_EQ(now.follow, known->second.follow) << record.Gssi;
+    if (!is_new && now != known->second) {
+      return "group " + std::to_string(record.Gssi) + " is another than it was edited to";
     }
   }
   for (const SsiRecord& record : view.subscribers) {
     const std::string now(record.Label.padded());
     const auto [known, is_new] =
         subscribers_.try_emplace({record.Mcc, record.Mnc, record.LastGssi, record.Ssi}, now);
-    if (!is_new) {
-      EXPECT_EQ(now, known->second) << record.Ssi;
+    if (!is_new && now != known->second) {
+      return "subscriber " + std::to_string(record.Ssi) + " is another than it was edited to";
     }
   }
-  if (view.dialog == nullptr) return;
+  if (view.dialog == nullptr) return {};
   const CheckList& list = view.dialog->lstGSSI_Lockouts;
   for (int line = 0; line < list.count(); ++line) {
     const auto group =
         groups_.find({CodeOf(view.dialog->cboCountry), CodeOf(view.dialog->cboNetworks),
                       NumberAt(list, line).value_or(-1)});
-    ASSERT_NE(group, groups_.end()) << list.Item(line);
-    EXPECT_EQ(list.ticked(line), group->second.follow) << list.Item(line);
+    if (group == groups_.end() || list.ticked(line) != group->second.follow) {
+      return "the editor shows another lockout: " + list.Item(line);
+    }
   }
+  return {};
 }
 
 }  // namespace corvane::sim

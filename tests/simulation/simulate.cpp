@@ -1,0 +1,167 @@
+// The whole program against the radio model, seed after seed:
+//   simulate [--from SEED] [--runs N] [--minutes M] [--jobs J]
+//   simulate --plan FILE        one plan as it stands, with its trace
+// A seed that finds something is shrunk to its shortest failing plan, which is printed; the exit
+// code is then 1, after wrong arguments 2. At the end a table of what was done, and how often the
+// program was well after it.
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "base/number_text.h"
+#include "simulation/player.h"
+
+namespace {
+
+using corvane::sim::Plan;
+using corvane::sim::Played;
+
+struct Wanted {
+  int from = 1;
+  int runs = 100;
+  int minutes = 10;
+  int jobs = 1;
+  std::string plan;
+};
+
+struct Sum {
+  std::mutex lock;
+  std::map<std::string, std::pair<int, int>> kinds;  // steps carried out, and in how many runs
+  long runs = 0;
+  long followed = 0;
+  long expected = 0;
+  long in_waits = 0;
+  long edits = 0;
+  long long virtual_ms = 0;
+  std::optional<Plan> failing;
+  std::string violation;
+};
+
+std::optional<Wanted> ReadArguments(int argc, char** argv) {
+  Wanted wanted;
+  for (int i = 1; i < argc; i += 2) {
+    const std::string name = argv[i];
+    if (i + 1 == argc) return std::nullopt;
+    if (name == "--plan") {
+      wanted.plan = argv[i + 1];
+      continue;
+    }
+    int* value = name == "--from"      ? &wanted.from
+                 : name == "--runs"    ? &wanted.runs
+                 : name == "--minutes" ? &wanted.minutes
+                 : name == "--jobs"    ? &wanted.jobs
+                                       : nullptr;
+    const auto number = corvane::ParseDecimal<int>(argv[i + 1]);
+    if (value == nullptr || !number || *number < 1) return std::nullopt;
+    *value = *number;
+  }
+  return wanted;
+}
+
+int PlayFile(const std::string& file) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) {
+    std::fprintf(stderr, "%s cannot be read\n", file.c_str());
+    return 2;
+  }
+  const Played played =
+      corvane::sim::Play(corvane::sim::PlanFromText(std::string(std::istreambuf_iterator(in), {})));
+  for (const std::string& line : played.trace) std::printf("%s\n", line.c_str());
+  std::printf("%s\n", played.violation.empty() ? "nothing found" : played.violation.c_str());
+  return played.violation.empty() ? 0 : 1;
+}
+
+void Add(Sum& sum, const Plan& plan, const Played& played) {
+  const std::lock_guard guard(sum.lock);
+  ++sum.runs;
+  sum.followed += played.followed;
+  sum.expected += played.expected;
+  sum.in_waits += played.in_waits;
+  sum.edits += played.edits;
+  sum.virtual_ms += played.at_ms;
+  for (const auto& [kind, count] : played.kinds) {
+    sum.kinds[kind].first += count;
+    ++sum.kinds[kind].second;
+  }
+  if (!played.violation.empty() && (!sum.failing || plan.seed < sum.failing->seed)) {
+    sum.failing = plan;
+    sum.violation = played.violation;
+  }
+}
+
+void RunAll(const Wanted& wanted, Sum& sum) {
+  std::atomic<int> next = wanted.from;
+  std::vector<std::thread> workers;
+  for (int job = 0; job < wanted.jobs; ++job) {
+    workers.emplace_back([&] {
+      for (;;) {
+        const int seed = next++;
+        if (seed >= wanted.from + wanted.runs) return;
+        {
+          const std::lock_guard guard(sum.lock);
+          if (sum.failing) return;
+        }
+        const Plan plan = corvane::sim::MakePlan(static_cast<unsigned>(seed), wanted.minutes);
+        Add(sum, plan, corvane::sim::Play(plan));
+      }
+    });
+  }
+  for (std::thread& worker : workers) worker.join();
+}
+
+void Report(const Sum& sum, double seconds, int jobs) {
+  std::printf("%-40s %9s %9s\n", "injected", "times", "runs");
+  for (const auto& [kind, counts] : sum.kinds) {
+    std::printf("%-40s %9d %9d\n", kind.c_str(), counts.first, counts.second);
+  }
+  const double hours = static_cast<double>(sum.virtual_ms) / 3'600'000.0;
+  std::printf(
+      "%ld runs, %.1f virtual hours in %.1f s on %d threads: %.0f times real time each\n"
+      "%ld calls followed, %ld of them had to be; %ld actions inside waits, %ld edits\n",
+      sum.runs, hours, seconds, jobs, hours * 3600.0 / seconds / jobs, sum.followed, sum.expected,
+      sum.in_waits, sum.edits);
+}
+
+void Explain(const Sum& sum) {
+  std::printf("seed %u: %s\nshrinking %zu steps...\n", sum.failing->seed, sum.violation.c_str(),
+              sum.failing->steps.size());
+  const Plan least = corvane::sim::Shrink(*sum.failing, [&](const Plan& plan) {
+    return corvane::sim::Play(plan).violation == sum.violation;
+  });
+  std::printf("--- %s\n%s---\n", sum.violation.c_str(), corvane::sim::ToText(least).c_str());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const auto wanted = ReadArguments(argc, argv);
+  if (!wanted) {
+    std::fprintf(stderr,
+                 "usage: simulate [--from SEED] [--runs N] [--minutes M] [--jobs J]\n"
+                 "       simulate --plan FILE\n");
+    return 2;
+  }
+  try {
+    if (!wanted->plan.empty()) return PlayFile(wanted->plan);
+    Sum sum;
+    const auto begin = std::chrono::steady_clock::now();
+    RunAll(*wanted, sum);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    Report(sum, took.count(), wanted->jobs);
+    if (!sum.failing) return 0;
+    Explain(sum);
+    return 1;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 2;
+  }
+}

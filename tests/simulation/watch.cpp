@@ -1,0 +1,238 @@
+// What is expected of the program from what is on the air; what is seen of it.
+#include "simulation/watch.h"
+
+#include <algorithm>
+
+#include "base/number_text.h"
+#include "base/text.h"
+
+namespace corvane::sim {
+
+namespace {
+
+constexpr std::int64_t kFollowWithinMs = 1500;
+constexpr std::int64_t kSetUpTakesMs = 3000;
+constexpr std::int64_t kTunedWithinMs = 2000;
+constexpr std::int64_t kParkedWithinMs = 4000;
+// The longest time-out that a user can set, and what the way back takes.
+constexpr std::int64_t kGivenUpWithinMs = 34'000;
+constexpr std::int64_t kRecordingEndsWithinMs = 3000;
+constexpr std::int64_t kBetweenSetupsMs = 1000;
+
+std::string Argument(const std::string& command, const std::string& name) {
+  const std::size_t at = command.find(" " + name + "=");
+  if (at == std::string::npos) return {};
+  const std::size_t from = at + name.size() + 2;
+  return command.substr(from, command.find(' ', from) - from);
+}
+
+int NumberArgument(const std::string& command, const std::string& name) {
+  return ParseDecimal<int>(Argument(command, name)).value_or(0);
+}
+
+// Each record as a line, in an order of its own: a list may be sorted by being saved.
+std::vector<std::string> GroupsIn(const App::View& view) {
+  std::vector<std::string> lines;
+  for (const GssiRecord& record : view.groups) {
+    lines.push_back(std::to_string(record.Gssi) + ";" + std::to_string(record.Mcc) + ";" +
+                    std::to_string(record.Mnc) + ";" + std::string(record.Label.padded()) + ";" +
+                    std::to_string(record.Priority) + (record.Follow ? ";True" : ";False"));
+  }
+  std::ranges::sort(lines);
+  return lines;
+}
+
+std::vector<std::string> SubscribersIn(const App::View& view) {
+  std::vector<std::string> lines;
+  for (const SsiRecord& record : view.subscribers) {
+    lines.push_back(std::to_string(record.Ssi) + ";" + std::to_string(record.LastGssi) + ";" +
+                    std::to_string(record.Mcc) + ";" + std::to_string(record.Mnc) + ";" +
+                    std::string(record.Label.padded()));
+  }
+  std::ranges::sort(lines);
+  return lines;
+}
+
+}  // namespace
+
+void Watch::Violated(const std::string& what) {
+  if (violation_.empty()) violation_ = what;
+}
+
+bool Watch::IsLocked(std::int32_t group) const {
+  const App::View view = world_.app->view();
+  return std::any_of(view.groups.begin(), view.groups.end(), [&](const GssiRecord& record) {
+    return record.Gssi == group && record.Mcc == view.network.mcc() &&
+           record.Mnc == view.network.mnc() && !record.Follow;
+  });
+}
+
+bool Watch::MustBeFollowed(const OnAir& call) const {
+  const App::View view = world_.app->view();
+  const Form1& form = world_.app->form();
+  standin::Model& model = world_.desktop->model();
+  return Undisturbed() && call.for_us && !view.call.FollowingCall() && view.flags.mblnSetupDone &&
+         view.scanner.ScanPrimed && !form.chkCreateCallActivityCvsFile.checked() &&
+         !view.locks.IsDropped(call.group) && !view.locks.IsHeldElsewhere(call.group) &&
+         !IsLocked(call.group) && model.running() && model.hung_until_ms() <= model.now_ms() &&
+         world_.loop.depth() == 0 && world_.Parked() &&
+         model.receiver().LockedCarrier() == model.air().control_carrier &&
+         world_.loop.TickMs() - last_setup_ms_ > kBetweenSetupsMs;
+}
+
+void Watch::CallBegins(const std::string& command) {
+  OnAir call;
+  const int id = NumberArgument(command, "id");
+  call.group = NumberArgument(command, "group");
+  call.carrier = NumberArgument(command, "carrier");
+  call.slot = NumberArgument(command, "slot");
+  call.for_us = !Contains(command, "service=") && !Contains(command, " encrypted") &&
+                !Contains(command, "status=") && call.slot >= 1 && call.slot <= 4;
+  const std::int64_t now = world_.loop.TickMs();
+  call.over_ms = now + std::int64_t{1000} * NumberArgument(command, "for");
+  on_air_[id] = call;
+  std::int64_t& voice_until = voice_until_ms_[{call.carrier, call.slot}];
+  voice_until = std::max(voice_until, call.over_ms);
+  if (!expecting_ && world_.desktop->model().air().Find(id) != nullptr && MustBeFollowed(call)) {
+    expecting_ = Expected{id, now + kFollowWithinMs};
+    ++expected_;
+  }
+  last_setup_ms_ = now;
+}
+
+void Watch::Disturbed(std::int64_t settle_ms) {
+  calm_from_ms_ = std::max(calm_from_ms_, world_.loop.TickMs() + settle_ms);
+  disturbed_ms_ = world_.loop.TickMs();
+  expecting_.reset();
+}
+
+void Watch::Look() {
+  if (!violation_.empty() || world_.closed) return;
+  LookAtTheCall();
+  LookAtTheTuning();
+  LookAtTheWindow();
+  LookAtTheRecording();
+}
+
+void Watch::LookAtTheCall() {
+  const App::View view = world_.app->view();
+  const std::int64_t now = world_.loop.TickMs();
+  const std::optional<int> following =
+      view.call.FollowingCall() ? std::optional<int>(view.call.FollowedCallId()) : std::nullopt;
+  if (following != following_) {
+    following_ = following;
+    since_ms_ = now;
+    if (following) {
+      ++followed_;
+      // What the user does while a call is being set up comes too late for it.
+      if (now > disturbed_ms_ + kSetUpTakesMs) LookAtTheGroup();
+    }
+  }
+  if (following) {
+    const auto call = on_air_.find(*following);
+    if (call == on_air_.end() || call->second.group != view.call.followed_group() ||
+        call->second.carrier != view.call.carrier() || call->second.slot != view.call.timeslot()) {
+      Violated("what is followed was never set up so: call " + std::to_string(*following));
+    } else if (!call->second.for_us) {
+      // A queued call is followed, too, as the network may still grant it.
+      const standin::Call* heard = world_.desktop->model().air().Find(*following);
+      if (heard != nullptr && heard->service != "Point_to_multipoint") {
+        Violated("an individual call is followed");
+      }
+    } else if (Undisturbed() && now > VoiceEnds(call->second) + kGivenUpWithinMs) {
+      Violated("stuck on call " + std::to_string(*following));
+    }
+  }
+  if (expecting_ && following == expecting_->id) expecting_.reset();
+  if (expecting_ && following) expecting_.reset();  // one that was set up before it
+  if (expecting_ && now > expecting_->by_ms) {
+    Violated("call " + std::to_string(expecting_->id) + " was not followed");
+  }
+}
+
+// Whoever speaks there keeps the call.
+std::int64_t Watch::VoiceEnds(const OnAir& call) const {
+  return std::max(voice_until_ms_.at({call.carrier, call.slot}), calm_from_ms_);
+}
+
+void Watch::LookAtTheGroup() {
+  const App::View view = world_.app->view();
+  const std::int32_t group = view.call.followed_group().value_or(-1);
+  if (IsLocked(group)) Violated("a locked-out group is followed: " + std::to_string(group));
+  if (view.locks.IsDropped(group)) Violated("a dropped group is followed");
+  if (view.locks.IsHeldElsewhere(group)) Violated("another group than the held one is followed");
+}
+
+void Watch::LookAtTheTuning() {
+  const App::View view = world_.app->view();
+  const std::int64_t now = world_.loop.TickMs();
+  if (!Undisturbed() || world_.loop.depth() > 0) return;
+  const std::int64_t since = std::max(since_ms_, calm_from_ms_);
+  if (following_) {
+    const std::int64_t wanted = CarrierFrequency(view.presets, view.call.carrier().value_or(0));
+    if (now > since + kTunedWithinMs &&
+        world_.desktop->model().receiver().state().frequency_hz != wanted) {
+      Violated("not tuned to the followed call " + std::to_string(*following_));
+    }
+  } else if (now > since + kParkedWithinMs && !world_.Parked()) {
+    Violated("not back on the control channel");
+  }
+}
+
+void Watch::LookAtTheWindow() {
+  const Form1& form = world_.app->form();
+  const App::View view = world_.app->view();
+  if (view.call.FollowingCall() &&
+      (form.lblCallID.caption.get().empty() || form.lblGroupNumber.caption.get().empty() ||
+       form.ShapeBusy_state.fill_colour.get() != kGreen)) {
+    Violated("a followed call does not show");
+  }
+  if (form.ShapeBusy_state.border_width.get() != (view.call.RecordingActive() ? 3 : 1)) {
+    Violated("the recording ring is wrong");
+  }
+  if (form.lstCallLog.count() > 1030) Violated("the call log grows without end");
+  if (form.lstStatusLog.count() > 1001) Violated("the status log grows without end");
+  if (world_.loop.spins_broken() != 0) Violated("something waits without letting time pass");
+  if (world_.loop.deepest() >= 12) Violated("events inside events without end");
+  if (world_.loop.depth() == 0) {
+    if (!view.tmrStartup.enabled()) Violated("the poll timer stands still");
+    if (view.flags.mblnReceiving || view.flags.mblnSending) Violated("the link is left busy");
+  }
+  if (!view.tmrSaveTimed.enabled() || !view.tmrCallWDT.enabled()) {
+    Violated("a timer stands still");
+  }
+}
+
+void Watch::LookAtTheRecording() {
+  const bool alone = world_.mci.recording() && !following_;
+  const std::int64_t now = world_.loop.TickMs();
+  if (!alone) {
+    recording_alone_since_ms_ = -1;
+  } else if (recording_alone_since_ms_ < 0) {
+    recording_alone_since_ms_ = now;
+  } else if (Undisturbed() &&
+             now > std::max(recording_alone_since_ms_, calm_from_ms_) + kRecordingEndsWithinMs) {
+    Violated("a recording goes on without a call");
+  }
+}
+
+void Watch::LookAtFiles() {
+  if (!violation_.empty()) return;
+  WorldOptions options;
+  for (const std::string& name : world_.files.List(World::kProgramFolder)) {
+    options.files.emplace_back("\\" + name, world_.FileText("\\" + name));
+  }
+  const App::View before = world_.app->view();
+  World next(std::move(options));
+  if (!next.Load()) Violated("the next start ends with an error");
+  for (const SimPrompts::Box& box : next.prompts.boxes()) {
+    Violated("the next start shows a box: " + box.text);
+  }
+  const App::View after = next.view();
+  if (GroupsIn(before) != GroupsIn(after)) Violated("the groups are not as they were");
+  if (SubscribersIn(before) != SubscribersIn(after)) {
+    Violated("the subscribers are not as they were");
+  }
+}
+
+}  // namespace corvane::sim
