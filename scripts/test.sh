@@ -1,6 +1,6 @@
 #!/bin/bash
 # Builds and runs the tests. Without arguments every level, else the named ones:
-#   lint native contract desktop package fuzz bench
+#   lint native contract desktop package simulation fuzz bench
 # Installs first what is missing. Ends with one line "N passed, N failed"; logs in build/logs.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -12,7 +12,7 @@ source scripts/lib/results.sh
 source scripts/lib/levels.sh
 source scripts/lib/desktop.sh
 
-ALL_LEVELS="lint native contract desktop package fuzz bench"
+ALL_LEVELS="lint native contract desktop package simulation fuzz bench"
 LEVELS=${*:-$ALL_LEVELS}
 for level in $LEVELS; do
   [[ " $ALL_LEVELS " == *" $level "* ]] || die "no level '$level'; there are: $ALL_LEVELS"
@@ -25,7 +25,7 @@ for level in $LEVELS; do
   SECONDS=0
   case $level in
     desktop) build_beside $LEVELS ;;
-    fuzz | bench) await_built_beside ;;
+    simulation | fuzz | bench) await_built_beside ;;
   esac
   "level_$level"
   say "$level took $SECONDS s"

@@ -10,7 +10,7 @@
 # machine with much else to do does not come between them, the cases that need the port go first
 # where this user may say so; those about files step back.
 
-PORT_PROGRAMS="desktop_test persistence_link_test"
+PORT_PROGRAMS="desktop_test persistence_link_test random_hands_test"
 FILE_PROGRAMS="persistence_test window_life_test"
 # These take minutes: they begin first, so that no lane is left alone with one at the end.
 LONG_CASES="KillTest|AThousand|BusyMinutes|RandomHands|ManyRecordings"

@@ -1,6 +1,8 @@
 # The levels of the tests. A program that was not built is a failure, never a skipped step.
 
-# How long each fuzz target runs, and how long one test program may take, in seconds.
+# How many simulated runs of ten minutes, how long each fuzz target runs, and how long
+# one test program may take, in seconds.
+SIMULATED_RUNS=${SIMULATED_RUNS:-2000}
 FUZZ_SECONDS=${FUZZ_SECONDS:-8}
 PROGRAM_LIMIT=900
 
@@ -100,13 +102,13 @@ BUILT_BESIDE=
 build_beside() {
   local presets=
   [[ " $* " != *" fuzz "* ]] || presets="fuzz"
-  [[ " $* " != *" bench "* ]] || presets="$presets native"
+  [[ " $* " != *" bench "* && " $* " != *" simulation "* ]] || presets="$presets native"
   [ -n "$presets" ] || return 0
   (
     renice -n 19 -p "$BASHPID" >/dev/null
     for preset in $presets; do
       # shellcheck disable=SC2046
-      configure_and_build "$preset" $([ "$preset" != native ] || echo benchmarks) || true
+      configure_and_build "$preset" $([ "$preset" != native ] || echo benchmarks simulate) || true
     done
   ) >/dev/null 2>&1 &
   BUILT_BESIDE=$!
@@ -142,6 +144,16 @@ run_fuzz_target() {
   run_one "fuzz/$name" "$1" -max_total_time="$FUZZ_SECONDS" -timeout=10 -rss_limit_mb=2048 \
     -print_final_stats=1 -artifact_prefix="$LOGS/fuzz/$name-" "$BUILD/fuzz-inputs/$name" \
     $([ ! -d "$seeds" ] || printf '%s' "$seeds")
+}
+
+# Runs of the whole program at random, optimised: under the sanitizers native has some of them.
+level_simulation() {
+  if ! configure_and_build native simulate; then
+    fail "simulation: build"
+    return
+  fi
+  run_one simulation "$BUILD/native/tests/simulation/simulate" --runs "$SIMULATED_RUNS" --jobs "$JOBS"
+  tail -n 2 "$LOGS/simulation.log"
 }
 
 level_bench() {
