@@ -212,7 +212,7 @@ struct WaitInside {
         loop.Post(EventSource::kUser, [this] { ran_inside = true; });
         loop.DoEvents();
       }
-      if (ticks > kLongest) PostMessageA(window.handle(), WM_CANCELMODE, 0, 0);
+      if (ticks > kLongest) PostMessageA(window.handle(), WM_KEYDOWN, key, 0);
       if (ticks > kLongest) EndMenu();
     });
     timer->SetEnabled(true);
