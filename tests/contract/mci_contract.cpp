@@ -112,6 +112,22 @@ TEST_F(MciContract, RecordsManyShortOnesInARow) {
   }
 }
 
+TEST_F(MciContract, WhatIsBegunIsAnsweredAtOnceOrLater) {
+  for (int i = 0; i < 2; ++i) {
+    Open();
+    auto reply = mci_.Begin(MciCommand::Record(), kReplyLength);
+    for (int waited = 0; !reply && waited < kPatienceMs; waited += 10) {
+      world_->Pass(10);
+      reply = mci_.Answer();
+    }
+    ASSERT_TRUE(reply.has_value());
+    EXPECT_EQ(reply->error, 0U) << mci_.ErrorText(reply->error);
+    AwaitSound();
+    Do(MciCommand::Stop());
+    Do(MciCommand::Close());
+  }
+}
+
 TEST_F(MciContract, CommandsForADeviceThatIsNotOpenFail) {
   mci_.Send(MciCommand::CloseAll(), 0);
   Fails(MciCommand::Set("channels 1"));
