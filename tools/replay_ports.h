@@ -17,6 +17,7 @@
 #include "panel/control_sink.h"
 #include "record/mci.h"
 #include "tools/instant.h"
+#include "tools/utf8.h"
 
 namespace corvane::tools {
 
@@ -65,6 +66,7 @@ class NoFiles : public Files {
  public:
   [[nodiscard]] bool Exists(const std::string&) override { return true; }
   [[nodiscard]] bool IsDirectory(const std::string&) override { return true; }
+  [[nodiscard]] bool IsReadOnly(const std::string&) override { return false; }
   [[nodiscard]] FileError MakeDirectory(const std::string&) override { return kFileOk; }
   [[nodiscard]] FileError Delete(const std::string&) override { return kFileOk; }
   [[nodiscard]] FileError Rename(const std::string&, const std::string&) override {
@@ -77,6 +79,11 @@ class NoFiles : public Files {
     content.clear();
     return kFileNotFound;
   }
+  [[nodiscard]] FileError ReadPart(const std::string&, std::uint64_t, std::size_t,
+                                   std::string& content) override {
+    content.clear();
+    return kFileNotFound;
+  }
   [[nodiscard]] FileError WriteAll(const std::string&, std::string_view) override {
     return kFileOk;
   }
@@ -84,11 +91,16 @@ class NoFiles : public Files {
   [[nodiscard]] FileError Patch(const std::string&, std::uint32_t, std::string_view) override {
     return kFileOk;
   }
+  [[nodiscard]] std::string FromUtf8(std::string_view text) override { return Ansi(text); }
 };
 
 class NoMci : public Mci {
  public:
   Reply Send(const MciCommand&, unsigned) override { return {}; }
+  [[nodiscard]] std::optional<Reply> Begin(const MciCommand&, unsigned) override { return Reply{}; }
+  [[nodiscard]] std::optional<Reply> Answer() override { return std::nullopt; }
+  Reply Await() override { return {}; }
+  void Hurry() override {}
   [[nodiscard]] std::string ErrorText(unsigned) override { return {}; }
 };
 

@@ -38,6 +38,34 @@ std::string Utf8(std::string_view ansi) {
   return text;
 }
 
+std::string Ansi(std::string_view utf8) {
+  std::string text;
+  while (!utf8.empty()) {
+    if (static_cast<unsigned char>(utf8.front()) < 0x80) {
+      text += utf8.front();
+      utf8.remove_prefix(1);
+      continue;
+    }
+    // The letters are few: the one whose UTF-8 stands here is looked for.
+    bool found = false;
+    for (unsigned byte = 0x80; byte < 0x100 && !found; ++byte) {
+      const char letter = static_cast<char>(byte);
+      const std::string bytes = Utf8({&letter, 1});
+      if (!utf8.starts_with(bytes)) continue;
+      text += letter;
+      utf8.remove_prefix(bytes.size());
+      found = true;
+    }
+    if (found) continue;
+    text += '?';
+    utf8.remove_prefix(1);
+    while (!utf8.empty() && (static_cast<unsigned char>(utf8.front()) & 0xC0U) == 0x80U) {
+      utf8.remove_prefix(1);
+    }
+  }
+  return text;
+}
+
 std::string JsonString(std::string_view utf8) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::string text = "\"";

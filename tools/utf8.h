@@ -10,6 +10,9 @@ namespace corvane::tools {
 // result is always valid.
 [[nodiscard]] std::string Utf8(std::string_view ansi);
 
+// The same the other way; what the code page does not hold, and what is no UTF-8, becomes "?".
+[[nodiscard]] std::string Ansi(std::string_view utf8);
+
 // The text between quotation marks as JSON has it. `utf8` is valid UTF-8.
 [[nodiscard]] std::string JsonString(std::string_view utf8);
 

@@ -152,7 +152,8 @@ level_simulation() {
     fail "simulation: build"
     return
   fi
-  run_one simulation "$BUILD/native/tests/simulation/simulate" --runs "$SIMULATED_RUNS" --jobs "$JOBS"
+  run_one simulation "$BUILD/native/tests/simulation/simulate" --runs "$SIMULATED_RUNS" \
+    --jobs "$JOBS"
   tail -n 2 "$LOGS/simulation.log"
 }
 

@@ -1,6 +1,7 @@
 // What a replay makes of the logs of a run is what the program did in it: each setup, each end.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -111,9 +112,10 @@ class ReplayOfARun : public ::testing::TestWithParam<RunCase> {
   }
 
   // A log of the run, in a file that others can read.
-  [[nodiscard]] std::string LogFile(const std::string& name) const {
-    return world_.files.HostPath(std::string(World::kProgramFolder) + "\\Daily\\20261115\\" + name)
-        .string();
+  [[nodiscard]] std::string LogFile(const std::string& name) {
+    const std::string path = ::testing::TempDir() + "replay-" + GetParam().name + "-" + name;
+    std::ofstream(path, std::ios::binary) << world_.FileText("\\Daily\\20261115\\" + name);
+    return path;
   }
 
   ReplayNotes Replayed(const std::string& log, const std::string& events) {
