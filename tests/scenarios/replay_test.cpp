@@ -168,7 +168,9 @@ TEST_P(ReplayOfARun, SaysWhatTheProgramDid) {
   }
   EXPECT_LE(left_open, kMostLeftOpen);
   // Where no line is listed, a release between two entries may lie on either side of an end.
-  if (GetParam().listing) EXPECT_EQ(said.ends, did_.ends);
+  if (GetParam().listing) {
+    EXPECT_EQ(said.ends, did_.ends);
+  }
   EXPECT_EQ(said.contradictions, 0);
   if (GetParam().log_mode) {
     EXPECT_EQ(Replayed(LogFile("TETRA_cc.log"), "").setups, did_.setups) << "without events";
