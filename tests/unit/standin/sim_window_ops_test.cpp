@@ -232,25 +232,25 @@ TEST_F(SimWindowOpsTest, WhatWasGivenUpInAHangIsCarriedOutAfterItInOrderWhenThat
     Ops().SetActsLate(late);
     const auto& tree = desktop_.model().tree();
     const auto& ids = desktop_.ids();
-    desktop_.Do("hang 2000");
+    desktop_.Do("hang 7000");
     EXPECT_EQ(Ops().SetText(At(ids.port), "4000"), Reply::kNoAnswer);
     EXPECT_EQ(Ops().SetText(At(ids.port), "5000"), Reply::kNoAnswer);
     EXPECT_EQ(Ops().PressSelector(At(ids.timeslots[2])), Reply::kNoAnswer);
     EXPECT_EQ(tree.Find(ids.port)->text, "3383");
-    loop_.AdvanceMs(2000);
+    loop_.AdvanceMs(7000);
     EXPECT_EQ(Ops().Text(At(ids.port)).value, late ? "5000" : "3383");
     EXPECT_EQ(desktop_.model().receiver().state().slot == 3, late);
   }
 }
 
 TEST_F(SimWindowOpsTest, AStrangerThatHangsIsAProgramOfItsOwn) {
-  desktop_.Do("stranger hang 2000");
+  desktop_.Do("stranger hang 7000");
   const WindowHandle stranger = At(desktop_.model().tree().top_level().front());
   EXPECT_EQ(Ops().Text(stranger).reply, Reply::kNoAnswer);
   EXPECT_EQ(Ops().Title(stranger), standin::kStrangerTitle);
   EXPECT_NE(Ops().Program(stranger), Ops().Program(At(desktop_.ids().main)));
   EXPECT_TRUE(Ops().Text(At(desktop_.ids().main)).answered());
-  loop_.AdvanceMs(2000);
+  loop_.AdvanceMs(7000);
   EXPECT_TRUE(Ops().Text(stranger).answered());
   desktop_.Do("stranger none");
   EXPECT_FALSE(Ops().IsAlive(stranger));
