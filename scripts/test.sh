@@ -24,7 +24,7 @@ for level in $LEVELS; do
   step "$level"
   SECONDS=0
   case $level in
-    desktop) build_beside $LEVELS ;;
+    contract | desktop) build_beside $LEVELS ;;
     simulation | fuzz | bench) await_built_beside ;;
   esac
   "level_$level"

@@ -10,11 +10,14 @@
 # machine with much else to do does not come between them, the cases that need the port go first
 # where this user may say so; those about files step back.
 
-PORT_PROGRAMS="desktop_test persistence_link_test random_hands_test"
+PORT_PROGRAMS="desktop_test persistence_link_test"
 FILE_PROGRAMS="persistence_test window_life_test"
+# Ten minutes at random, in two cases.
+HANDS_PROGRAMS="random_hands_test"
+export CORVANE_RANDOM_SECONDS=${CORVANE_RANDOM_SECONDS:-300}
 # These take minutes: they begin first, so that no lane is left alone with one at the end.
-LONG_CASES="KillTest|AThousand|BusyMinutes|RandomHands|ManyRecordings"
-DESKTOP_LANES=${DESKTOP_LANES:-$((JOBS < 4 ? JOBS : 4))}
+LONG_CASES="KillTest|AThousand|BusyMinutes|ManyRecordings"
+DESKTOP_LANES=${DESKTOP_LANES:-$((JOBS < 3 ? JOBS + 1 : 4))}
 DESKTOP_CASE_LIMIT=${DESKTOP_CASE_LIMIT:-600}
 
 level_desktop() {
@@ -22,7 +25,8 @@ level_desktop() {
   rm -rf "$LOGS/desktop"
   mkdir -p "$LOGS/desktop"
   # shellcheck disable=SC2086
-  if ! (build_programs && configure_and_build mingw $PORT_PROGRAMS $FILE_PROGRAMS screenshot); then
+  if ! (build_programs && configure_and_build mingw $PORT_PROGRAMS $FILE_PROGRAMS \
+    $HANDS_PROGRAMS screenshot); then
     fail "desktop: build"
     return
   fi
@@ -42,6 +46,8 @@ level_desktop() {
   list_desktop_cases port "$cases" $PORT_PROGRAMS
   # shellcheck disable=SC2086
   list_desktop_cases file "$cases" $FILE_PROGRAMS
+  # shellcheck disable=SC2086
+  list_desktop_cases hands "$cases" $HANDS_PROGRAMS
 
   mapfile -t kinds < <(lane_kinds)
   for lane in $(seq "${#kinds[@]}"); do
@@ -64,15 +70,19 @@ elif unshare -rnm true 2>/dev/null; then
   OWN_NETWORK="unshare -rnm"
 fi
 
-# lane_kinds: a line for each lane with the kinds of cases it takes, the first before the second.
+# lane_kinds: a line for each lane with the kinds of cases it takes, the first before the others.
 lane_kinds() {
   local lane
   if [ -z "$OWN_NETWORK" ]; then
-    printf '%s\n' port file
+    printf '%s\n' "port hands" file
     return
   fi
   for lane in $(seq "$DESKTOP_LANES"); do
-    if [ "$lane" -eq 2 ]; then echo "file port"; else echo "port file"; fi
+    case $lane in
+      1) echo "port file hands" ;;
+      2) echo "file port hands" ;;
+      *) echo "hands port file" ;;
+    esac
   done
 }
 

@@ -66,12 +66,24 @@ level_contract() {
     fail "contract: surroundings"
     return
   fi
+  local pictures=$LOGS/contract/pictures.txt beside
+  scripts/pictures.sh >"$pictures" 2>&1 </dev/null &
+  beside=$!
+  at_exit "kill $beside 2>/dev/null; wait $beside 2>/dev/null"
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win.exe"
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci.exe"
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci_lost.exe"
   run_under_wine contract "$BUILD/mingw/tests/desktop/ui_window_test.exe"
   run_one contract/tools-same-bytes tools_give_the_same_bytes
-  run_one contract/pictures scripts/pictures.sh
+  run_one contract/pictures pictures_were_right "$beside" "$pictures"
+}
+
+# pictures_were_right PROCESS OUTPUT: of the pictures that were taken beside the other programs.
+pictures_were_right() {
+  local code=0
+  wait "$1" || code=$?
+  cat "$2"
+  return "$code"
 }
 
 # The companion under Windows prints what the native tests expect, byte by byte, wherever it goes.
@@ -95,12 +107,13 @@ tools_give_the_same_bytes() {
   [ "$code" -eq 2 ]
 }
 
-# build_beside LEVEL...: what the later ones of these levels need, while the desktop cases wait for
-# their windows, and only when nothing else wants a processor. What fails here is built, and told
+# build_beside LEVEL...: what the later ones of these levels need, while cases wait for their
+# windows, and only when nothing else wants a processor. What fails here is built, and told
 # of, by its level.
 BUILT_BESIDE=
 build_beside() {
   local presets=
+  [ -z "$BUILT_BESIDE" ] || return 0
   [[ " $* " != *" fuzz "* ]] || presets="fuzz"
   [[ " $* " != *" bench "* && " $* " != *" simulation "* ]] || presets="$presets native"
   [ -n "$presets" ] || return 0
