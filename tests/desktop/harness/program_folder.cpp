@@ -2,6 +2,7 @@
 #include "desktop/harness/program_folder.h"
 
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -26,6 +27,20 @@ void AddLong(std::string& bytes, std::int32_t value) {
   AddBytes(bytes, static_cast<std::uint32_t>(value), 4);
 }
 
+int SecondsToMidnight() {
+  const std::time_t now = std::time(nullptr);
+  const std::tm local = *std::localtime(&now);
+  return 24 * 3600 - (local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec);
+}
+
+// Files, folders and counts are those of a day. A case that would run into the next begins with it.
+void AwaitOneDay() {
+  constexpr int kLongestCase_s = 180;
+  const bool one_day =
+      WaitFor([] { return SecondsToMidnight() > kLongestCase_s; }, (kLongestCase_s + 10) * 1000);
+  if (!one_day) throw std::runtime_error("the day does not end");
+}
+
 }  // namespace
 
 std::filesystem::path FinishedProgram(const std::string& name) {
@@ -41,6 +56,7 @@ std::filesystem::path FinishedProgram(const std::string& name) {
 
 ProgramFolder::ProgramFolder(const std::filesystem::path& name) {
   static int made = 0;
+  AwaitOneDay();
   own_ = std::filesystem::temp_directory_path() /
          ("corvane-" + std::to_string(OwnProcessId()) + "-" + std::to_string(++made));
   path_ = name.empty() ? own_ : own_ / name;

@@ -16,6 +16,7 @@ namespace corvane::desktop {
 
 class ProgramFolder {
  public:
+  // Not in the last minutes of a day, which it waits for: cases look for what is written on one.
   // With a name, the programs lie in a folder of that name inside the one of its own.
   explicit ProgramFolder(const std::filesystem::path& name = {});
   ~ProgramFolder();
