@@ -197,13 +197,17 @@ void PersistenceTest::StartAndClose() {
 
 ShownBox PersistenceTest::AwaitBox() {
   ShownBox seen;
-  Await("a message box", [&] {
+  const bool shown = WaitFor([&] {
     const auto now = LookAtBox(program_.Box());
     if (!now || now->text.empty() || now->icon == ShownIcon::kUnknown) return false;
     seen = *now;
     return true;
   });
-  return seen;
+  if (shown) return seen;
+  throw std::runtime_error(std::string("waited in vain for a message box: Corvane ") +
+                           (program_.Running() ? "runs" : "has ended") +
+                           (program_.Window() != 0 ? ", its window is there" : "") +
+                           (program_.Box() != 0 ? ", a box is not whole" : ""));
 }
 
 void PersistenceTest::ExpectBox(const ShownBox& expected) {
