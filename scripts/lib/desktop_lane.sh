@@ -51,7 +51,7 @@ use_small_disk
 while taken=$(next_case "$@"); do
   read -r kind program name <<<"$taken"
   (
-    [ "$kind" != file ] || be_nice 5
+    [ "$kind" != file ] || be_nice 0
     run_desktop_case "$BUILD/mingw/tests/desktop/$program.exe" "$name"
   ) | tee -a "$LOGS/desktop/lane-$lane.txt"
 done

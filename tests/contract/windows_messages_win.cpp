@@ -48,8 +48,8 @@ class ScriptedWindow {
     return std::exchange(received_, {});
   }
 
-  // What was given up has been handled, too. Until then `slow_message` must stay: within one program
-  // a late answer is written where the buffer was.
+  // What was given up has been handled, too. Until then `slow_message` must stay: within one
+  // program a late answer is written where the buffer was.
   void AwaitIdle() { SendMessageA(window_, WM_NULL, 0, 0); }
 
   // Set between two questions.
