@@ -276,7 +276,7 @@ std::string SimMci::WavFile() const {
   } else {
     // Loud and soft by turns.
     for (std::uint32_t i = 0; i < data_size; ++i)
-      wav += static_cast<char>(silence + i / 64 % 2 * 16);
+      wav += static_cast<char>(static_cast<unsigned char>(silence) + i / 64 % 2 * 16);
   }
   return wav;
 }
