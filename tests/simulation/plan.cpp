@@ -55,23 +55,6 @@ constexpr std::array kSdrTroubles = {"hang 300",
                                      "history keep",
                                      "history empty"};
 
-// What stays wrong, and its cure some time later.
-struct Lasting {
-  const char* fault;
-  const char* cure;
-};
-constexpr std::array<Lasting, 9> kLasting = {{
-    {"refuse on", "refuse off"},
-    {"source error", "source ok"},
-    {"handling 80", "handling 0"},
-    {"panel tetra collapse", "panel tetra expand"},
-    {"network none", "network 262 42 101"},
-    {"die", "revive"},
-    {"check demodulator off", "check demodulator on"},
-    {"check auto on", "check auto off"},
-    {"cover demodulator unchecked", "cover none"},
-}};
-
 constexpr std::array kFileTroubles = {"files fail \\tetra_ 70",       "files fail \\tetra_ 61",
                                       "files fail corvane_simple 75", "files fail .wav 70",
                                       "files fail tetra_cc.log 70",   "files fail 2026 76"};
@@ -157,7 +140,8 @@ Plan MakePlan(unsigned seed, int minutes) {
   }
   for (std::int64_t ms = 0; ms < end; ms += dice.Pick(50, pause_ms)) {
     if (dice.OneIn(12)) {
-      const Lasting& lasting = kLasting[static_cast<std::size_t>(dice.Pick(0, 8))];
+      const Lasting& lasting =
+          kLasting[static_cast<std::size_t>(dice.Pick(0, static_cast<int>(kLasting.size()) - 1))];
       plan.steps.push_back({ms, std::string("sdr ") + lasting.fault});
       plan.steps.push_back({ms + dice.Pick(100, 60'000), std::string("sdr ") + lasting.cure});
     } else {

@@ -7,6 +7,7 @@
 //   14.000 user 81
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -30,6 +31,23 @@ struct Plan {
   std::vector<Step> steps;  // by time
   bool operator==(const Plan&) const = default;
 };
+
+// Commands of the stand-in that leave something wrong, and what cures it some time later.
+struct Lasting {
+  const char* fault;
+  const char* cure;
+};
+inline constexpr std::array<Lasting, 9> kLasting = {{
+    {"refuse on", "refuse off"},
+    {"source error", "source ok"},
+    {"handling 80", "handling 0"},
+    {"panel tetra collapse", "panel tetra expand"},
+    {"network none", "network 262 42 101"},
+    {"die", "revive"},
+    {"check demodulator off", "check demodulator on"},
+    {"check auto on", "check auto off"},
+    {"cover demodulator unchecked", "cover none"},
+}};
 
 // The same seed gives the same plan, on every machine.
 [[nodiscard]] Plan MakePlan(unsigned seed, int minutes = 10);

@@ -27,23 +27,6 @@ constexpr std::int64_t kLinkSettlesMs = 45'000;
 constexpr std::int64_t kUserSettlesMs = 20'000;
 constexpr std::int64_t kFilesSettleMs = 2000;
 
-// Commands that leave something wrong, and what heals it.
-struct Lasting {
-  const char* fault;
-  const char* cure;
-};
-constexpr Lasting kLasting[] = {
-    {"refuse on", "refuse off"},
-    {"source error", "source ok"},
-    {"handling 80", "handling 0"},
-    {"panel tetra collapse", "panel tetra expand"},
-    {"network none", "network 262"},
-    {"die", "revive"},
-    {"check demodulator off", "check demodulator on"},
-    {"check auto on", "check auto off"},
-    {"cover demodulator", "cover none"},
-};
-
 WorldOptions OptionsFor(unsigned seed) {
   WorldOptions options;
   options.sdr.seed = seed;
@@ -152,8 +135,8 @@ void Player::Sdr(const std::string& command) {
   const bool on_the_air = command.starts_with("call ") || command.starts_with("line ");
   if (!on_the_air) {
     for (const Lasting& lasting : kLasting) {
-      if (command.starts_with(lasting.fault)) faults_.insert(lasting.fault);
-      if (command.starts_with(lasting.cure)) faults_.erase(lasting.fault);
+      if (command == lasting.fault) faults_.insert(lasting.fault);
+      if (command == lasting.cure) faults_.erase(lasting.fault);
     }
     watch_.SetFaulty(!faults_.empty());
     watch_.Disturbed(kLinkSettlesMs);
