@@ -156,7 +156,13 @@ run_desktop_case() {
   if [ "$code" -eq 0 ] && grep -q '^\[  PASSED  \] 1 test' "$LOGS/desktop/$name.log"; then
     say "ok      $name ($((SECONDS - begin)) s)"
   else
-    say "FAILED  $name; pictures in build/logs/desktop"
+    say "FAILED  $name; $(first_failure "$LOGS/desktop/$name.log"); pictures in build/logs/desktop"
   fi
+}
+
+# first_failure LOG: what a case said first of what went wrong, in one line.
+first_failure() {
+  grep -a -m 1 -A 3 -E 'Failure$|^ended after' "$1" | tr -d '\r' |
+    sed -E '/^--$/d; s/: Failure$/:/' | tr '\n' ' ' | cut -c 1-300
 }
 

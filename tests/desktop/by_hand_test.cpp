@@ -351,6 +351,9 @@ TEST_F(ByHandTest, TheHoldIsToggledByPointerAndBySpaceBarInEachList) {
   Await("SDR# in front", [&] { return ForegroundWindow() == Sdr().Window(); });
   HandMoveOver(At(lblCallID));
   HandMoveOver(At(txtTimeout));
+  Do("release id=7");
+  AwaitParked();
+  SetUpUntilFollowed(8, 9001, 2610, 2);
   TakeTheFront();
   AwaitFocus(txtTimeout);
 
@@ -358,15 +361,15 @@ TEST_F(ByHandTest, TheHoldIsToggledByPointerAndBySpaceBarInEachList) {
   AwaitFocus(lstCallLog);
   HandKey(kSpaceKey);
   AwaitHold(true);
-  Do("release id=7");
+  Do("release id=8");
   AwaitParked();
   const std::size_t mark = Mark();
-  Do("call id=8 group=9002 party=5020 carrier=2610 slot=2 for=2");
+  Do("call id=9 group=9002 party=5020 carrier=2610 slot=2 for=2");
   ExpectNothingFollowed(mark);
   EXPECT_TRUE(Holds());
   HandKey(kSpaceKey);
   AwaitHold(false);
-  SetUpUntilFollowed(9, 9002, 2611, 2);
+  SetUpUntilFollowed(10, 9002, 2611, 2);
   HandKey(kSpaceKey);
   AwaitHold(true);
   Sdr().Kill();
