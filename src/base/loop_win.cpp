@@ -279,8 +279,11 @@ void LoopWin::WaitForSocketEvents(int ms) {
   while (!DispatchSocketMessages()) {
     const std::int64_t left = end - TickMs();
     if (left <= 0) return;
-    // The wait ends with every new posted message; those for other windows stay in the queue.
+    // The wait ends with every new posted message; those for other windows stay in the queue, and
+    // a sleep keeps them from being looked at without end. It may take 16 ms: no answer waits for
+    // it.
     MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(left), QS_POSTMESSAGE, 0);
+    if (DispatchSocketMessages()) return;
     if (TickMs() < end) ::Sleep(1);
   }
 }

@@ -20,13 +20,22 @@ class DepthScope {
   int& depth_;
 };
 
+// Windows' steps, counted from 0: 64 of them a second. The `step`-th begins with this millisecond.
+std::int64_t BeginOfStep(std::int64_t step) {
+  return (step * 125 + 7) / 8;
+}
+
+std::int64_t StepOf(std::int64_t ms) {
+  return ms * 8 / 125;
+}
+
 }  // namespace
 
 class SimLoop::SimTimer : public Timer {
  public:
   SimTimer(SimLoop& loop, TimerTable::Id id) : loop_(loop), id_(id) {}
   ~SimTimer() override { loop_.timers_.Remove(id_); }
-  void SetEnabled(bool enabled) override { loop_.timers_.SetEnabled(id_, enabled, loop_.now_ms_); }
+  void SetEnabled(bool enabled) override { loop_.timers_.SetEnabled(id_, enabled, loop_.TickMs()); }
   [[nodiscard]] bool enabled() const override { return loop_.timers_.enabled(id_); }
   [[nodiscard]] int interval_ms() const override { return loop_.timers_.interval_ms(id_); }
 
@@ -38,6 +47,15 @@ class SimLoop::SimTimer : public Timer {
 SimLoop::SimLoop(std::int64_t start_ms) : now_ms_(start_ms) {}
 
 SimLoop::~SimLoop() = default;
+
+std::int64_t SimLoop::TickMs() const {
+  return coarse_ ? BeginOfStep(StepOf(now_ms_)) : now_ms_;
+}
+
+std::int64_t SimLoop::EndOfStep(std::int64_t ms) const {
+  const std::int64_t begin = BeginOfStep(StepOf(ms));
+  return !coarse_ || begin == ms ? ms : BeginOfStep(StepOf(ms) + 1);
+}
 
 std::unique_ptr<Timer> SimLoop::MakeTimer(int interval_ms, std::function<void()> handler) {
   return std::make_unique<SimTimer>(*this, timers_.Add(interval_ms, std::move(handler)));
@@ -60,7 +78,7 @@ void SimLoop::SetOutside(std::function<void()> catch_up,
 
 void SimLoop::Sleep(int ms) {
   if (ms > 0) {
-    MoveTo(now_ms_ + ms);
+    MoveTo(EndOfStep(now_ms_ + ms));
   } else {
     NoteSpin();
   }
@@ -79,7 +97,7 @@ void SimLoop::DoEvents() {
 }
 
 void SimLoop::WaitForSocketEvents(int ms) {
-  const std::int64_t end = now_ms_ + std::max(ms, 0);
+  const std::int64_t end = EndOfStep(TickMs() + std::max(ms, 0));
   if (ms <= 0) NoteSpin();
   while (!stopped_ && !DispatchSocketEvents() && now_ms_ < end) MoveTo(NextMoment(end, false));
 }
@@ -111,7 +129,9 @@ std::int64_t SimLoop::NextMoment(std::int64_t limit_ms, bool with_timers) const 
   std::int64_t next = limit_ms;
   if (!delayed_.empty()) next = std::min(next, delayed_.begin()->first);
   if (outside_due_) next = std::min(next, outside_due_().value_or(next));
-  if (with_timers) next = std::min(next, timers_.NextDueMs().value_or(next));
+  if (const auto due = timers_.NextDueMs(); due && with_timers) {
+    next = std::min(next, EndOfStep(*due));
+  }
   // What is overdue although everything was dispatched waits for the clock to move.
   return std::max(next, std::min(now_ms_ + 1, limit_ms));
 }
@@ -174,7 +194,7 @@ bool SimLoop::DispatchPosted() {
 }
 
 bool SimLoop::DispatchDue(TimerTable::Pass& pass) {
-  const TimerTable::Handler handler = timers_.TakeDue(now_ms_, pass);
+  const TimerTable::Handler handler = timers_.TakeDue(TickMs(), pass);
   if (!handler) return false;
   RunEvent(*handler);
   return true;

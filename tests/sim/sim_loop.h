@@ -23,7 +23,7 @@ class SimLoop : public Loop {
   explicit SimLoop(std::int64_t start_ms = 1'000'000);
   ~SimLoop() override;
 
-  [[nodiscard]] std::int64_t TickMs() const override { return now_ms_; }
+  [[nodiscard]] std::int64_t TickMs() const override;
   [[nodiscard]] std::unique_ptr<Timer> MakeTimer(int interval_ms,
                                                  std::function<void()> handler) override;
   void Post(EventSource source, std::function<void()> event) override;
@@ -32,6 +32,10 @@ class SimLoop : public Loop {
   void DoEvents() override;
   // Moves the clock up to the first socket event.
   void WaitForSocketEvents(int ms) override;
+
+  // Windows' clock as it is unless a program asks for more: what the loop tells, and when sleeps
+  // and timers end, moves in steps of 15.625 ms. What happens outside keeps its own time.
+  void SetCoarse(bool coarse) { coarse_ = coarse; }
 
   // Posts `event` when the clock has moved by `ms`.
   void PostAfter(std::int64_t ms, EventSource source, std::function<void()> event);
@@ -72,6 +76,8 @@ class SimLoop : public Loop {
     std::function<void()> event;
   };
 
+  // The first moment from `ms` on at which a sleep or a timer can end.
+  [[nodiscard]] std::int64_t EndOfStep(std::int64_t ms) const;
   void MoveTo(std::int64_t ms);
   void SetClock(std::int64_t ms);
   void QueueDelayed();
@@ -83,6 +89,7 @@ class SimLoop : public Loop {
   [[nodiscard]] std::int64_t NextMoment(std::int64_t limit_ms, bool with_timers) const;
 
   std::int64_t now_ms_;
+  bool coarse_ = false;
   TimerTable timers_;
   EventQueue queue_;
   std::multimap<std::int64_t, Delayed> delayed_;
