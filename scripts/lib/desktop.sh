@@ -16,7 +16,7 @@ FILE_PROGRAMS="persistence_test window_life_test"
 HANDS_PROGRAMS="random_hands_test"
 export CORVANE_RANDOM_SECONDS=${CORVANE_RANDOM_SECONDS:-300}
 # These take minutes: they begin first, so that no lane is left alone with one at the end.
-LONG_CASES="KillTest|AThousand|BusyMinutes|ManyRecordings"
+LONG_CASES="FiveIdleMinutes|KillTest|AThousand|BusyMinutes|ManyRecordings"
 DESKTOP_LANES=${DESKTOP_LANES:-$((JOBS < 3 ? JOBS + 1 : 4))}
 DESKTOP_CASE_LIMIT=${DESKTOP_CASE_LIMIT:-900}
 
@@ -162,7 +162,6 @@ run_desktop_case() {
 
 # first_failure LOG: what a case said first of what went wrong, in one line.
 first_failure() {
-  grep -a -m 1 -A 3 -E 'Failure$|^ended after' "$1" | tr -d '\r' |
+  tr -d '\r' <"$1" | grep -a -m 1 -A 3 -E 'Failure$|^ended after' |
     sed -E '/^--$/d; s/: Failure$/:/' | tr '\n' ' ' | cut -c 1-300
 }
-
