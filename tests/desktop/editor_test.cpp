@@ -1,4 +1,6 @@
 // The G/SSI editor, the hold and the quick edits by the user's own hands: pointer and keyboard.
+#include <chrono>
+
 #include "desktop/call_test.h"
 #include "desktop/harness/screen_points.h"
 #include "desktop/harness/user_input.h"
@@ -351,6 +353,22 @@ TEST_F(EditorTest, ClosesWithTheMainWindowAndItsEditsAreInTheFiles) {
   Close(Corvane().Window());
   Await("the end", [&] { return !Corvane().Running(); });
   EXPECT_NE(Folder().Read(kGroups).find("9002;262;42;South;0;False"), std::string::npos);
+}
+
+TEST_F(EditorTest, ClosesByItselfAfterFiveIdleMinutesWhileCallsAreFollowed) {
+  BeginWithLists();
+  OpenFromMenu();
+  const auto opened = std::chrono::steady_clock::now();
+  SetUpUntilFollowed(7, 9001, 2610, 2);
+  Do("release id=7");
+  AwaitParked();
+  ASSERT_TRUE(Alive(Editor()));
+  constexpr int kIdleEnd_ms = 5 * 60'000;
+  Await(
+      "the editor's end", [&] { return Editor() == 0; }, kIdleEnd_ms + kGenerousLimit_ms);
+  // Each of the five minutes may have begun before the editor was seen.
+  EXPECT_GE(std::chrono::steady_clock::now() - opened, std::chrono::minutes(4));
+  SetUpUntilFollowed(8, 9001, 2611, 3);
 }
 
 TEST_F(EditorTest, OpeningsOfTheRealProgramLeaveNothingBehind) {
