@@ -16,7 +16,6 @@ constexpr LPARAM kEndOfText = 0x7FFFFFFE;
 constexpr LPARAM kMaxEditBytes = 0x7FFFFFFE;
 
 constexpr int kFontHeight = -12;
-constexpr RECT kGlyph{2, 2, 14, 14};
 constexpr COLORREF kHeaderColour = RGB(214, 222, 235);
 constexpr COLORREF kSelectedColour = 10580318;
 
@@ -64,11 +63,13 @@ void Fill(HDC device, const RECT& rect, COLORREF colour) {
 void DrawCheckBox(HDC device, const Window& window) {
   RECT all{0, 0, window.box.width, window.box.height};
   Fill(device, all, GetSysColor(COLOR_BTNFACE));
-  std::int32_t colour = window.checked ? kCheckedColour : kUncheckedColour;
+  const Glyph look = GlyphAt(window.scale);
+  const RECT glyph{look.first, look.first, look.last + 1, look.last + 1};
+  std::int32_t colour = window.checked ? look.checked : look.unchecked;
   if (window.paint == Paint::kOther) colour = kOtherColour;
-  Fill(device, kGlyph, static_cast<COLORREF>(colour));
-  FrameRect(device, &kGlyph, static_cast<HBRUSH>(GetStockObject(GRAY_BRUSH)));
-  all.left = kGlyph.right + 6;
+  Fill(device, glyph, static_cast<COLORREF>(colour));
+  FrameRect(device, &glyph, static_cast<HBRUSH>(GetStockObject(GRAY_BRUSH)));
+  all.left = glyph.right + 6;
   SetTextColor(device, GetSysColor(COLOR_BTNTEXT));
   DrawTextA(device, window.text.c_str(), -1, &all, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
 }

@@ -13,6 +13,7 @@ namespace corvane::standin {
 namespace {
 
 constexpr int kMaxSpeed = 1000;
+constexpr int kMaxScale = 200;
 constexpr int kMaxPosition = 32000;
 constexpr std::size_t kMaxTail = 22;  // with it the longest class name has 49 characters
 
@@ -111,6 +112,13 @@ const std::vector<Valued>& ValuedOptions() {
          const auto speed = ParseDecimal<int>(v);
          if (!speed || *speed < 1 || *speed > kMaxSpeed) return std::string("1 to 1000");
          o.speed = *speed;
+         return std::string();
+       }},
+      {"--scale", "N", "draws its check boxes as on a screen of N percent, 100 to 200",
+       [](Options& o, const std::string& v) {
+         const auto scale = ParseDecimal<int>(v);
+         if (!scale || *scale < 100 || *scale > kMaxScale) return std::string("100 to 200");
+         o.scale = *scale;
          return std::string();
        }},
       {"--class-tail", "TEXT", "what the windows' class names end in", ApplyTail},

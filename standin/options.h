@@ -22,6 +22,7 @@ struct Options {
   bool info_toggles = false;         // "Net Info" hides it when it is to be seen
   Wrap info_wrap = Wrap::kNone;      // how its box shows long lines
   bool elevated = false;             // it runs with administrator rights (native tests)
+  int scale = 100;                   // of the screen that its check boxes are drawn for, percent
   bool tetra_expanded = true;        // the TETRA Demodulator panel is
   std::string port = "3383";         // what stands in the port box
   int left = 40;                     // of the main window on the screen

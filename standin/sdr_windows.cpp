@@ -149,25 +149,28 @@ void SdrWindows::MakeNetRemote() {
 }
 
 void SdrWindows::MakeTetra() {
-  const WindowId content = MakeColumnPanel("TETRA Demodulator *", 196, options_.tetra_expanded);
+  const int box_height = 20 * options_.scale / 100;
+  const int lower = box_height - 20;  // what lies under the boxes
+  const WindowId content =
+      MakeColumnPanel("TETRA Demodulator *", 196 + lower, options_.tetra_expanded);
   ids_.tetra_panel = column_.back().panel;
   ids_.tetra_header = column_.back().header;
   ids_.tetra_content = content;
-  ids_.demodulator = Make(content, Kind::kDrawnCheckBox, "Demodulator", {8, 4, 116, 20});
-  ids_.automatic = Make(content, Kind::kDrawnCheckBox, "Auto", {136, 4, 116, 20});
+  ids_.demodulator = Make(content, Kind::kDrawnCheckBox, "Demodulator", {8, 4, 116, box_height});
+  ids_.automatic = Make(content, Kind::kDrawnCheckBox, "Auto", {136, 4, 116, box_height});
   for (int i = 0; i < 4; ++i) {
     ids_.timeslots[static_cast<std::size_t>(i)] =
         Make(content, Kind::kSelector, "Timeslot " + Decimal(i + 1),
-             {8 + i % 2 * 128, 30 + i / 2 * 30, 116, 26});
+             {8 + i % 2 * 128, 30 + lower + i / 2 * 30, 116, 26});
   }
-  ids_.net_info = Make(content, Kind::kButton, "Net Info", {8, 94, 116, 26});
-  Make(content, Kind::kButton, "Call Info", {136, 94, 116, 26});
-  ids_.mcc = Make(content, Kind::kLabel, "", {8, 128, 78, 18});
-  ids_.mnc = Make(content, Kind::kLabel, "", {90, 128, 78, 18});
-  ids_.la = Make(content, Kind::kLabel, "", {172, 128, 86, 18});
-  Make(content, Kind::kLabel, "Colour:1", {8, 150, 78, 18});
-  Make(content, Kind::kLabel, "BER: 0.0 %", {90, 150, 78, 18});
-  Make(content, Kind::kCheckBox, "Listen only to clear speech", {8, 170, 244, 22});
+  ids_.net_info = Make(content, Kind::kButton, "Net Info", {8, 94 + lower, 116, 26});
+  Make(content, Kind::kButton, "Call Info", {136, 94 + lower, 116, 26});
+  ids_.mcc = Make(content, Kind::kLabel, "", {8, 128 + lower, 78, 18});
+  ids_.mnc = Make(content, Kind::kLabel, "", {90, 128 + lower, 78, 18});
+  ids_.la = Make(content, Kind::kLabel, "", {172, 128 + lower, 86, 18});
+  Make(content, Kind::kLabel, "Colour:1", {8, 150 + lower, 78, 18});
+  Make(content, Kind::kLabel, "BER: 0.0 %", {90, 150 + lower, 78, 18});
+  Make(content, Kind::kCheckBox, "Listen only to clear speech", {8, 170 + lower, 244, 22});
   tree_.SetChecked(ids_.demodulator, options_.demodulator_checked);
   tree_.SetChecked(ids_.automatic, options_.auto_checked);
 }
@@ -228,7 +231,9 @@ void SdrWindows::Place() {
 }
 
 WindowId SdrWindows::Make(WindowId parent, Kind kind, std::string_view text, Box box) {
-  return tree_.Add(parent, {kind, ClassOf(kind), std::string(text), box, true});
+  WindowSpec wanted{kind, ClassOf(kind), std::string(text), box, true};
+  wanted.scale = options_.scale;
+  return tree_.Add(parent, std::move(wanted));
 }
 
 std::string SdrWindows::ClassOf(Kind kind) const {

@@ -12,9 +12,20 @@ namespace {
 constexpr int kMinimisedPosition = -32000;
 constexpr int kMinimisedWidth = 160;
 constexpr int kMinimisedHeight = 31;
-// The glyph of a drawn check box, inside its rectangle.
+// The glyph of a drawn check box where the screen is not scaled.
 constexpr int kGlyphFirst = 2;
-constexpr int kGlyphLast = 13;
+constexpr int kGlyphSize = 12;
+
+// `share` hundredths of the window's ground in the colour.
+std::int32_t Blended(std::int32_t colour, int share) {
+  std::int32_t blended = 0;
+  for (const int shift : {0, 8, 16}) {
+    const std::int32_t own = colour >> shift & 0xFF;
+    const std::int32_t ground = kWindowColour >> shift & 0xFF;
+    blended |= (own + (ground - own) * share / 100) << shift;
+  }
+  return blended;
+}
 
 bool Contains(const Box& box, int x, int y) {
   return x >= box.left && y >= box.top && x < box.left + box.width && y < box.top + box.height;
@@ -31,6 +42,12 @@ bool IsPressable(Kind kind) {
 
 }  // namespace
 
+Glyph GlyphAt(int scale) {
+  const int share = (scale - 100) / 4;
+  return {kGlyphFirst, kGlyphFirst + kGlyphSize * scale / 100 - 1, Blended(kCheckedColour, share),
+          Blended(kUncheckedColour, share)};
+}
+
 WindowId WindowTree::Add(WindowId parent, WindowSpec wanted) {
   Window window;
   window.id = ++last_id_;
@@ -44,6 +61,7 @@ WindowId WindowTree::Add(WindowId parent, WindowSpec wanted) {
   window.hang_ms = wanted.hang_ms;
   window.owner = wanted.owner;
   window.wrap = wanted.wrap;
+  window.scale = wanted.scale;
   if (wanted.kind == Kind::kMultiLine) {
     window.lines.Set(wanted.text);
     Rewrap(window);
@@ -325,11 +343,12 @@ std::int32_t WindowTree::PixelAt(int x, int y) const {
   const Box box = ScreenBox(id);
   const int inside_x = x - box.left;
   const int inside_y = y - box.top;
-  const bool in_glyph = inside_x >= kGlyphFirst && inside_x <= kGlyphLast &&
-                        inside_y >= kGlyphFirst && inside_y <= kGlyphLast;
+  const Glyph glyph = GlyphAt(window.scale);
+  const bool in_glyph = inside_x >= glyph.first && inside_x <= glyph.last &&
+                        inside_y >= glyph.first && inside_y <= glyph.last;
   if (window.kind != Kind::kDrawnCheckBox || !in_glyph) return kWindowColour;
   if (window.paint == Paint::kOther) return kOtherColour;
-  return window.checked ? kCheckedColour : kUncheckedColour;
+  return window.checked ? glyph.checked : glyph.unchecked;
 }
 
 Window* WindowTree::Get(WindowId id) {

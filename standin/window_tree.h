@@ -17,7 +17,8 @@ namespace corvane::standin {
 
 using WindowId = std::uint32_t;  // 0: none. Never given twice.
 
-// What a drawn check box shows at its pixel (7, 7), as the screen gives it.
+// What a drawn check box shows at its pixel (7, 7), as the screen gives it, where the screen is not
+// scaled.
 inline constexpr std::int32_t kCheckedColour = 10580318;
 inline constexpr std::int32_t kUncheckedColour = 14934753;
 inline constexpr std::int32_t kOtherColour = 0x00404040;   // painted in another theme's colours
@@ -27,6 +28,17 @@ inline constexpr std::int32_t kDesktopColour = 0x00604020;
 inline constexpr char kCoverClass[] = "SdrStandin.Cover";
 // The title of a stranger.
 inline constexpr char kStrangerTitle[] = "Some other program";
+
+// The glyph of a drawn check box at a screen scaling in percent: a square that grows with it, from
+// pixel `first` to pixel `last` of the box on either side. Its (7, 7) lies nearer to the edge then,
+// where the drawing blends into the ground.
+struct Glyph {
+  int first = 0;
+  int last = 0;
+  std::int32_t checked = 0;
+  std::int32_t unchecked = 0;
+};
+[[nodiscard]] Glyph GlyphAt(int scale);
 
 struct Box {
   int left = 0;
@@ -73,6 +85,8 @@ struct WindowSpec {
   WindowId owner = 0;  // 0: none
   // Of a kMultiLine:
   Wrap wrap = Wrap::kNone;
+  // Of a kDrawnCheckBox:
+  int scale = 100;  // of the screen, percent
 };
 
 struct Window {
@@ -87,6 +101,7 @@ struct Window {
   bool checked = false;
   ShowState show_state = ShowState::kNormal;
   Paint paint = Paint::kNormal;
+  int scale = 100;                 // kDrawnCheckBox
   std::int32_t colour = 0;         // kCover
   WindowId over = 0;               // kCover
   std::int64_t hang_ms = 0;        // kStranger

@@ -203,6 +203,34 @@ TEST_F(CalibrationTest, TheSetUpGoesByTheCalibratedColours) {
   EXPECT_TRUE(ReceiverHas("auto=1"));
 }
 
+class ScaledCalibrationTest : public CalibrationTest, public ::testing::WithParamInterface<int> {};
+
+TEST_P(ScaledCalibrationTest, TheBoxesAreKnownOnceTheyAreCalibratedThere) {
+  const standin::Glyph glyph = standin::GlyphAt(GetParam());
+  Begin({}, {"--demodulator-on", "--auto-off", "--scale", std::to_string(GetParam())});
+  AwaitColour("Demodulator", glyph.checked);
+  EXPECT_EQ(Presses("Demodulator") + Presses("Auto"), 0) << "they look otherwise at 100 %";
+  ShowCalibration();
+  AwaitShown(lblValidateState, "");
+  PressAndAwait(cmdSetCheckedValue, lblCheckedValue, glyph.checked);
+  Do("check demodulator off");
+  AwaitColour("Demodulator", glyph.unchecked);
+  PressAndAwait(cmdSetUnCheckedValue, lblUnCheckedValue, glyph.unchecked);
+  AwaitShown(lblValidateState, kIsUnticked);
+
+  Do("check auto on");
+  AwaitColour("Auto", glyph.checked);
+  const std::size_t mark = Sdr().Count("press");
+  Do("cut");
+  Await("both boxes to be pressed",
+        [&] { return Presses("Demodulator", mark) > 0 && Presses("Auto", mark) > 0; });
+  EXPECT_TRUE(ReceiverHas("demodulator=1"));
+  EXPECT_TRUE(ReceiverHas("auto=0"));
+  SetUpUntilFollowed(7, 9001, 2610, 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Percent, ScaledCalibrationTest, ::testing::Values(150, 200));
+
 TEST_F(CalibrationTest, ACollapsedPanelDisablesTheButtonsUntilItIsExpanded) {
   Begin();
   ShowCalibration();

@@ -22,6 +22,8 @@ TEST(OptionsTest, ReadsEveryOption) {
                           "1",
                           "--position",
                           "-5,60",
+                          "--scale",
+                          "150",
                           "--network-on",
                           "--network-plain",
                           "--labels-after-start",
@@ -41,6 +43,7 @@ TEST(OptionsTest, ReadsEveryOption) {
   EXPECT_EQ(options.port, "1");
   EXPECT_EQ(options.left, -5);
   EXPECT_EQ(options.top, 60);
+  EXPECT_EQ(options.scale, 150);
   EXPECT_TRUE(options.network_on && options.network_plain && options.labels_after_start &&
               options.playing && options.demodulator_checked && options.info_open &&
               options.exit_when_done);
@@ -60,6 +63,8 @@ TEST(OptionsTest, NamesWhatIsWrong) {
       {{"--log"}, "--log: a value is missing"},
       {{"--seed", "0"}, "--seed: \"0\" is not a number above 0"},
       {{"--speed", "1001"}, "--speed: \"1001\" is not 1 to 1000"},
+      {{"--scale", "99"}, "--scale: \"99\" is not 100 to 200"},
+      {{"--scale", "201"}, "--scale: \"201\" is not 100 to 200"},
       {{"--position", "5"}, "--position: \"5\" is not x,y in pixels"},
       {{"--class-tail", "a b"}, "--class-tail: \"a b\" is not letters, digits, _ and ."},
       {{"--class-tail", "12345678901234567890123"},

@@ -119,6 +119,27 @@ TEST_F(WindowTreeTest, ShowsACheckBoxInTheTwoColours) {
   EXPECT_EQ(tree_.PixelAt(at.left + 30, at.top + 7), kWindowColour);
 }
 
+TEST_F(WindowTreeTest, ACheckBoxOnAScaledScreenIsLargerAndLooksOtherwise) {
+  const WindowId frame = Frame("a");
+  for (const auto& [scale, size] : {std::pair{100, 12}, {150, 18}, {200, 24}}) {
+    WindowSpec wanted{Kind::kDrawnCheckBox, "BUTTON", "box", {20, 20, 100, 40}, true};
+    wanted.scale = scale;
+    const WindowId box = tree_.Add(frame, wanted);
+    const Box at = tree_.ScreenBox(box);
+    const Glyph glyph = GlyphAt(scale);
+    EXPECT_EQ(glyph.last - glyph.first + 1, size);
+    EXPECT_EQ(glyph.checked == kCheckedColour, scale == 100);
+    EXPECT_EQ(glyph.unchecked == kUncheckedColour, scale == 100);
+    EXPECT_NE(glyph.checked, glyph.unchecked);
+    EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), glyph.unchecked);
+    EXPECT_EQ(tree_.PixelAt(at.left + glyph.last, at.top + glyph.last), glyph.unchecked);
+    EXPECT_EQ(tree_.PixelAt(at.left + glyph.last + 1, at.top + 7), kWindowColour);
+    tree_.Press(box);
+    EXPECT_EQ(tree_.PixelAt(at.left + 7, at.top + 7), glyph.checked);
+    tree_.SetVisible(box, false);
+  }
+}
+
 TEST_F(WindowTreeTest, ShowsWhatCoversACheckBox) {
   const WindowId frame = Frame("a");
   const WindowId box = Child(frame, Kind::kDrawnCheckBox, "box");
