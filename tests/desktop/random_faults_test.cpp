@@ -1,0 +1,234 @@
+// Whatever goes wrong with SDR#, its windows, the connection and the files, one thing after the
+// other at random: the next call that is set up is followed soon after all is well again, and the
+// status log has one line of what a user notices, and one that it is over where there is one.
+//
+// CORVANE_FAULT_SECONDS is for how long, CORVANE_SEED what the chance begins with, and
+// CORVANE_RECOVERY_MS how soon; without it a loaded machine has time.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <optional>
+#include <random>
+
+#include "base/text.h"
+#include "desktop/call_test.h"
+#include "desktop/harness/held_file.h"
+
+namespace corvane::desktop {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Lines = std::vector<std::string>;
+
+constexpr int kUsualSeconds = 180;
+constexpr int kUsualSeed = 20261122;
+constexpr std::string_view kSilent = "SDR# does not answer - ";
+constexpr std::string_view kAgain = "SDR# answers again - ";
+constexpr std::string_view kGone = "SDR# is NOT running with the two required plug-ins";
+constexpr std::string_view kRefused = "Is 'Net Remote' enabled in SDR#?";
+
+int FromEnvironment(const char* name, int otherwise) {
+  const char* text = std::getenv(name);
+  return text != nullptr && std::atoi(text) > 0 ? std::atoi(text) : otherwise;
+}
+
+int MsSince(Clock::time_point begin) {
+  return static_cast<int>(
+      std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin).count());
+}
+
+class RandomFaultsTest : public CallTest {
+ protected:
+  struct Fault {
+    std::string name;
+    std::function<void()> go_wrong;
+    std::function<void()> get_well;
+    // Lines of the status log with this text that it leaves, and with the second that it is over.
+    std::string_view line;
+    int least = 0;
+    int most = 0;
+    std::string_view over;
+  };
+  struct Tally {
+    int times = 0;
+    int longest_ms = 0;
+    int lines = 0;
+    int reports = 0;
+  };
+
+  int Pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
+  // How long something stays wrong is chance: no state is waited for.
+  void StaysSo(int ms) {
+    (void)WaitFor([] { return false; }, ms);
+  }
+  [[nodiscard]] std::function<void()> Says(const std::string& command) {
+    return [this, command] { Do(command); };
+  }
+
+  [[nodiscard]] std::vector<Fault> Faults() {
+    const auto nothing = [] {};
+    const int hang_ms = Pick(1500, 6000);
+    return {
+        {"SDR# hangs for 1.5 to 6 s", Says("hang " + std::to_string(hang_ms)),
+         [this, hang_ms] { StaysSo(hang_ms); }, kSilent, 1, 1, kAgain},
+        {"SDR# is killed and started again in another way",
+         [this] { Sdr().Kill(); },
+         [this] { StartSdr(AnyOptions()); },
+         kGone,
+         1,
+         1,
+         {}},
+        {"another program hangs above SDR#",
+         Says("stranger hang 6000"),
+         Says("stranger none"),
+         {},
+         0,
+         0,
+         {}},
+        {"another window lies over \"Demodulator\"",
+         Says("cover demodulator unchecked"),
+         Says("cover none"),
+         {},
+         0,
+         0,
+         {}},
+        {"Network Info is closed", Says("window network-info close"), nothing, {}, 0, 0, {}},
+        {"Network Info is hidden", Says("window network-info hide"), nothing, {}, 0, 0, {}},
+        {"Network Info is minimised", Says("window network-info minimise"), nothing, {}, 0, 0, {}},
+        {"Network Info is made narrow", Says("width 300"), Says("width 700"), {}, 0, 0, {}},
+        {"SDR# is minimised",
+         Says("window main minimise"),
+         Says("window main restore"),
+         {},
+         0,
+         0,
+         {}},
+        {"the connection ends", Says("cut"), nothing, kRefused, 0, 1, {}},
+        {"the connection is reset", Says("cut reset"), nothing, kRefused, 0, 1, {}},
+        {"the port is closed",
+         [this] {
+           Do("refuse on");
+           Do("cut");
+           StaysSo(1500);  // long enough for an attempt to connect
+         },
+         Says("refuse off"),
+         kRefused,
+         1,
+         2,
+         {}},
+        {"replies are garbled", Says("reply garble count=3"), nothing, {}, 0, 0, {}},
+        {"replies do not come", Says("reply drop count=3"), nothing, {}, 0, 0, {}},
+        {"replies come 400 ms late",
+         Says("reply delay 400 count=all"),
+         Says("reply normal"),
+         {},
+         0,
+         0,
+         {}},
+        {"commands take 80 ms", Says("handling 80"), Says("handling 0"), {}, 0, 0, {}},
+        {"the cc log is held by another program",
+         [this] {
+           held_.emplace(Folder().Find("TETRA_cc.log").front(), HeldFile::Sharing::kReadOnly);
+         },
+         [this] { held_.reset(); },
+         {},
+         0,
+         0,
+         {}},
+    };
+  }
+
+  [[nodiscard]] std::vector<std::string> AnyOptions() {
+    std::vector<std::string> options;
+    for (const char* option : {"--network-plain", "--info-owned", "--info-toggles", "--info-wraps",
+                               "--info-open", "--playing", "--demodulator-on", "--auto-off"}) {
+      if (Pick(0, 2) == 0) options.emplace_back(option);
+    }
+    if (Pick(0, 2) == 0) options.insert(options.end(), {"--network-on", "--port", "3383"});
+    return options;
+  }
+
+  // What stands in the status log now and did not before.
+  [[nodiscard]] Lines NewLines(const Lines& before) {
+    std::map<std::string, int> had;
+    for (const std::string& line : before) ++had[line];
+    Lines fresh;
+    for (const std::string& line : Corvane().StatusLog()) {
+      if (--had[line] < 0) fresh.push_back(line);
+    }
+    return fresh;
+  }
+
+  void Suffer(const Fault& fault) {
+    SCOPED_TRACE(fault.name);
+    const Lines before = Corvane().StatusLog();
+    const bool in_call = Pick(0, 1) == 0;
+    if (in_call) {
+      SetUpUntilFollowed(++call_, 9001, 2611, 3);
+    }
+    fault.go_wrong();
+    StaysSo(Pick(100, 2500));
+    fault.get_well();
+    const Clock::time_point well = Clock::now();
+    if (in_call && Sdr().Running()) (void)Sdr().Do("release id=" + std::to_string(call_));
+    SetUpUntilFollowed(++call_, 9002, 2610, 2);
+    const int took_ms = MsSince(well);
+    EXPECT_LE(took_ms, recovery_limit_ms_);
+    Do("release id=" + std::to_string(call_));
+    AwaitParked();
+
+    Tally& tally = tallies_[fault.name];
+    const Lines fresh = NewLines(before);
+    const int lines = fault.line.empty() ? 0 : CountContaining(fresh, fault.line);
+    EXPECT_GE(lines, fault.least);
+    EXPECT_LE(lines, fault.most);
+    EXPECT_EQ(fault.over.empty() ? lines : CountContaining(fresh, fault.over), lines);
+    EXPECT_EQ(fault.line == kSilent ? 0 : CountContaining(fresh, kSilent), 0);
+    EXPECT_EQ(CountContaining(fresh, "Internal error"), 0);
+    EXPECT_EQ(CountContaining(fresh, "Error saving"), 0);
+    // A command that was not answered in time may be read together with the next, which is a fault
+    // of syntax to SDR#: it is reported like any other.
+    const int reports = CountContaining(fresh, "Unknown ERROR[RAW]");
+    EXPECT_LE(reports, 1);
+    ++tally.times;
+    tally.longest_ms = std::max(tally.longest_ms, took_ms);
+    tally.lines += lines;
+    tally.reports += reports;
+  }
+
+  void PrintTable() const {
+    std::puts(
+        "| what goes wrong | times | followed again after, at most | lines | error reports |");
+    std::puts("|---|---|---|---|---|");
+    for (const auto& [name, tally] : tallies_) {
+      std::printf("| %s | %d | %.1f s | %d | %d |\n", name.c_str(), tally.times,
+                  tally.longest_ms / 1000.0, tally.lines, tally.reports);
+    }
+  }
+
+  std::map<std::string, Tally> tallies_;
+  int recovery_limit_ms_ = FromEnvironment("CORVANE_RECOVERY_MS", kGenerousLimit_ms);
+  std::mt19937 random_{static_cast<unsigned>(FromEnvironment("CORVANE_SEED", kUsualSeed))};
+
+ private:
+  std::optional<HeldFile> held_;
+  int call_ = 100;
+};
+
+TEST_F(RandomFaultsTest, NothingKeepsItFromTheNextCall) {
+  Begin();
+  const auto end =
+      Clock::now() + std::chrono::seconds(FromEnvironment("CORVANE_FAULT_SECONDS", kUsualSeconds));
+  while (Clock::now() < end && !HasFailure()) {
+    const std::vector<Fault> faults = Faults();
+    Suffer(faults[static_cast<std::size_t>(Pick(0, static_cast<int>(faults.size()) - 1))]);
+  }
+  PrintTable();
+  EXPECT_FALSE(tallies_.empty());
+}
+
+}  // namespace
+}  // namespace corvane::desktop
