@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/log_lines.h"
+#include "archive/log_lines.h"
 #include "tools/output.h"
 
 namespace corvane::tools {

@@ -4,17 +4,17 @@
 #include <optional>
 #include <system_error>
 
+#include "archive/event_feed.h"
+#include "archive/log_lines.h"
+#include "archive/replay.h"
+#include "archive/timed_lines.h"
+#include "archive/user_files.h"
 #include "base/number_text.h"
 #include "tools/command.h"
-#include "tools/event_feed.h"
 #include "tools/expectation.h"
-#include "tools/log_lines.h"
 #include "tools/progress.h"
-#include "tools/replay.h"
 #include "tools/replay_options.h"
 #include "tools/replay_report.h"
-#include "tools/timed_lines.h"
-#include "tools/user_files.h"
 
 namespace corvane::tools {
 

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "archive/instant.h"
+#include "archive/utf8.h"
 #include "base/number_text.h"
-#include "tools/instant.h"
-#include "tools/utf8.h"
 
 namespace corvane::tools {
 

@@ -6,8 +6,8 @@
 #include <map>
 #include <string>
 
+#include "archive/replay.h"
 #include "tools/output.h"
-#include "tools/replay.h"
 #include "tools/replay_options.h"
 
 namespace corvane::tools {

@@ -16,8 +16,12 @@ LAYERS = {
     "app": ["ui", "link", "core", "record", "store", "panel", "base"],
 }
 STANDIN_USES = ["base"]
-# The companion decides as the program does, but has no window and no link.
-TOOLS_USE = ["core", "record", "store", "panel", "base"]
+# The companion decides as the program does, but has no window and no link. Its commands stand on
+# what reads the program's files.
+COMPANION_USES = {
+    "archive": ["core", "record", "store", "panel", "base"],
+    "tools": ["archive", "core", "record", "store", "panel", "base"],
+}
 
 STANDARD = set("""
     algorithm any array atomic barrier bit bitset cassert cctype cerrno charconv chrono cmath
@@ -112,9 +116,10 @@ def check_direction(path, line, target):
     elif parts[0] == "standin":
         if target_parts[0] != "standin" and target_parts[1] not in STANDIN_USES:
             yield Finding(path, line, "direction", f"standin may not include {target}")
-    elif parts[0] == "tools":
-        if target_parts[0] != "tools" and target_parts[1] not in TOOLS_USE:
-            yield Finding(path, line, "direction", f"tools may not include {target}")
+    elif parts[0] in COMPANION_USES:
+        folder = target_parts[1] if target_parts[0] == "src" else target_parts[0]
+        if folder != parts[0] and folder not in COMPANION_USES[parts[0]]:
+            yield Finding(path, line, "direction", f"{parts[0]} may not include {target}")
     elif parts[:2] in (["tests", "sim"], ["tests", "sim_desktop"]) and \
             target.startswith("tests/desktop/"):
         yield Finding(path, line, "direction", "the simulation may not include the desktop tests")

@@ -5,7 +5,7 @@ import re
 from .tree import Finding, at, under
 
 FOLDER = "docs/manual/"
-PROGRAMS = ("src", "tools", "standin")
+PROGRAMS = ("src", "archive", "tools", "standin")
 NUMBERS = "src/ui/control_ids.h"
 
 # Captions and texts of other programs, and where they are met.

@@ -5,7 +5,7 @@ import subprocess
 from typing import NamedTuple
 
 SKIPPED_FOLDERS = {".git", "build", "dist", "demo-output", "__pycache__"}
-CODE_ROOTS = ("src", "tools", "standin", "demo", "tests", "fuzz", "bench")
+CODE_ROOTS = ("src", "archive", "tools", "standin", "demo", "tests", "fuzz", "bench")
 TEXT_ENDINGS = (".h", ".cpp", ".py", ".sh", ".cmake", ".md", ".json", ".rc", ".manifest", ".in",
                 ".yml")
 TEXT_NAMES = {"CMakeLists.txt", ".clang-format", ".gitignore", "run"}

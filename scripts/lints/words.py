@@ -30,7 +30,7 @@ def portable(path):
 
 
 def portable_program(path):
-    return portable(path) and under(path, ("src", "tools", "standin"))
+    return portable(path) and under(path, ("src", "archive", "tools", "standin"))
 
 
 def tests(path):

@@ -14,8 +14,6 @@ constexpr std::size_t kLongestHeader = 256;
 constexpr std::size_t kBitsOffset = 34;
 constexpr std::size_t kFormatEnd = 36;
 constexpr std::size_t kPieceSize = 64 * 1024;
-// What a converter may add to nothing.
-constexpr int kNoise = 1;
 
 int ByteAt(std::string_view bytes, std::size_t index) {
   return static_cast<unsigned char>(bytes[index]);

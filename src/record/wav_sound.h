@@ -15,6 +15,8 @@ enum class Sound {
 };
 
 inline constexpr std::size_t kLongestJudged = 16 * 1024 * 1024;
+// What a converter may add to nothing.
+inline constexpr int kNoise = 1;
 
 // Reads as far as the first sound.
 [[nodiscard]] Sound SoundIn(Files& files, const std::string& path);

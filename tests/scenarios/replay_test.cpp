@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "archive/replay.h"
 #include "scenarios/busy_traffic.h"
 #include "scenarios/world.h"
 #include "store/saved_lists.h"
-#include "tools/replay.h"
 
 namespace corvane::sim {
 namespace {

@@ -1,45 +1,19 @@
 // Runs of corvane-tools on files in a folder of their own.
 #pragma once
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <sstream>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "tools/command.h"
+#include "unit/archive/folder_fixture.h"
 
 namespace corvane::tools {
 
-class ToolsTest : public ::testing::Test {
+class ToolsTest : public FolderTest {
  protected:
-  ToolsTest() {
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    folder_ = std::filesystem::path(::testing::TempDir()) /
-              (std::string("corvane-tools-") + test->test_suite_name() + "-" + test->name());
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_);
-  }
-  ~ToolsTest() override { std::filesystem::remove_all(folder_); }
-
-  [[nodiscard]] std::string Path(const std::string& name) const {
-    return (folder_ / name).string();
-  }
-  // Gives the path.
-  std::string Put(const std::string& name, std::string_view content) const {
-    std::filesystem::create_directories((folder_ / name).parent_path());
-    std::ofstream(folder_ / name, std::ios::binary) << content;
-    return Path(name);
-  }
-  [[nodiscard]] std::string Content(const std::string& name) const {
-    std::ifstream stream(folder_ / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
-
   struct Run {
     ExitCode code;
     std::string out;
@@ -69,9 +43,6 @@ class ToolsTest : public ::testing::Test {
     return "SSI:" + std::to_string(gssi) + " " + name + " Call ID:" + std::to_string(call_id) +
            " \r\n";
   }
-
- private:
-  std::filesystem::path folder_;
 };
 
 }  // namespace corvane::tools

@@ -1,8 +1,8 @@
-#include "tools/log_lines.h"
+#include "archive/log_lines.h"
 
 #include <gmock/gmock.h>
 
-#include "unit/tools/tools_fixture.h"
+#include "unit/archive/folder_fixture.h"
 
 namespace corvane::tools {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class LogLinesTest : public ToolsTest {
+class LogLinesTest : public FolderTest {
  protected:
   std::vector<std::string> Read(std::string_view content) {
     EXPECT_TRUE(lines_.Open(Put("log", content)));

@@ -1,5 +1,5 @@
 // Code page, JSON and CSV.
-#include "tools/utf8.h"
+#include "archive/utf8.h"
 
 #include <array>
 
@@ -93,6 +93,39 @@ std::string CsvField(std::string_view utf8) {
     text += c;
   }
   return text + '"';
+}
+
+std::string SafeCsvField(std::string_view utf8) {
+  // Blanks and control characters in front are passed over by some of them.
+  const std::size_t first = utf8.find_first_not_of(" \t\r\n\v\f");
+  const bool formula = first != std::string_view::npos &&
+                       std::string_view("=+-@").find(utf8[first]) != std::string_view::npos;
+  const bool control = !utf8.empty() && static_cast<unsigned char>(utf8.front()) < ' ';
+  return CsvField(formula || control ? "'" + std::string(utf8) : std::string(utf8));
+}
+
+bool IsUtf8(std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const auto byte = [&](std::size_t index) -> unsigned {
+      return index < text.size() ? static_cast<unsigned char>(text[index]) : 0U;
+    };
+    const unsigned first = byte(at);
+    if (first < 0x80) {
+      ++at;
+      continue;
+    }
+    const std::size_t size = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    unsigned letter = first & (size == 4 ? 0x07U : size == 3 ? 0x0FU : 0x1FU);
+    if (first < 0xC2 || first > 0xF4) return false;
+    for (std::size_t next = 1; next < size; ++next) {
+      if ((byte(at + next) & 0xC0U) != 0x80U) return false;
+      letter = letter << 6U | (byte(at + next) & 0x3FU);
+    }
+    const unsigned least = size == 4 ? 0x10000U : size == 3 ? 0x800U : 0x80U;
+    if (letter < least || letter > 0x10FFFF || (letter >= 0xD800 && letter < 0xE000)) return false;
+    at += size;
+  }
+  return true;
 }
 
 }  // namespace corvane::tools

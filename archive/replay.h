@@ -10,13 +10,13 @@
 #include <string>
 #include <string_view>
 
+#include "archive/replay_ports.h"
+#include "archive/timed_lines.h"
 #include "core/call_follower.h"
 #include "core/call_watcher.h"
 #include "core/daily_calls.h"
 #include "core/scanner.h"
 #include "store/call_activity.h"
-#include "tools/replay_ports.h"
-#include "tools/timed_lines.h"
 
 namespace corvane::tools {
 

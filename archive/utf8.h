@@ -19,4 +19,12 @@ namespace corvane::tools {
 // A field of a line of comma-separated values, in quotation marks where it needs them.
 [[nodiscard]] std::string CsvField(std::string_view utf8);
 
+// The same of text that others chose: one that a spreadsheet would take for a formula gets an
+// apostrophe in front, which makes it text there.
+[[nodiscard]] std::string SafeCsvField(std::string_view utf8);
+
+// Whether all of it is UTF-8 as it should be: no cut letters, no surrogates, nothing in a longer
+// form than needed.
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
 }  // namespace corvane::tools

@@ -1,16 +1,17 @@
 // Reading lists and settings.
-#include "tools/user_files.h"
+#include "archive/user_files.h"
 
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 #include <utility>
 
+#include "archive/replay_ports.h"
+#include "archive/shared_file.h"
+#include "archive/utf8.h"
 #include "base/number_text.h"
 #include "base/text.h"
 #include "store/saved_lists.h"
 #include "store/settings.h"
-#include "tools/replay_ports.h"
 
 namespace corvane::tools {
 
@@ -23,14 +24,8 @@ FileError ReadFile(const std::filesystem::path& path, std::string& content) {
   std::error_code error;
   if (!std::filesystem::exists(path, error)) return kFileNotFound;
   if (std::filesystem::is_directory(path, error)) return kPathAccess;
-  std::ifstream stream(path, std::ios::binary);
-  if (!stream) return kPermissionDenied;
-  std::string piece(1U << 16U, '\0');
-  do {
-    stream.read(piece.data(), static_cast<std::streamsize>(piece.size()));
-    content.append(piece, 0, static_cast<std::size_t>(stream.gcount()));
-  } while (stream && content.size() <= kLargestFile);
-  return stream.bad() || content.size() > kLargestFile ? kPathAccess : kFileOk;
+  if (!ReadShared(path, kLargestFile + 1, content)) return kPermissionDenied;
+  return content.size() > kLargestFile ? kPathAccess : kFileOk;
 }
 
 // One file under whatever name it is asked for.
@@ -43,6 +38,20 @@ class OneFile : public NoFiles {
 
  private:
   std::filesystem::path path_;
+};
+
+// Takes every text for a date of its own settings.
+class AnyDates : public WallClock {
+ public:
+  [[nodiscard]] DateTime Now() const override { return {2000, 1, 1}; }
+  [[nodiscard]] std::string GeneralDate(const DateTime&) const override { return text_; }
+  [[nodiscard]] std::optional<DateTime> ParseGeneralDate(std::string_view text) const override {
+    text_ = text;
+    return Now();
+  }
+
+ private:
+  mutable std::string text_;
 };
 
 class NotedPrompts : public Prompts {
@@ -94,6 +103,30 @@ std::string LoadGroups(const std::string& folder, GssiTable& table, bool& found)
   GroupList list(files, form, table, "");
   const ErrorNumber failure = list.Load();
   return failure == kNoError ? "" : path.string() + ": " + Meaning(failure);
+}
+
+std::string LoadSubscribers(const std::string& folder, SsiTable& table, bool& found) {
+  const std::filesystem::path path = FindFile(folder, "TETRA_SSI.txt");
+  found = !path.empty();
+  if (!found) return "";
+  OneFile files(path);
+  NoWindow window;
+  Form1 form(window);
+  AnyDates clock;
+  SubscriberList list(files, clock, form, table, "");
+  const ErrorNumber failure = list.Load();
+  return failure == kNoError ? "" : path.string() + ": " + Meaning(failure);
+}
+
+std::string UserLists::GroupLabel(std::int32_t mcc, std::int32_t mnc, std::int32_t gssi) const {
+  const auto found = groups.Find(mcc, mnc, gssi);
+  return found ? Utf8(groups[*found].Label.trimmed()) : std::string();
+}
+
+std::string UserLists::SubscriberLabel(std::int32_t mcc, std::int32_t mnc, std::int32_t gssi,
+                                       std::int32_t ssi) const {
+  const auto found = subscribers.Find(mcc, mnc, gssi, ssi);
+  return found ? Utf8(subscribers[*found].Label.trimmed()) : std::string();
 }
 
 std::string LoadSettings(const std::string& path, ReplayStart& start) {

@@ -11,9 +11,9 @@
 #include <string>
 #include <string_view>
 
+#include "archive/event_feed.h"
+#include "archive/log_lines.h"
 #include "core/setup_decision.h"
-#include "tools/event_feed.h"
-#include "tools/log_lines.h"
 
 namespace corvane::tools {
 

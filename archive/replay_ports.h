@@ -10,14 +10,14 @@
 #include <string_view>
 #include <utility>
 
+#include "archive/instant.h"
+#include "archive/utf8.h"
 #include "base/files.h"
 #include "base/loop.h"
 #include "base/wall_clock.h"
 #include "core/ports.h"
 #include "panel/control_sink.h"
 #include "record/mci.h"
-#include "tools/instant.h"
-#include "tools/utf8.h"
 
 namespace corvane::tools {
 

@@ -1,5 +1,5 @@
 // Calendar arithmetic.
-#include "tools/instant.h"
+#include "archive/instant.h"
 
 #include <chrono>
 

@@ -1,5 +1,5 @@
 // Driving call following.
-#include "tools/replay.h"
+#include "archive/replay.h"
 
 #include <algorithm>
 

@@ -1,10 +1,9 @@
 // Buffered reading. A line that lies whole in the buffer is not copied.
-#include "tools/log_lines.h"
+#include "archive/log_lines.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 namespace corvane::tools {
 
@@ -12,25 +11,24 @@ namespace {
 constexpr std::size_t kBufferSize = 4 * LogLines::kLongestLine;
 }  // namespace
 
-LogLines::~LogLines() {
-  if (own_ && file_ != nullptr) std::fclose(file_);
+bool LogLines::Open(const std::filesystem::path& path) {
+  buffer_.resize(kBufferSize);
+  standard_ = path == "-";
+  if (standard_) return true;
+  if (!file_.Open(path)) return false;
+  bytes_in_all_ = file_.Size();
+  return true;
 }
 
-bool LogLines::Open(const std::string& path) {
-  buffer_.resize(kBufferSize);
-  if (path == "-") {
-    file_ = stdin;
-    return true;
+std::size_t LogLines::Read(char* to, std::size_t size) {
+  if (!standard_) {
+    const std::size_t got = file_.Read(to, size);
+    failed_ = failed_ || file_.failed();
+    return got;
   }
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) return false;
-  file_ = std::fopen(path.c_str(), "rb");
-  own_ = true;
-  if (file_ == nullptr) return false;
-  std::setvbuf(file_, nullptr, _IONBF, 0);
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
-  if (!error) bytes_in_all_ = size;
-  return true;
+  const std::size_t got = std::fread(to, 1, size, stdin);
+  if (got == 0 && std::ferror(stdin) != 0) failed_ = true;
+  return got;
 }
 
 // Reads on behind what is left, which moves to the front.
@@ -38,8 +36,7 @@ bool LogLines::Fill() {
   std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
   end_ -= begin_;
   begin_ = 0;
-  const std::size_t got = std::fread(buffer_.data() + end_, 1, buffer_.size() - end_, file_);
-  if (got == 0 && std::ferror(file_) != 0) failed_ = true;
+  const std::size_t got = Read(buffer_.data() + end_, buffer_.size() - end_);
   end_ += got;
   bytes_read_ += got;
   return got > 0;

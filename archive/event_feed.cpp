@@ -1,12 +1,13 @@
 // Reading of event log entries.
-#include "tools/event_feed.h"
+#include "archive/event_feed.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
 
+#include "archive/instant.h"
 #include "base/number_text.h"
 #include "base/text.h"
-#include "tools/instant.h"
 
 namespace corvane::tools {
 
@@ -55,28 +56,60 @@ std::optional<Int> NumberBehind(std::string_view text, std::string_view key) {
   return ParseDecimal<Int>(text.substr(0, text.find_first_not_of("0123456789")));
 }
 
-std::optional<EventEntry::Kind> KindOfCallLine(std::string_view text) {
-  if (Contains(text, " - On carrier: ")) return EventEntry::Kind::kSetup;
-  if (Contains(text, " - VC D-TX-Ceased")) return EventEntry::Kind::kCeased;
-  if (Contains(text, " - VC D-TX-Granted")) return EventEntry::Kind::kGranted;
-  if (Contains(text, " - VC D-Released")) return EventEntry::Kind::kReleased;
-  if (Contains(text, " - VC D-Disconnect")) return EventEntry::Kind::kDisconnected;
-  return std::nullopt;
+// What stands between the first "[" and the "]" at the end: a label may hold either.
+std::string_view LabelIn(std::string_view text) {
+  const std::size_t begin = text.find('[');
+  if (begin == std::string_view::npos || !text.ends_with(']')) return {};
+  return text.substr(begin + 1, text.size() - begin - 2);
 }
 
-// An entry that begins with "Call ID: ".
+struct CallLine {
+  std::string_view key;
+  EventEntry::Kind kind;
+};
+
+constexpr std::array<CallLine, 6> kCallLines = {
+    {{" - On carrier: ", EventEntry::Kind::kSetup},
+     {" - Calling SSI: ", EventEntry::Kind::kCalling},
+     {" - VC D-TX-Ceased SSI: ", EventEntry::Kind::kCeased},
+     {" - VC D-TX-Granted SSI: ", EventEntry::Kind::kGranted},
+     {" - VC D-Released", EventEntry::Kind::kReleased},
+     {" - VC D-Disconnect", EventEntry::Kind::kDisconnected}}};
+
+// An entry that begins with "Call ID: ". Labels stand at its end and may hold any of these words.
 bool ReadCallLine(std::string_view text, EventEntry& entry) {
-  const auto kind = KindOfCallLine(text);
-  const auto call_id = NumberBehind<std::int16_t>(text, "Call ID: ");
-  if (!kind || !call_id) return false;
-  entry.kind = *kind;
+  constexpr std::string_view kCallId = "Call ID: ";
+  const auto call_id = NumberBehind<std::int16_t>(text, kCallId);
+  text.remove_prefix(std::min(text.find_first_not_of("0123456789", kCallId.size()), text.size()));
+  const auto* line =
+      std::find_if(kCallLines.begin(), kCallLines.end(),
+                   [text](const CallLine& known) { return text.starts_with(known.key); });
+  if (!call_id || line == kCallLines.end()) return false;
+  entry.kind = line->kind;
   entry.call_id = *call_id;
-  if (*kind != EventEntry::Kind::kSetup) return true;
+  if (entry.kind == EventEntry::Kind::kReleased || entry.kind == EventEntry::Kind::kDisconnected) {
+    return true;
+  }
+  entry.label = LabelIn(text);
+  if (entry.kind != EventEntry::Kind::kSetup) {
+    const auto ssi = NumberBehind<std::int32_t>(text, line->key);
+    entry.ssi = ssi.value_or(0);
+    return ssi.has_value();
+  }
   const auto gssi = NumberBehind<std::int32_t>(text, " - Group: ");
-  const auto carrier = NumberBehind<std::int32_t>(text, " - On carrier: ");
+  const auto carrier = NumberBehind<std::int32_t>(text, line->key);
   entry.gssi = gssi.value_or(0);
   entry.carrier = carrier.value_or(0);
   return gssi && carrier;
+}
+
+bool ReadNetwork(std::string_view text, EventEntry& entry) {
+  const auto mcc = NumberBehind<std::int32_t>(text, "MCC:");
+  const auto mnc = NumberBehind<std::int32_t>(text, "  MNC:");
+  entry.kind = EventEntry::Kind::kNetwork;
+  entry.mcc = mcc.value_or(0);
+  entry.mnc = mnc.value_or(0);
+  return mcc && mnc;
 }
 
 bool ReadEntry(std::string_view text, EventEntry& entry) {
@@ -91,14 +124,18 @@ bool ReadEntry(std::string_view text, EventEntry& entry) {
     const auto gssi = NumberBehind<std::int32_t>(text, "GSSI: ");
     entry.kind = EventEntry::Kind::kLockedOut;
     entry.gssi = gssi.value_or(0);
+    entry.label = LabelIn(text);
     return gssi.has_value();
   }
+  if (text.starts_with("MCC:")) return ReadNetwork(text, entry);
   if (text.starts_with("Manual D-Release occured")) {
     entry.kind = EventEntry::Kind::kReset;
   } else if (text.starts_with("LOG mode active")) {
     entry.kind = EventEntry::Kind::kLogModeOn;
   } else if (text.starts_with("LOG mode de-activated")) {
     entry.kind = EventEntry::Kind::kLogModeOff;
+  } else if (text.starts_with("Timeslot is not valid")) {
+    entry.kind = EventEntry::Kind::kAborted;
   } else if (Contains(text, "D_")) {
     entry.kind = EventEntry::Kind::kListed;
     entry.text = std::hash<std::string_view>{}(text);
@@ -106,17 +143,6 @@ bool ReadEntry(std::string_view text, EventEntry& entry) {
     return false;
   }
   return true;
-}
-
-// Which order the dates of the file have, by the first one that can be read in one way only.
-DateOrder OrderOfDates(LogLines& lines) {
-  for (std::string_view line; lines.Next(line);) {
-    std::array<int, 3> date{};
-    if (!TakeNumbers(line, "/.-", date.size(), date) || date[0] >= kFirstFourDigitYear) continue;
-    if (date[0] > 12) return DateOrder::kDayFirst;
-    if (date[1] > 12) return DateOrder::kMonthFirst;
-  }
-  return DateOrder::kDayFirst;
 }
 
 }  // namespace
@@ -140,6 +166,19 @@ std::optional<DateTime> ParseStamp(std::string_view line, DateOrder order, std::
   return time;
 }
 
+DateOrder OrderOfDates(LogLines& lines, const std::optional<DateTime>& day) {
+  for (std::string_view line; lines.Next(line);) {
+    std::array<int, 3> date{};
+    if (!TakeNumbers(line, "/.-", date.size(), date) || date[0] >= kFirstFourDigitYear) continue;
+    if (date[0] > 12) return DateOrder::kDayFirst;
+    if (date[1] > 12) return DateOrder::kMonthFirst;
+    if (!day || date[0] == date[1]) continue;
+    if (date[0] == day->day && date[1] == day->month) return DateOrder::kDayFirst;
+    if (date[0] == day->month && date[1] == day->day) return DateOrder::kMonthFirst;
+  }
+  return DateOrder::kDayFirst;
+}
+
 std::optional<EventEntry> ParseEvent(std::string_view line, DateOrder order) {
   std::string_view text;
   const auto time = ParseStamp(line, order, text);
@@ -150,10 +189,10 @@ std::optional<EventEntry> ParseEvent(std::string_view line, DateOrder order) {
   return entry;
 }
 
-bool EventFeed::Open(const std::string& path) {
+bool EventFeed::Open(const std::filesystem::path& path, const std::optional<DateTime>& day) {
   LogLines once;
   if (!once.Open(path)) return false;
-  order_ = OrderOfDates(once);
+  order_ = OrderOfDates(once, day);
   return !once.failed() && lines_.Open(path);
 }
 
@@ -165,8 +204,9 @@ const EventEntry* EventFeed::Peek(std::size_t ahead) {
       ended_ = true;
       break;
     }
-    const auto entry = ParseEvent(line, order_);
-    if (!entry) continue;
+    auto entry = ParseEvent(line, order_);
+    if (!entry || entry->is_about_call_alone()) continue;
+    entry->label = {};
     const bool listed = entry->kind == EventEntry::Kind::kListed;
     // A line is listed once for each name that it contains.
     const bool again = listed && entry->text == last_listed_;

@@ -4,10 +4,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "archive/shared_file.h"
 
 namespace corvane::tools {
 
@@ -16,13 +18,8 @@ class LogLines {
   // What stands behind this many bytes of a line is passed over.
   static constexpr std::size_t kLongestLine = 65536;
 
-  LogLines() = default;
-  ~LogLines();
-  LogLines(const LogLines&) = delete;
-  LogLines& operator=(const LogLines&) = delete;
-
   // "-" is the standard input. False when it cannot be opened.
-  [[nodiscard]] bool Open(const std::string& path);
+  [[nodiscard]] bool Open(const std::filesystem::path& path);
 
   // LF and CR LF end a line; a last line without an end counts. The view is good until the next
   // call. False at the end of the file and when reading failed.
@@ -42,8 +39,10 @@ class LogLines {
   [[nodiscard]] bool LongLine(std::string_view& line);
   [[nodiscard]] std::string_view Ended(const char* begin, std::size_t size);
 
-  std::FILE* file_ = nullptr;
-  bool own_ = false;
+  [[nodiscard]] std::size_t Read(char* to, std::size_t size);
+
+  SharedFile file_;
+  bool standard_ = false;  // the standard input instead
   std::vector<char> buffer_;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;

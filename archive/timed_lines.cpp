@@ -1,6 +1,6 @@
 // Bringing two logs together: entries and lines have the same order, so each entry is looked for
 // from the line of the one before it on.
-#include "tools/timed_lines.h"
+#include "archive/timed_lines.h"
 
 #include <algorithm>
 #include <functional>

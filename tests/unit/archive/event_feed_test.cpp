@@ -1,10 +1,10 @@
-#include "tools/event_feed.h"
+#include "archive/event_feed.h"
 
 #include <gtest/gtest.h>
 
+#include "archive/instant.h"
 #include "base/date_time.h"
-#include "tools/instant.h"
-#include "unit/tools/tools_fixture.h"
+#include "unit/archive/folder_fixture.h"
 
 namespace corvane::tools {
 namespace {
@@ -65,6 +65,9 @@ TEST(ParseEvent, WhatTheProgramWrites) {
       {"LOG mode de-activated - Calls can now be heard", Kind::kLogModeOff, 0},
       {"Skipping Call, lockout found GSSI: 9004 [z]", Kind::kLockedOut, 0},
       {"SSI:5023 D_Wait Reference:191 ", Kind::kListed, 0},
+      {"Call ID: 151 - Calling SSI: 5011", Kind::kCalling, 151},
+      {"MCC:262  MNC:42  LA:101", Kind::kNetwork, 0},
+      {"Timeslot is not valid - call setup aborted", Kind::kAborted, 0},
   };
   for (const auto& row : rows) {
     const auto entry = Parse(row.text);
@@ -74,17 +77,37 @@ TEST(ParseEvent, WhatTheProgramWrites) {
   }
 }
 
+TEST(ParseEvent, TalkersNetworksAndLabels) {
+  EXPECT_EQ(Parse("Call ID: 7 - Calling SSI: 5011 [a]")->ssi, 5011);
+  EXPECT_EQ(Parse("Call ID: 7 - VC D-TX-Granted SSI: 5012")->ssi, 5012);
+  EXPECT_EQ(Parse("MCC:262  MNC:42  LA:101 [x]")->mcc, 262);
+  EXPECT_EQ(Parse("MCC:262  MNC:42  LA:101 [x]")->mnc, 42);
+  const auto label = [](const std::string& text) {
+    const std::string line = "05/11/2026 14:23:05 - " + text;
+    return std::string(ParseEvent(line, DateOrder::kDayFirst)->label);
+  };
+  EXPECT_EQ(label("Call ID: 7 - On carrier: 2610 - Group: 9006 "), "");
+  EXPECT_EQ(label("Call ID: 7 - On carrier: 2610 - Group: 9006 [a [b]]"), "a [b]");
+  EXPECT_EQ(label("Call ID: 7 - Calling SSI: 5011 [x]"), "x");
+  EXPECT_EQ(label("Skipping Call, lockout found GSSI: 9004 [z]"), "z");
+}
+
+TEST(ParseEvent, NoLabelPassesForAnotherEntry) {
+  const auto entry = Parse("Call ID: 7 - Calling SSI: 5011 [ - VC D-Released - On carrier: 1]");
+  ASSERT_TRUE(entry);
+  EXPECT_EQ(entry->kind, Kind::kCalling);
+}
+
 TEST(ParseEvent, WhatSaysNothing) {
   for (const char* text :
-       {"Call ID: 151 - Calling SSI: 5011", "MCC:262  MNC:42  LA:101",
-        "Call ID: 99999 - VC D-Released", "Call ID: 1 - On carrier: x - Group: 1",
-        "Timeslot is not valid - call setup aborted", ""}) {
+       {"Call ID: 99999 - VC D-Released", "Call ID: 1 - On carrier: x - Group: 1",
+        "Call ID: 151 - Calling SSI: ", "MCC:262  LA:101", "Call ID: 1", "Call ID: ", ""}) {
     EXPECT_FALSE(Parse(text)) << text;
   }
   EXPECT_FALSE(ParseEvent("", DateOrder::kDayFirst));
 }
 
-class EventFeedTest : public ToolsTest {};
+class EventFeedTest : public FolderTest {};
 
 TEST_F(EventFeedTest, LearnsTheOrderOfTheDatesFromTheWholeFile) {
   EventFeed feed;
@@ -98,6 +121,24 @@ TEST_F(EventFeedTest, LearnsTheOrderOfTheDatesFromTheWholeFile) {
   feed.Pop();
   feed.Pop();
   EXPECT_EQ(feed.Peek(), nullptr);
+}
+
+TEST_F(EventFeedTest, TheDayOfTheFolderTellsTheOrderOfTheDates) {
+  const std::string path = Put("log", "11/5/2026 2:23:05 PM - LOG mode active\r\n");
+  EventFeed feed;
+  ASSERT_TRUE(feed.Open(path, DateTime{2026, 11, 5}));
+  ASSERT_NE(feed.Peek(), nullptr);
+  EXPECT_EQ(feed.Peek()->second, SecondsOf(kMoment));
+}
+
+TEST_F(EventFeedTest, EntriesAboutCallsAloneArePassedOver) {
+  EventFeed feed;
+  ASSERT_TRUE(feed.Open(Put("log",
+                            "05/11/2026 14:23:05 - MCC:262  MNC:42  LA:101\r\n"
+                            "05/11/2026 14:23:05 - Call ID: 7 - Calling SSI: 5011\r\n"
+                            "05/11/2026 14:23:05 - LOG mode active\r\n")));
+  ASSERT_NE(feed.Peek(), nullptr);
+  EXPECT_EQ(feed.Peek()->kind, Kind::kLogModeOn);
 }
 
 TEST_F(EventFeedTest, ALineThatIsListedTwiceIsOneEntry) {
