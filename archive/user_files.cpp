@@ -64,7 +64,19 @@ class NotedPrompts : public Prompts {
   std::string said;
 };
 
-std::string Meaning(ErrorNumber error) {
+// The file's name as it is spelt in the folder; "" when there is none. Lists may come from a system
+// that does not tell small letters from capitals.
+std::filesystem::path FindFile(const std::string& folder, const char* name) {
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    if (SameWord(entry.path().filename().string(), name)) return entry.path();
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string MeaningOf(ErrorNumber error) {
   switch (error) {
     case kOverflow:
       return "a number does not fit its field";
@@ -79,18 +91,6 @@ std::string Meaning(ErrorNumber error) {
   }
 }
 
-// The file's name as it is spelt in the folder; "" when there is none. Lists may come from a system
-// that does not tell small letters from capitals.
-std::filesystem::path FindFile(const std::string& folder, const char* name) {
-  std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-    if (SameWord(entry.path().filename().string(), name)) return entry.path();
-  }
-  return {};
-}
-
-}  // namespace
-
 std::string LoadGroups(const std::string& folder, GssiTable& table, bool& found) {
   std::error_code error;
   if (!std::filesystem::is_directory(folder, error)) return folder + ": there is no such folder";
@@ -102,7 +102,7 @@ std::string LoadGroups(const std::string& folder, GssiTable& table, bool& found)
   Form1 form(window);
   GroupList list(files, form, table, "");
   const ErrorNumber failure = list.Load();
-  return failure == kNoError ? "" : path.string() + ": " + Meaning(failure);
+  return failure == kNoError ? "" : path.string() + ": " + MeaningOf(failure);
 }
 
 std::string LoadSubscribers(const std::string& folder, SsiTable& table, bool& found) {
@@ -131,7 +131,7 @@ std::string UserLists::SubscriberLabel(std::int32_t mcc, std::int32_t mnc, std::
 
 std::string LoadSettings(const std::string& path, ReplayStart& start) {
   std::string content;
-  if (const FileError error = ReadFile(path, content)) return path + ": " + Meaning(error);
+  if (const FileError error = ReadFile(path, content)) return path + ": " + MeaningOf(error);
   OneFile files(path);
   NotedPrompts prompts;
   ReplayLoop loop;

@@ -5,9 +5,13 @@
 #include <string>
 
 #include "archive/replay.h"
+#include "store/start_error.h"
 #include "store/tables.h"
 
 namespace corvane::tools {
+
+// Why a file cannot be used, in words.
+[[nodiscard]] std::string MeaningOf(ErrorNumber error);
 
 // Each gives "" or what is wrong.
 

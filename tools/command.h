@@ -40,6 +40,7 @@ struct Command {
 // "corvane-tools NAME: TEXT", on the error output. Gives kFailed.
 ExitCode Fail(Console& console, const char* command, const std::string& text);
 
+extern const Command kListsCommand;
 extern const Command kReplayCommand;
 
 }  // namespace corvane::tools

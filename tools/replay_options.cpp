@@ -81,16 +81,6 @@ bool ReadFormat(std::string_view text, Format& format) {
   return false;
 }
 
-bool ReadNetwork(std::string_view text, std::optional<NetworkCode>& network) {
-  const std::size_t slash = text.find('/');
-  if (slash == std::string_view::npos) return false;
-  const auto mcc = ParseDecimal<std::int16_t>(text.substr(0, slash));
-  const auto mnc = ParseDecimal<std::int16_t>(text.substr(slash + 1));
-  if (!mcc || !mnc || *mcc < 0 || *mnc < 0) return false;
-  network = {*mcc, *mnc};
-  return true;
-}
-
 bool ReadGroup(std::string_view text, std::int32_t& gssi) {
   const auto number = ParseDecimal<std::int32_t>(text);
   if (!number || *number < 0) return false;
@@ -161,6 +151,16 @@ bool TakesValue(std::string_view name) {
 }
 
 }  // namespace
+
+bool ReadNetwork(std::string_view text, std::optional<NetworkCode>& network) {
+  const std::size_t slash = text.find('/');
+  if (slash == std::string_view::npos) return false;
+  const auto mcc = ParseDecimal<std::int16_t>(text.substr(0, slash));
+  const auto mnc = ParseDecimal<std::int16_t>(text.substr(slash + 1));
+  if (!mcc || !mnc || *mcc < 0 || *mnc < 0) return false;
+  network = {*mcc, *mnc};
+  return true;
+}
 
 std::string ParseReplayOptions(const Arguments& arguments, ReplayOptions& options) {
   bool only_files = false;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/setup_decision.h"
@@ -44,6 +45,9 @@ struct ReplayOptions {
 
 // What is wrong with `arguments`; "" when nothing is.
 [[nodiscard]] std::string ParseReplayOptions(const Arguments& arguments, ReplayOptions& options);
+
+// Reads "262/42". False when it is no network.
+[[nodiscard]] bool ReadNetwork(std::string_view text, std::optional<NetworkCode>& network);
 
 extern const char* const kReplayHelp;
 

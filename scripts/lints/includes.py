@@ -38,6 +38,11 @@ BESIDE_THE_SEAMS = {"filesystem", "fstream", "iostream", "thread", "chrono", "ct
 # Other headers that one file may include all the same, each with the reason.
 OTHER_HEADERS = {
     ("bench/store_bench.cpp", "malloc.h"): "asks how much memory is in use",
+    ("tests/unit/tools/lists_command_test.cpp", "fcntl.h"): "maps a program as a system does",
+    ("tests/unit/tools/lists_command_test.cpp", "sys/mman.h"): "maps a program as a system does",
+    ("tests/unit/tools/lists_command_test.cpp", "unistd.h"): "maps a program as a system does",
+    ("tools/system_posix.cpp", "fcntl.h"): "opens files that are to be on the disk when closed",
+    ("tools/system_posix.cpp", "unistd.h"): "puts files on the disk",
     ("tools/terminal_posix.cpp", "unistd.h"): "asks whether a stream is a terminal",
 }
 TEST_LIBRARIES = ("gtest/", "gmock/", "benchmark/")

@@ -1,28 +1,18 @@
 // A named mutex for the claim, a few bytes of named shared memory for the window.
 #include "app/single_instance_win.h"
 
+#include "base/instance_name_win.h"
+
 namespace corvane {
 
 namespace {
 
 constexpr DWORD kPollMs = 50;
 
-// Paths are the same whatever the case of their letters; a hash, because names of system objects
-// must not hold "\".
-std::string ObjectName(const std::string& program_folder, const char* what) {
-  std::uint64_t hash = 14695981039346656037ULL;
-  std::string folder = program_folder;
-  CharLowerBuffA(folder.data(), static_cast<DWORD>(folder.size()));
-  for (const char c : folder) {
-    hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
-  }
-  return "Local\\Corvane-" + std::to_string(hash) + "-" + what;
-}
-
 }  // namespace
 
 std::string SingleInstance::ClaimName(const std::string& program_folder) {
-  return ObjectName(program_folder, "claim");
+  return InstanceObject(program_folder, kInstanceClaim);
 }
 
 SingleInstance::SingleInstance(const std::string& program_folder)
@@ -32,7 +22,7 @@ SingleInstance::SingleInstance(const std::string& program_folder)
   const DWORD error = GetLastError();
   first_ = mutex_ != nullptr ? error != ERROR_ALREADY_EXISTS : error != ERROR_ACCESS_DENIED;
   memory_ = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof *window_,
-                               ObjectName(program_folder, "window").c_str());
+                               InstanceObject(program_folder, "window").c_str());
   if (memory_ != nullptr) {
     window_ = static_cast<volatile std::uint64_t*>(
         MapViewOfFile(memory_, FILE_MAP_WRITE, 0, 0, sizeof *window_));
