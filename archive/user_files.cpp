@@ -115,7 +115,7 @@ std::string LoadSubscribers(const std::string& folder, SsiTable& table, bool& fo
   AnyDates clock;
   SubscriberList list(files, clock, form, table, "");
   const ErrorNumber failure = list.Load();
-  return failure == kNoError ? "" : path.string() + ": " + Meaning(failure);
+  return failure == kNoError ? "" : path.string() + ": " + MeaningOf(failure);
 }
 
 std::string UserLists::GroupLabel(std::int32_t mcc, std::int32_t mnc, std::int32_t gssi) const {

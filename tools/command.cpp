@@ -9,7 +9,7 @@ namespace corvane::tools {
 
 namespace {
 
-constexpr const Command* kCommands[] = {&kReplayCommand, &kListsCommand};
+constexpr const Command* kCommands[] = {&kReplayCommand, &kListsCommand, &kShareCommand};
 
 const Command* Find(const std::string& name) {
   for (const Command* command : kCommands) {

@@ -1,8 +1,11 @@
 // What only the system knows of files, of the time and of other programs.
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "base/files.h"
 #include "base/wall_clock.h"
@@ -16,6 +19,23 @@ namespace corvane::tools {
 // Local date and time. Where there are no regional settings dates are written as
 // "yyyy-mm-dd hh:nn:ss".
 [[nodiscard]] std::unique_ptr<WallClock> SystemClock();
+
+// By how many seconds local time is ahead of UTC, `second` s after the beginning of 1970 UTC.
+[[nodiscard]] std::int64_t SecondsAheadAt(std::int64_t second);
+
+// Does nothing for so long.
+void WaitMs(int ms);
+
+// Another program that was started. It goes on when this object ends.
+class StartedProgram {
+ public:
+  // The first word is the program, the others its arguments as they are: no shell sees them.
+  // nullptr when it cannot be started.
+  [[nodiscard]] static std::unique_ptr<StartedProgram> Start(const std::vector<std::string>& words);
+  virtual ~StartedProgram() = default;
+  // How it ended, 0 for success; nullopt while it runs.
+  [[nodiscard]] virtual std::optional<int> Code() = 0;
+};
 
 // Whether Corvane.exe runs in `folder`, as far as this system can tell.
 [[nodiscard]] bool CorvaneRunsIn(const std::string& folder);

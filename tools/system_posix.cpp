@@ -1,6 +1,8 @@
 // Files, clock and running programs of a system without the program's own: lists are prepared here
 // or lie in a folder of Wine.
 #include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -158,6 +160,21 @@ class ClockPosix : public WallClock {
   }
 };
 
+class ProcessPosix : public StartedProgram {
+ public:
+  explicit ProcessPosix(pid_t process) : process_(process) {}
+  [[nodiscard]] std::optional<int> Code() override {
+    constexpr int kUnknown = 255;
+    int status = 0;
+    const pid_t ended = waitpid(process_, &status, WNOHANG);
+    if (ended == 0) return std::nullopt;
+    return ended == process_ && WIFEXITED(status) ? WEXITSTATUS(status) : kUnknown;
+  }
+
+ private:
+  pid_t process_;
+};
+
 // Wine maps the file of a program that it runs, and leaves it mapped.
 bool HasMapped(const fs::path& process, const fs::path& program) {
   std::ifstream maps(process / "maps", std::ios::binary);
@@ -182,6 +199,29 @@ std::unique_ptr<Files> SystemFiles() {
 
 std::unique_ptr<WallClock> SystemClock() {
   return std::make_unique<ClockPosix>();
+}
+
+std::int64_t SecondsAheadAt(std::int64_t second) {
+  const auto instant = static_cast<time_t>(second);
+  tm local{};
+  return localtime_r(&instant, &local) == nullptr ? 0 : local.tm_gmtoff;
+}
+
+void WaitMs(int ms) {
+  const timespec pause = {ms / 1000, ms % 1000 * 1'000'000L};
+  nanosleep(&pause, nullptr);
+}
+
+std::unique_ptr<StartedProgram> StartedProgram::Start(const std::vector<std::string>& words) {
+  std::vector<std::string> copies = words;
+  std::vector<char*> pointers;
+  for (std::string& word : copies) pointers.push_back(word.data());
+  pointers.push_back(nullptr);
+  pid_t process = 0;
+  if (posix_spawnp(&process, pointers[0], nullptr, nullptr, pointers.data(), environ) != 0) {
+    return nullptr;
+  }
+  return std::make_unique<ProcessPosix>(process);
 }
 
 bool CorvaneRunsIn(const std::string& folder) {

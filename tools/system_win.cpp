@@ -49,6 +49,42 @@ bool IsRun(const std::string& program) {
   return false;
 }
 
+// As programs take their command line apart again: marks and the backslashes before them are
+// escaped.
+std::string Quoted(const std::string& word) {
+  std::string text = "\"";
+  std::size_t backslashes = 0;
+  for (const char c : word) {
+    if (c == '"') text.append(backslashes + 1, '\\');
+    backslashes = c == '\\' ? backslashes + 1 : 0;
+    text += c;
+  }
+  text.append(backslashes, '\\');
+  return text + '"';
+}
+
+class ProcessWin : public StartedProgram {
+ public:
+  explicit ProcessWin(HANDLE process) : process_(process) {}
+  ~ProcessWin() override { CloseHandle(process_); }
+  ProcessWin(const ProcessWin&) = delete;
+  ProcessWin& operator=(const ProcessWin&) = delete;
+  [[nodiscard]] std::optional<int> Code() override {
+    DWORD code = 0;
+    if (WaitForSingleObject(process_, 0) == WAIT_TIMEOUT) return std::nullopt;
+    return GetExitCodeProcess(process_, &code) != 0 ? static_cast<int>(code) : -1;
+  }
+
+ private:
+  HANDLE process_;
+};
+
+std::int64_t SecondsIn(const FILETIME& time) {
+  constexpr std::int64_t kPerSecond = 10'000'000;
+  const auto ticks = (static_cast<std::uint64_t>(time.dwHighDateTime) << 32U) | time.dwLowDateTime;
+  return static_cast<std::int64_t>(ticks) / kPerSecond;
+}
+
 }  // namespace
 
 std::unique_ptr<Files> SystemFiles() {
@@ -57,6 +93,39 @@ std::unique_ptr<Files> SystemFiles() {
 
 std::unique_ptr<WallClock> SystemClock() {
   return std::make_unique<WallClockWin>();
+}
+
+std::int64_t SecondsAheadAt(std::int64_t second) {
+  constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;
+  const auto ticks = static_cast<std::uint64_t>(second + kSecondsTo1970) * 10'000'000U;
+  const FILETIME utc = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32U)};
+  SYSTEMTIME utc_parts{};
+  SYSTEMTIME local_parts{};
+  FILETIME local{};
+  if (FileTimeToSystemTime(&utc, &utc_parts) == 0 ||
+      SystemTimeToTzSpecificLocalTime(nullptr, &utc_parts, &local_parts) == 0 ||
+      SystemTimeToFileTime(&local_parts, &local) == 0) {
+    return 0;
+  }
+  return SecondsIn(local) - SecondsIn(utc);
+}
+
+void WaitMs(int ms) {
+  Sleep(static_cast<DWORD>(ms));
+}
+
+std::unique_ptr<StartedProgram> StartedProgram::Start(const std::vector<std::string>& words) {
+  std::string line;
+  for (const std::string& word : words) line += (line.empty() ? "" : " ") + Quoted(word);
+  STARTUPINFOA start{};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION started{};
+  if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                     &started) == 0) {
+    return nullptr;
+  }
+  CloseHandle(started.hThread);
+  return std::make_unique<ProcessWin>(started.hProcess);
 }
 
 bool CorvaneRunsIn(const std::string& folder) {

@@ -1,0 +1,49 @@
+// A day folder while Corvane writes to it: which recordings got their names, and which calls they
+// are of. Opens files for moments only, with full sharing.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "archive/event_calls.h"
+#include "base/date_time.h"
+#include "tools/share/sidecar.h"
+
+namespace corvane::tools {
+
+class LiveDay {
+ public:
+  // How long the end of a call may be written after its recording got its name.
+  static constexpr std::int64_t kEndComesLateS = 2;
+
+  LiveDay(std::filesystem::path folder, const DateTime& day);
+
+  // Whether a recording needs no looking at any more.
+  using IsKnown = std::function<bool(const std::string& day, const std::string& name)>;
+
+  // The calls that are complete and were not given before; `now` is local time. `notices` gets a
+  // line for each recording that is passed over.
+  [[nodiscard]] std::vector<SharedCall> Look(std::int64_t now, const IsKnown& is_known,
+                                             std::vector<std::string>& notices);
+
+ private:
+  void ReadEvents();
+  [[nodiscard]] const CallRecord* FindCall(const SharedCall& shared) const;
+
+  std::filesystem::path folder_;
+  DateTime day_;
+  std::string name_;
+  EventCalls calls_;
+  bool ordered_ = false;
+  std::uint64_t read_ = 0;
+  std::string unfinished_;  // the beginning of a line
+  std::unordered_set<std::string> given_;
+  std::unordered_map<std::string, std::int64_t> seen_;  // when a recording was seen first
+};
+
+}  // namespace corvane::tools
