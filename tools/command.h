@@ -43,5 +43,6 @@ ExitCode Fail(Console& console, const char* command, const std::string& text);
 extern const Command kListsCommand;
 extern const Command kReplayCommand;
 extern const Command kShareCommand;
+extern const Command kWatchCommand;
 
 }  // namespace corvane::tools

@@ -20,7 +20,6 @@ namespace {
 // A recording begins when SDR# is tuned: not before the call's entry, and soon after it.
 constexpr std::int64_t kRecordingEarlyS = 1;
 constexpr std::int64_t kRecordingLateS = 30;
-constexpr std::size_t kPiece = 1U << 16U;
 
 double SecondsOfSound(const std::filesystem::path& path) {
   SharedFile file;
@@ -43,23 +42,7 @@ void LiveDay::ReadEvents() {
     calls_.BeginDay(0, OrderOfDates(lines, day_));
     ordered_ = true;
   }
-  SharedFile file;
-  if (!file.Open(folder->event_log) || !file.Seek(read_)) return;
-  std::string piece(kPiece, '\0');
-  while (const std::size_t got = file.Read(piece.data(), piece.size())) {
-    read_ += got;
-    unfinished_.append(piece, 0, got);
-    std::size_t begin = 0;
-    for (std::size_t end = unfinished_.find('\n'); end != std::string::npos;
-         end = unfinished_.find('\n', begin)) {
-      std::string_view line = std::string_view(unfinished_).substr(begin, end - begin);
-      if (line.ends_with('\r')) line.remove_suffix(1);
-      calls_.TakeLine(line);
-      begin = end + 1;
-    }
-    unfinished_.erase(0, begin);
-    if (unfinished_.size() > LogLines::kLongestLine) unfinished_.clear();
-  }
+  for (const std::string& line : event_log_.NewLines(folder->event_log)) calls_.TakeLine(line);
 }
 
 const CallRecord* LiveDay::FindCall(const SharedCall& shared) const {

@@ -12,6 +12,7 @@
 
 #include "archive/event_calls.h"
 #include "base/date_time.h"
+#include "tools/growing_file.h"
 #include "tools/share/sidecar.h"
 
 namespace corvane::tools {
@@ -40,8 +41,7 @@ class LiveDay {
   std::string name_;
   EventCalls calls_;
   bool ordered_ = false;
-  std::uint64_t read_ = 0;
-  std::string unfinished_;  // the beginning of a line
+  GrowingFile event_log_;
   std::unordered_set<std::string> given_;
   std::unordered_map<std::string, std::int64_t> seen_;  // when a recording was seen first
 };

@@ -149,7 +149,7 @@ TEST_F(ListsExportTest, RadiosOnceOrUnderEachGroup) {
       "5011;9001;262;42;$1;2026-11-15 14:23:05\r\n"
       "9001;9001;262;42;Number of a group;2026-11-15 14:23:05\r\n";
   const Run units = Export("trunk-recorder-units", GroupList({"x"}), radios);
-  EXPECT_EQ(units.out, "5010,Control\n9001,Number of a group\n");
+  EXPECT_EQ(units.out, "9001,Number of a group\n5010,Control\n");
   EXPECT_THAT(units.err,
               HasSubstr("2 rows written, 1 skipped\nradio 5011 has a \"$\" in its name"));
   EXPECT_THAT(

@@ -170,7 +170,7 @@ TEST_F(ShareTest, ACommandIsSplitAtBlanksAndMarksAlone) {
 }
 
 TEST_F(ShareTest, AHookGetsTwoPathsWhateverTheNamesAre) {
-  Put("c/TETRA_GSSI.txt", "9001;262;42;$(touch x) \"; rm y;0;True\r\n");
+  Put("c/TETRA_GSSI.txt", "9001;262;42;$(touch x) \"| rm y;0;True\r\n");
   Put("c/Daily/20261115/Record/142306_7_9001.wav", Sound());
   const std::string script = Put("hook", "#!/bin/sh\nprintf '%s|' \"$#\" \"$@\" >>\"$0.out\"\n");
   std::filesystem::permissions(script, std::filesystem::perms::owner_all);
@@ -181,7 +181,7 @@ TEST_F(ShareTest, AHookGetsTwoPathsWhateverTheNamesAre) {
   EXPECT_EQ(Content("hook.out"), "2|" + Path("out/20261115/142306_7_9001.wav") + "|" +
                                      Path("out/20261115/142306_7_9001.json") + "|");
   EXPECT_THAT(Content("out/20261115/142306_7_9001.json"),
-              HasSubstr("\"talkgroup_tag\": \"$(touch x) \\\"\""));
+              HasSubstr("\"talkgroup_tag\": \"$(touch x) \\\"| rm y\""));
 }
 
 TEST_F(ShareTest, FailuresAreTold) {
