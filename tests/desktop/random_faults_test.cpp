@@ -1,6 +1,7 @@
 // Whatever goes wrong with SDR#, its windows, the connection and the files, one thing after the
 // other at random: the next call that is set up is followed soon after all is well again, and the
-// status log has one line of what a user notices, and one that it is over where there is one.
+// status log has one line of what a user notices, and one that it is over where there is one; of a
+// closed port it has one for each attempt to connect.
 //
 // CORVANE_FAULT_SECONDS is for how long, CORVANE_SEED what the chance begins with, and
 // CORVANE_RECOVERY_MS how soon; without it a loaded machine has time.
@@ -24,6 +25,7 @@ using Clock = std::chrono::steady_clock;
 using Lines = std::vector<std::string>;
 
 constexpr int kUsualSeconds = 180;
+constexpr int kOneAnAttempt = 100;  // to connect, for as long as the port is closed
 constexpr int kUsualSeed = 20261122;
 constexpr std::string_view kSilent = "SDR# does not answer - ";
 constexpr std::string_view kAgain = "SDR# answers again - ";
@@ -117,7 +119,7 @@ class RandomFaultsTest : public CallTest {
          Says("refuse off"),
          kRefused,
          1,
-         2,
+         kOneAnAttempt,
          {}},
         {"replies are garbled", Says("reply garble count=3"), nothing, {}, 0, 0, {}},
         {"replies do not come", Says("reply drop count=3"), nothing, {}, 0, 0, {}},
