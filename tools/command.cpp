@@ -9,8 +9,8 @@ namespace corvane::tools {
 
 namespace {
 
-constexpr const Command* kCommands[] = {&kReplayCommand, &kListsCommand, &kShareCommand,
-                                        &kWatchCommand};
+constexpr const Command* kCommands[] = {&kReplayCommand, &kReportCommand, &kListsCommand,
+                                        &kShareCommand, &kWatchCommand};
 
 const Command* Find(const std::string& name) {
   for (const Command* command : kCommands) {

@@ -42,6 +42,7 @@ ExitCode Fail(Console& console, const char* command, const std::string& text);
 
 extern const Command kListsCommand;
 extern const Command kReplayCommand;
+extern const Command kReportCommand;
 extern const Command kShareCommand;
 extern const Command kWatchCommand;
 

@@ -10,6 +10,8 @@ RUN_PACKAGES="wine wine64 xvfb xauth x11-utils pulseaudio pulseaudio-utils fonts
   libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1"
 # The manual as HTML and PDF, and the zip.
 PACKAGE_PACKAGES="git python3 python3-markdown-it weasyprint fonts-liberation"
+# Reports in a browser without a window.
+BROWSER_PACKAGES="chromium chromium-driver python3-selenium"
 BENCH_PACKAGES="cmake ninja-build g++ libc6-dev googletest libbenchmark-dev"
 TEST_PACKAGES="$BENCH_PACKAGES make python3 clang libclang-rt-dev clang-format git"
 
