@@ -1,6 +1,7 @@
 # Run with cmake -P: puts files inside a program. OUT: the C++ source to write; HEADER: what it
 # includes; NAMESPACE: where the texts stand; FILES: "name=path|path;name=path", each a
-# std::string_view over the paths one after the other.
+# std::string_view over the paths one after the other. A last line that names the source map of a
+# library is left out: a browser's tools would ask for it.
 set(content "// Made from the files that it names; do not edit.\n#include \"${HEADER}\"\n\n")
 string(APPEND content "#include <string_view>\n\nnamespace ${NAMESPACE} {\n\n")
 foreach(entry IN LISTS FILES)
@@ -10,6 +11,8 @@ foreach(entry IN LISTS FILES)
   set(bytes "")
   foreach(path IN LISTS paths)
     file(READ ${path} hex HEX)
+    # "//# sourceMappingURL=" and "/*# sourceMappingURL="
+    string(REGEX REPLACE "2f(2f|2a)2320736f757263654d617070696e6755524c3d.*$" "" hex "${hex}")
     string(APPEND bytes "${hex}")
   endforeach()
   string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," bytes "${bytes}")

@@ -2,9 +2,10 @@
 # stands in both releases or is provided there by a package of another name.
 
 # Cross-building the Windows programs; the stand-in and the tests use nothing else.
-BUILD_PACKAGES="ca-certificates cmake ninja-build g++-mingw-w64-x86-64-posix googletest"
+BUILD_PACKAGES="ca-certificates cmake ninja-build g++-mingw-w64-x86-64-posix googletest
+  libjs-dygraphs"
 # The companion for the command line on this system.
-TOOLS_PACKAGES="g++ libc6-dev"
+TOOLS_PACKAGES="g++ libc6-dev libjs-dygraphs"
 # Running Windows programs: wine's screen driver loads the X libraries only at run time.
 RUN_PACKAGES="wine wine64 xvfb xauth x11-utils pulseaudio pulseaudio-utils fonts-wine
   libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1"
@@ -12,7 +13,7 @@ RUN_PACKAGES="wine wine64 xvfb xauth x11-utils pulseaudio pulseaudio-utils fonts
 PACKAGE_PACKAGES="git python3 python3-markdown-it weasyprint fonts-liberation"
 # Reports in a browser without a window.
 BROWSER_PACKAGES="chromium chromium-driver python3-selenium"
-BENCH_PACKAGES="cmake ninja-build g++ libc6-dev googletest libbenchmark-dev"
+BENCH_PACKAGES="cmake ninja-build $TOOLS_PACKAGES googletest libbenchmark-dev"
 TEST_PACKAGES="$BENCH_PACKAGES make python3 clang libclang-rt-dev clang-format git"
 
 # missing_packages NAME...: those that are neither installed nor provided by one that is, a line

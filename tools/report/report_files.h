@@ -1,4 +1,4 @@
-// The files of tools/report/page, put inside the program when it is built.
+// The files of tools/report/page and the chart library, put inside the program when it is built.
 #pragma once
 
 #include <string_view>
@@ -9,5 +9,7 @@ extern const std::string_view kReportHead;
 extern const std::string_view kReportStyle;
 extern const std::string_view kReportBody;
 extern const std::string_view kReportScript;
+extern const std::string_view kReportLibrary;
+extern const std::string_view kReportLicence;
 
 }  // namespace corvane::tools

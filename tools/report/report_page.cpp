@@ -336,6 +336,10 @@ void ReportPage::Write(Output& out) {
   }
   out.Write("\"earlier\":" + Decimal(known.days) + ",\n\"waveforms\":" +
             (sound.empty() ? "false" : "true") + ",\n\"version\":\"" CORVANE_VERSION "\"\n}");
+  out.Write("</script>\n<script type=\"text/plain\" id=\"licence\">\n");
+  out.Write(kReportLicence);
+  out.Write("</script>\n<script>\n");
+  out.Write(kReportLibrary);
   out.Write("</script>\n<script>\n\"use strict\";\n(() => {\n");
   out.Write(kReportScript);
   out.Write("})();\n</script>\n</body>\n</html>\n");

@@ -7,6 +7,7 @@ byId("made").textContent = `Made by corvane-tools ${raw.version} from ` +
 showOverview();
 setUpCalls();
 setUpTimeline();
+drawChart();
 setUpMissed();
 setUpPeople();
 setUpPlayer();
@@ -23,6 +24,7 @@ window.addEventListener("resize", again);
 matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => {
   colours.clear();
   for (const canvas of document.querySelectorAll("#grid canvas")) canvas.shows = -1;
+  recolourChart();
   again();
 });
 document.documentElement.dataset.ready = "true";
