@@ -1,6 +1,6 @@
-"""A report in headless Chromium: `use PAGE FOLDER` does what a listener does and looks at what
-comes of it, `measure PAGE OPEN_MS FILTER_MS` tells how long opening and filtering take, and fails
-when that is more; 0 is no limit."""
+"""A report in headless Chromium: `use PAGE FOLDER AXE` does what a listener does and looks at what
+comes of it, with the script AXE for what hinders some of them; `measure PAGE OPEN_MS FILTER_MS`
+tells how long opening and filtering take, and fails when that is more; 0 is no limit."""
 import csv
 import glob
 import io
@@ -22,8 +22,8 @@ PICTURES = (("light", "light", 1280, 3300), ("dark", "dark", 1280, 3300),
 
 def browser(downloads):
     options = webdriver.ChromeOptions()
-    for switch in ("--headless=new", "--no-sandbox", "--disable-gpu", "--window-size=1280,1000",
-                   "--autoplay-policy=no-user-gesture-required"):
+    for switch in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
+                   "--window-size=1280,1000", "--autoplay-policy=no-user-gesture-required"):
         options.add_argument(switch)
     options.add_experimental_option("prefs", {
         "download.default_directory": downloads,
@@ -86,11 +86,12 @@ def logs_of(folder):
     return text
 
 
-def use(page, folder):
+def use(page, folder, axe):
     with tempfile.TemporaryDirectory() as downloads:
         driver = browser(downloads)
         try:
             use_page(driver, page, folder, downloads)
+            everybody(driver, axe)
         finally:
             driver.quit()
 
@@ -192,6 +193,24 @@ def pictures(driver, folder):
         driver.save_screenshot(f"{folder}-{name}.png")
 
 
+def everybody(driver, axe):
+    """What keeps people from using the page, as far as a program can tell."""
+    with open(axe, encoding="utf-8") as file:
+        driver.execute_script(file.read())
+    for scheme in ("light", "dark"):
+        driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {
+            "features": [{"name": "prefers-color-scheme", "value": scheme}]})
+        found = driver.execute_async_script("""
+            const done = arguments[arguments.length - 1];
+            axe.run().then((results) => done({passed: results.passes.length, violations:
+              results.violations.map((one) => [one.impact, one.id, one.nodes[0].html])}));""")
+        check(f"{scheme}: axe-core has looked", found["passed"] > 20)
+        for finding in found["violations"]:
+            print(finding)
+        check(f"{scheme}: nothing serious hinders anybody", not any(
+            impact in ("serious", "critical") for impact, _, _ in found["violations"]))
+
+
 def quiet(driver, page):
     """What was asked for besides the page, its recordings and what it saved."""
     allowed = ("file://" + os.path.dirname(os.path.abspath(page)), "data:", "blob:")
@@ -207,8 +226,8 @@ def quiet(driver, page):
 
 
 def measure(page, open_limit, filter_limit):
-    """Opening is the browser's own figure. Filtering is the processor's time of the page for script,
-    styles and layout, which other programs on the machine do not lengthen."""
+    """Opening is the browser's own figure. Filtering is the processor's time of the page for
+    script, styles and layout, which other programs on the machine do not lengthen."""
     parts = ("ScriptDuration", "RecalcStyleDuration", "LayoutDuration")
     with tempfile.TemporaryDirectory() as downloads:
         driver = browser(downloads)
@@ -248,6 +267,6 @@ def measure(page, open_limit, filter_limit):
 
 if __name__ == "__main__":
     if sys.argv[1] == "use":
-        use(sys.argv[2], sys.argv[3])
+        use(sys.argv[2], sys.argv[3], sys.argv[4])
     else:
         measure(sys.argv[2], int(sys.argv[3]), int(sys.argv[4]))

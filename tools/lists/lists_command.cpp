@@ -25,14 +25,9 @@ std::string Network(const NetworkCode& code, const char* between) {
   return Decimal(code.mcc) + between + Decimal(code.mnc);
 }
 
-// "412 groups (12 new)"
-std::string Counted(const MergeCounts& counts, const char* one, const char* many) {
-  return Decimal(counts.listed) + " " + (counts.listed == 1 ? one : many) + " (" +
-         Decimal(counts.added) + " new)";
-}
-
-std::string Rows(std::size_t count, const char* behind) {
-  return Decimal(count) + (count == 1 ? " row " : " rows ") + behind;
+// "412 groups (12 new)"; the words are the same for every number, because scripts read them.
+std::string Counted(const MergeCounts& counts, const char* what) {
+  return Decimal(counts.listed) + " " + what + " (" + Decimal(counts.added) + " new)";
 }
 
 class ListsRun {
@@ -125,9 +120,9 @@ class ListsRun {
   void Tell(const ListMerge& merge, std::size_t rows, const std::string& skipped,
             const std::vector<std::string>& written) {
     std::string text;
-    if (kind_ != ListKind::kRadios) text += Counted(merge.groups(), "group", "groups") + ", ";
-    if (kind_ != ListKind::kGroups) text += Counted(merge.radios(), "radio", "radios") + ", ";
-    console_.out.Write(text + Rows(rows, "skipped\n") + skipped);
+    if (kind_ != ListKind::kRadios) text += Counted(merge.groups(), "groups") + ", ";
+    if (kind_ != ListKind::kGroups) text += Counted(merge.radios(), "radios") + ", ";
+    console_.out.Write(text + Decimal(rows) + " rows skipped\n" + skipped);
     std::string rest = "names: " + Decimal(merge.named()) + " given, " + Decimal(merge.kept()) +
                        " stay as they were\n";
     if (!options_.write) {
@@ -186,7 +181,7 @@ class ListsRun {
       const std::string wrong = WriteTo(options_.output, list.text);
       if (!wrong.empty()) return wrong;
     }
-    std::string rest = Rows(list.rows, "written");
+    std::string rest = Decimal(list.rows) + " rows written";
     if (unnamed_ > 0) rest += ", " + Decimal(unnamed_) + " without a name left out";
     left_out_.insert(left_out_.end(), list.left_out.begin(), list.left_out.end());
     if (!left_out_.empty()) rest += ", " + Decimal(left_out_.size()) + " skipped";

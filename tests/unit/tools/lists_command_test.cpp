@@ -130,7 +130,7 @@ TEST_F(ListsCommandTest, RadiosWithAGroupGetTheirNamesThereFirst) {
 
 TEST_F(ListsCommandTest, AMixedListGoesWhereItsNumbersAreKnown) {
   const Run run = Import("telive", "5010 Control\n9002 South\n7000 Unknown\n", {"--write"});
-  EXPECT_EQ(run.out, "2 groups (1 new), 1 radio (0 new), 0 rows skipped\n") << run.err;
+  EXPECT_EQ(run.out, "2 groups (1 new), 1 radios (0 new), 0 rows skipped\n") << run.err;
   EXPECT_THAT(Groups(), HasSubstr("7000;262;42;Unknown;0;True\r\n"));
   EXPECT_THAT(Groups(), HasSubstr("9002;262;42;South;0;True\r\n"));
   EXPECT_THAT(Radios(), HasSubstr("5010;9001;262;42;Control;"));
@@ -139,7 +139,7 @@ TEST_F(ListsCommandTest, AMixedListGoesWhereItsNumbersAreKnown) {
 TEST_F(ListsCommandTest, RowsOfSeveralFilesHaveTheirFile) {
   const std::string second = Put("second", "9001\tz\n");
   const Run run = Import("op25", "x\ty\n9001\ta\n", {second});
-  EXPECT_EQ(run.out, "1 group (0 new), 2 rows skipped\n" + Path("list") +
+  EXPECT_EQ(run.out, "1 groups (0 new), 2 rows skipped\n" + Path("list") +
                          ", line 1: \"x\" is no number\n" + second +
                          ", line 1: group 9001 was named before, in line 2\n");
 }

@@ -82,7 +82,7 @@ const showOverview = () => {
   const busiest = active.sort((a, b) => groupAirtime[b] - groupAirtime[a]).slice(0, 8);
   if (busiest.length > 0) {
     const most = groupAirtime[busiest[0]] || 1;
-    part("Airtime of groups", tableOf(["Group", "#Calls", "#Airtime", ""], busiest.map((g) => [groupLink(g),
+    part("Airtime of groups", tableOf(["Group", "#Calls", "#Airtime", "Share"], busiest.map((g) => [groupLink(g),
       countText(groupCalls[g]), spanText(groupAirtime[g] / 10), barOf(groupAirtime[g] / most)]),
     "Groups with the most airtime"));
   }

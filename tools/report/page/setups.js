@@ -17,7 +17,7 @@ const setUpMissed = () => {
   const most = Math.max(1, ...counts.map(([, n]) => n));
   byId("outcomes").append(counts.length === 0
     ? element("p", {class: "quiet"}, "There is no control channel log with setups.")
-    : tableOf(["Outcome", "#Setups", "", "Meaning"], counts.map(([name, n]) =>
+    : tableOf(["Outcome", "#Setups", "Share", "Meaning"], counts.map(([name, n]) =>
       [name.replaceAll("_", " "), countText(n), barOf(n / most), why[name]]),
     "Outcomes of all setups"));
   const whySelect = byId("missed-why");

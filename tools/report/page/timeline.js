@@ -145,5 +145,5 @@ const setUpTimeline = () => {
   const rows = Array.from(airtimeByHour, (tenths, hour) =>
     [`${two(hour)}:00`, countText(callsByHour[hour]), spanText(tenths / 10), barOf(tenths / most)]);
   byId("hours").append(
-    tableOf(["Hour", "#Calls", "#Airtime", ""], rows, "Airtime of each hour"));
+    tableOf(["Hour", "#Calls", "#Airtime", "Share"], rows, "Airtime of each hour"));
 };
