@@ -2,9 +2,8 @@
 # Opens reports in a browser without a window: a day of 100,000 calls made by the stand-in's
 # traffic, and ten such days. Measures opening and filtering, plays, walks the queue by keyboard,
 # filters, exports, compares totals with the logs, and sees to it that nothing is asked of any
-# network. Takes
-# pictures of the report, to be looked at: build/report-in-browser/*.png. axe-core, which looks for
-# what hinders people with a screen reader or a keyboard, comes from npm.
+# network. Takes pictures of the report, to be looked at: build/report-in-browser/*.png. axe-core,
+# which looks for what hinders people with a screen reader or a keyboard, comes from npm.
 #   --small     one day of 2,500 calls alone
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -17,7 +16,7 @@ case ${1:-} in
   *) sed -n '2,7s/^# \{0,1\}//p' "$0" && exit 2 ;;
 esac
 
-need_packages $TOOLS_PACKAGES $BENCH_PACKAGES $BROWSER_PACKAGES
+need_packages $BENCH_PACKAGES $BROWSER_PACKAGES
 build_native_tools
 configure_and_build native make_day || die "the generator of day folders could not be built"
 AXE_VERSION=4.14.1
