@@ -14,11 +14,6 @@ namespace {
 
 constexpr std::size_t kMostEntries = 100000;
 
-std::string Utf8Name(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
 std::vector<std::filesystem::path> Entries(const std::filesystem::path& folder) {
   std::vector<std::filesystem::path> paths;
   std::error_code error;
@@ -39,6 +34,11 @@ std::filesystem::path Bare(const std::filesystem::path& path) {
 }
 
 }  // namespace
+
+std::string Utf8Name(const std::filesystem::path& path) {
+  const std::u8string text = path.generic_u8string();
+  return {text.begin(), text.end()};
+}
 
 std::optional<DateTime> DateOfFolder(std::string_view name) {
   if (name.size() != 8) return std::nullopt;

@@ -20,6 +20,9 @@ struct DayFolder {
   std::filesystem::path daily_calls;  // of the day itself; "" for each that is not there
 };
 
+// A path as notices and records name it: UTF-8, "/" between folders.
+[[nodiscard]] std::string Utf8Name(const std::filesystem::path& path);
+
 // The day of "20261115"; nullopt for any other name.
 [[nodiscard]] std::optional<DateTime> DateOfFolder(std::string_view name);
 

@@ -23,7 +23,6 @@ namespace corvane::tools {
 
 namespace {
 
-constexpr std::int64_t kSecondsPerDay = 86400;
 // A recording begins when SDR# is tuned: not before the call's entry, and soon after it.
 constexpr std::int64_t kRecordingEarlyS = 1;
 constexpr std::int64_t kRecordingLateS = 30;

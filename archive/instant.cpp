@@ -7,7 +7,6 @@ namespace corvane::tools {
 
 namespace {
 namespace chrono = std::chrono;
-constexpr std::int64_t kSecondsPerDay = 86400;
 }  // namespace
 
 std::int64_t SecondsOf(const DateTime& time) {

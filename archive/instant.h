@@ -7,6 +7,8 @@
 
 namespace corvane::tools {
 
+inline constexpr std::int64_t kSecondsPerDay = 86'400;
+
 // Seconds since 1 January 1970. `time` is valid.
 [[nodiscard]] std::int64_t SecondsOf(const DateTime& time);
 [[nodiscard]] DateTime TimeAt(std::int64_t seconds);

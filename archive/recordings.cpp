@@ -5,6 +5,7 @@
 #include <string>
 #include <system_error>
 
+#include "archive/day_folder.h"
 #include "archive/shared_file.h"
 #include "archive/wav_file.h"
 #include "base/number_text.h"
@@ -15,11 +16,6 @@ namespace corvane::tools {
 namespace {
 
 constexpr std::string_view kForced = "_call_forced_end";
-
-std::string Utf8Name(const std::filesystem::path& path) {
-  const std::u8string text = path.generic_u8string();
-  return {text.begin(), text.end()};
-}
 
 bool IsWav(std::string_view name) {
   return name.size() >= 4 && SameWord(name.substr(name.size() - 4), ".wav");

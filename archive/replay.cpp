@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "archive/instant.h"
 #include "base/number_text.h"
 #include "core/pdu_fields.h"
 
@@ -12,7 +13,6 @@ namespace {
 
 constexpr std::int64_t kWatchdogMs = 300;
 constexpr std::int64_t kLockoutMs = 1000;
-constexpr std::int64_t kSecondsPerDay = 86400;
 
 // The first multiple of `period` after `ms`.
 std::int64_t Next(std::int64_t ms, std::int64_t period) {

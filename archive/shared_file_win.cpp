@@ -44,7 +44,8 @@ std::size_t SharedFile::Read(char* to, std::size_t size) {
   constexpr std::size_t kMost = 1U << 30U;
   if (handle_ == nullptr) return 0;
   DWORD got = 0;
-  if (ReadFile(handle_->file, to, static_cast<DWORD>(std::min(size, kMost)), &got, nullptr) == 0) {
+  if (::ReadFile(handle_->file, to, static_cast<DWORD>(std::min(size, kMost)), &got, nullptr) ==
+      0) {
     failed_ = true;
     return 0;
   }

@@ -26,12 +26,8 @@ elseif(CORVANE_COMPILER STREQUAL "GNU-14")
 endif()
 if(CORVANE_SANITIZE)
   target_compile_options(corvane_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(corvane_options INTERFACE -fsanitize=address,undefined)
-endif()
-if(CORVANE_FUZZ)
-  target_compile_options(corvane_options INTERFACE
-    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+    -fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
   target_link_options(corvane_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(WIN32)
@@ -43,7 +39,7 @@ if(WIN32)
   target_compile_options(corvane_options INTERFACE
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=../../=)
   target_link_options(corvane_options INTERFACE -static -Wl,--no-insert-timestamp)
-elseif(NOT CORVANE_TESTS AND NOT CORVANE_FUZZ)
+elseif(NOT CORVANE_TESTS)
   # The companion's native build, for the same reason.
   target_compile_options(corvane_options INTERFACE
     -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=../../=)
@@ -62,12 +58,13 @@ function(corvane_library name)
   target_link_libraries(corvane_${name} PUBLIC corvane_options)
 endfunction()
 
-# What the checks are built with beyond the rest. They run once, so they are not optimised; and what
-# they do with pointers of their own is left to AddressSanitizer, which takes a third off their
-# compilation. The sources under test keep every check.
+# What the checks are built with beyond the rest. They run once, so they are not optimised; what
+# they do with pointers of their own is left to AddressSanitizer, and no fuzz target follows its
+# way through them. The sources under test keep every check.
 add_library(corvane_test_options INTERFACE)
 if(CORVANE_SANITIZE)
-  target_compile_options(corvane_test_options INTERFACE -fno-sanitize=vptr,null,alignment)
+  target_compile_options(corvane_test_options INTERFACE
+    -fno-sanitize=vptr,null,alignment,fuzzer-no-link)
 endif()
 
 # corvane_test(name LIBRARIES libs... SOURCES sources...): one GoogleTest program and its test.

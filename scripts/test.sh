@@ -25,7 +25,7 @@ for level in $LEVELS; do
   SECONDS=0
   case $level in
     contract | desktop) build_beside $LEVELS ;;
-    simulation | fuzz | bench) await_built_beside ;;
+    simulation | bench) await_built_beside ;;
   esac
   "level_$level"
   say "$level took $SECONDS s"

@@ -14,7 +14,6 @@ constexpr std::int64_t kMaxCallId = 65535;
 constexpr std::int64_t kMaxSsi = 16777215;
 constexpr std::int64_t kMaxCarrier = 99999;
 constexpr std::int64_t kMaxSlot = 15;  // those above 4 do not exist: nobody ever hears them
-constexpr std::int64_t kMaxCount = 100000;
 
 int ReadId(WordReader& words) {
   return static_cast<int>(words.Number("id", 0, kMaxCallId));

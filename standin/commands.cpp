@@ -11,7 +11,6 @@ namespace corvane::standin {
 
 namespace {
 
-constexpr std::int64_t kMaxCount = 100000;
 constexpr std::int64_t kMaxMs = 3600000;
 constexpr std::int64_t kMaxScreen = 32000;
 constexpr std::int64_t kMinWidth = 100;

@@ -2,6 +2,7 @@
 // does, to be done at its time. docs/standin.md describes them all.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -19,6 +20,9 @@ using Command = std::function<std::string(Model&)>;
 
 // "" or what is wrong with the words.
 [[nodiscard]] std::string ReadCommand(const std::vector<Word>& words, Command& command);
+
+// Most of what one command repeats: lines, calls, faults.
+inline constexpr std::int64_t kMaxCount = 100'000;
 
 // For the files that hold the commands: a command's word, and what reads those behind it.
 struct Verb {

@@ -17,7 +17,6 @@ constexpr DWORD kShownLimitMs = 10'000;
 constexpr std::size_t kNumbers = 7;
 constexpr UINT_PTR kHangTimer = 1;
 constexpr UINT kHangAfterMs = 50;
-constexpr int kExitUsage = 2;
 constexpr DWORD kRaiseEveryMs = 50;
 
 struct CoverLook {

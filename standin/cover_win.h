@@ -31,6 +31,8 @@ class CoverProcess {
 
 // The other side: shows the window that the arguments tell until the process that asked for it has
 // ended.
+// The exit code of arguments that cannot be understood.
+inline constexpr int kExitUsage = 2;
 inline constexpr char kCoverSwitch[] = "--cover-window";
 [[nodiscard]] int RunCover(const std::vector<std::string>& arguments);
 

@@ -8,7 +8,7 @@ namespace corvane::standin {
 
 namespace {
 
-constexpr char kClassName[] = "SdrStandinSound";
+constexpr char kSoundClass[] = "SdrStandinSound";
 constexpr DWORD kSamplesPerSecond = 22050;
 constexpr double kLoudest = 24000.0;  // at the highest gain
 constexpr int kRampSamples = 110;     // 5 ms, so that beginning and end do not click
@@ -19,9 +19,9 @@ Sound::Sound() {
   WNDCLASSA window_class{};
   window_class.lpfnWndProc = Proc;
   window_class.hInstance = GetModuleHandleA(nullptr);
-  window_class.lpszClassName = kClassName;
+  window_class.lpszClassName = kSoundClass;
   RegisterClassA(&window_class);
-  window_ = CreateWindowExA(0, kClassName, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+  window_ = CreateWindowExA(0, kSoundClass, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                             window_class.hInstance, nullptr);
   SetWindowLongPtrA(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }

@@ -22,7 +22,6 @@ namespace corvane::standin {
 namespace {
 
 constexpr char kTitle[] = "SdrStandin";
-constexpr int kExitUsage = 2;
 constexpr int kExitDied = 3;
 constexpr DWORD kLongestWaitMs = 1000;
 constexpr DWORD kListDelayMs = 150;

@@ -9,7 +9,7 @@ namespace corvane::standin {
 
 namespace {
 
-constexpr char kClassName[] = "SdrStandinSockets";
+constexpr char kSocketClass[] = "SdrStandinSockets";
 constexpr UINT kSocketMessage = WM_APP + 1;
 constexpr int kBacklog = 8;
 constexpr std::size_t kReadBytes = 4096;
@@ -25,9 +25,9 @@ TcpWire::TcpWire(NetRemoteServer& server, std::function<void()> before_input)
   WNDCLASSA window_class{};
   window_class.lpfnWndProc = Proc;
   window_class.hInstance = GetModuleHandleA(nullptr);
-  window_class.lpszClassName = kClassName;
+  window_class.lpszClassName = kSocketClass;
   RegisterClassA(&window_class);
-  window_ = CreateWindowExA(0, kClassName, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+  window_ = CreateWindowExA(0, kSocketClass, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                             window_class.hInstance, nullptr);
   SetWindowLongPtrA(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }

@@ -11,7 +11,7 @@ namespace corvane::standin {
 
 namespace {
 
-constexpr int kMaxCallId = 16383;
+constexpr int kMaxGivenId = 16383;
 constexpr std::int64_t kHourMs = 3600000;
 constexpr std::int64_t kShortestSpeechMs = 1500;
 constexpr std::int64_t kLongestSpeechMs = 8000;
@@ -162,9 +162,9 @@ bool Traffic::FindFree(int& carrier, int& slot) {
 
 int Traffic::NextId() {
   // Fewer calls than identifiers can go on at once, so a free one is found.
-  while (air_.Find(next_id_) != nullptr) next_id_ = next_id_ % kMaxCallId + 1;
+  while (air_.Find(next_id_) != nullptr) next_id_ = next_id_ % kMaxGivenId + 1;
   const int id = next_id_;
-  next_id_ = next_id_ % kMaxCallId + 1;
+  next_id_ = next_id_ % kMaxGivenId + 1;
   return id;
 }
 
@@ -174,7 +174,7 @@ std::int32_t Traffic::AnyParty() {
 
 std::string Traffic::NoiseLine() {
   const std::string ssi = "SSI:" + Decimal(AnyParty()) + " ";
-  const std::string id = "Call ID:" + Decimal(random_.Between(0, kMaxCallId)) + " ";
+  const std::string id = "Call ID:" + Decimal(random_.Between(0, kMaxGivenId)) + " ";
   const std::array<std::string, 12> lines = {
       ssi + "D_SDS_Data Party_SSI:" + Decimal(AnyParty()) + " Protocol_identifier:130 ",
       ssi + "D_Status Pre_coded_status:32768 Party_SSI:" + Decimal(AnyParty()) + " ",

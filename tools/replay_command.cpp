@@ -20,7 +20,7 @@ namespace corvane::tools {
 
 namespace {
 
-constexpr const char* kName = "replay";
+constexpr const char* kReplay = "replay";
 
 // The network that the log is from; "" or what is wrong.
 std::string ChooseNetwork(const ReplayOptions& options, const GssiTable& groups,
@@ -60,7 +60,7 @@ class ReplayRun {
     std::string wrong = Prepare();
     if (wrong.empty()) wrong = OpenInputs();
     if (wrong.empty()) wrong = OpenOutput();
-    return wrong.empty() ? Go() : Fail(console_, kName, wrong);
+    return wrong.empty() ? Go() : Fail(console_, kReplay, wrong);
   }
 
  private:
@@ -125,11 +125,11 @@ class ReplayRun {
     }
     progress.Clear();
     const bool written = out_->Flush() && (file_ == nullptr || file_->Close());
-    if (!written) return Fail(console_, kName, "the results could not be written");
+    if (!written) return Fail(console_, kReplay, "the results could not be written");
     if (lines_.failed())
-      return Fail(console_, kName, options_.input + " could not be read to its end");
+      return Fail(console_, kReplay, options_.input + " could not be read to its end");
     if (events_.failed()) {
-      return Fail(console_, kName, options_.events + " could not be read to its end");
+      return Fail(console_, kReplay, options_.events + " could not be read to its end");
     }
     if (!options_.quiet) WriteSummary(report, replay.following());
     return Compare();
@@ -154,7 +154,7 @@ class ReplayRun {
   ExitCode Compare() {
     if (!expectation_) return ExitCode::kDone;
     const std::string difference = expectation_->Difference();
-    if (expectation_->failed()) return Fail(console_, kName, options_.expect + " cannot be read");
+    if (expectation_->failed()) return Fail(console_, kReplay, options_.expect + " cannot be read");
     if (difference.empty()) return ExitCode::kDone;
     console_.err.Write(options_.expect + ": " + difference);
     return ExitCode::kDiffers;
@@ -177,7 +177,7 @@ ExitCode RunReplay(const Arguments& arguments, Console& console) {
   ReplayOptions options;
   const std::string wrong = ParseReplayOptions(arguments, options);
   if (!wrong.empty()) {
-    return Fail(console, kName, wrong + "\ncorvane-tools replay --help tells more");
+    return Fail(console, kReplay, wrong + "\ncorvane-tools replay --help tells more");
   }
   return ReplayRun(options, console).Run();
 }

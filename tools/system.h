@@ -25,6 +25,8 @@ namespace corvane::tools {
 
 // Does nothing for so long.
 void WaitMs(int ms);
+// What a command that goes on and on waits before it looks for news again.
+inline constexpr int kBetweenLooksMs = 500;
 
 // Another program that was started. It goes on when this object ends.
 class StartedProgram {

@@ -112,17 +112,11 @@ tools_give_the_same_bytes() {
 # of, by its level.
 BUILT_BESIDE=
 build_beside() {
-  local presets=
   [ -z "$BUILT_BESIDE" ] || return 0
-  [[ " $* " != *" fuzz "* ]] || presets="fuzz"
-  [[ " $* " != *" bench "* && " $* " != *" simulation "* ]] || presets="$presets native"
-  [ -n "$presets" ] || return 0
+  [[ " $* " == *" bench "* || " $* " == *" simulation "* ]] || return 0
   (
     renice -n 19 -p "$BASHPID" >/dev/null
-    for preset in $presets; do
-      # shellcheck disable=SC2046
-      configure_and_build "$preset" $([ "$preset" != native ] || echo benchmarks simulate) || true
-    done
+    configure_and_build native benchmarks simulate || true
   ) >/dev/null 2>&1 &
   BUILT_BESIDE=$!
   at_exit "kill $BUILT_BESIDE 2>/dev/null; wait $BUILT_BESIDE 2>/dev/null"
@@ -135,12 +129,12 @@ await_built_beside() {
 
 level_fuzz() {
   local target found=
-  if ! configure_and_build fuzz; then
+  if ! configure_and_build sanitize fuzz_targets; then
     fail "fuzz: build"
     return
   fi
   mkdir -p "$LOGS/fuzz"
-  for target in "$BUILD"/fuzz/fuzz/fuzz_*; do
+  for target in "$BUILD"/sanitize/fuzz/fuzz_*; do
     [ -f "$target" ] && [ -x "$target" ] || continue
     found=yes
     run_fuzz_target "$target"
@@ -189,15 +183,19 @@ level_bench() {
 
 # With real windows; only a call that is missed or an editor that does not come is a failure.
 measure_windows() {
-  local name
+  local name calls
   if ! (build_programs && configure_and_build mingw latency_bench editor_bench) ||
     ! prepare_wine; then
     fail "bench: the measurements with real windows could not be run"
     return
   fi
   for name in latency editor; do
+    # By itself it measures 200 calls.
+    calls=
+    [ "$name" != latency ] || calls=60
     CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") \
-      run_one "bench/$name" "$WINELOADER" "$BUILD/mingw/tests/desktop/${name}_bench.exe"
+      run_one "bench/$name" "$WINELOADER" "$BUILD/mingw/tests/desktop/${name}_bench.exe" \
+      ${calls:+"$calls"}
     cat "$LOGS/bench/$name.log"
   done
 }

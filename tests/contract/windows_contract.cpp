@@ -178,7 +178,8 @@ TEST_F(WindowsContract, AnEndlessTextIsCutOff) {
 
 TEST_F(WindowsContract, ReadsLinesOfEveryLengthWhole) {
   std::vector<std::string> lines;
-  for (const std::size_t size : {3, 0, 1, 2, 31, 51, 52, 53, 64, 100, 200, 255, 256, 257, 700}) {
+  for (const std::size_t size :
+       {3U, 0U, 1U, 2U, 31U, 51U, 52U, 53U, 64U, 100U, 200U, 255U, 256U, 257U, 700U}) {
     std::string line;
     while (line.size() < size) line += static_cast<char>('a' + (line.size() + lines.size()) % 26);
     lines.push_back(line);

@@ -15,14 +15,11 @@ namespace {
 using enum ControlId;
 
 constexpr std::int32_t kShownTabGrey = 0xC0C0C0;
-constexpr std::int32_t kOrange = 0x0080FF;
 constexpr const char* kNoHoldTip = "Right click to hold a GSSI";
 constexpr const char* kHoldTip = "Holding GSSI:  9001";
 constexpr const char* kUnknownNetwork = "MCC must be valid before showing editor";
 constexpr const char* kUsual = "Corvane v0.99.6s";
 constexpr const char* kCompact = "Corva v0.99.6s";
-constexpr int kToolsEditor = 0;
-constexpr int kToolsCompact = 1;
 constexpr int kCallLogFullRows = 21;
 
 struct Page {

@@ -20,7 +20,7 @@ constexpr std::string_view kCollapsed = "NOT Visible - Is TETRA Demodulator pane
 constexpr std::string_view kIsTicked = "Demodulator is Checked?";
 constexpr std::string_view kIsUnticked = "Demodulator is UnChecked?";
 // Several ticks of the display.
-constexpr int kWatch_ms = 2'500;
+constexpr int kTickWatch_ms = 2'500;
 // In the settings file.
 constexpr std::size_t kColoursAt = 28;
 constexpr std::size_t kPositionAt = 39;
@@ -258,7 +258,7 @@ TEST_F(CalibrationTest, NothingIsSampledOnceThePageIsLeft) {
   ShowPage(cmdSettingTab_0, fraPresets);
   TickDemodulator(false);
   EXPECT_FALSE(
-      WaitFor([this] { return Corvane().Caption(lblValidateState) != kIsTicked; }, kWatch_ms));
+      WaitFor([this] { return Corvane().Caption(lblValidateState) != kIsTicked; }, kTickWatch_ms));
   ShowCalibration();
   AwaitShown(lblValidateState, kIsUnticked);
 }

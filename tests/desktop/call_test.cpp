@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "base/text.h"
+#include "desktop/failure_picture.h"
 #include "desktop/harness/screen_points.h"
 #include "desktop/harness/user_input.h"
 
@@ -12,7 +13,6 @@ namespace corvane::desktop {
 
 namespace {
 
-constexpr std::string_view kParkedGain = "25";
 constexpr int kControlCarrier = 2604;
 constexpr std::size_t kReportedLines = 60;
 constexpr int kFirstParty = 5100;
@@ -38,16 +38,6 @@ void Report(std::string_view title, const std::vector<std::string>& lines) {
   const std::size_t first = lines.size() > kReportedLines ? lines.size() - kReportedLines : 0;
   for (std::size_t index = first; index < lines.size(); ++index) text += "\n  " + lines[index];
   ADD_FAILURE() << text;
-}
-
-std::filesystem::path PictureFile() {
-  const char* folder = std::getenv("CORVANE_PICTURES");
-  const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-  std::string name = std::string(test->test_suite_name()) + "." + test->name() + ".png";
-  for (char& character : name) {
-    if (character == '/') character = '-';
-  }
-  return (folder != nullptr ? std::filesystem::path(folder) : std::filesystem::path(".")) / name;
 }
 
 }  // namespace
@@ -101,7 +91,7 @@ void CallTest::TearDown() {
   const std::string box = corvane_.OpenMessageBox();
   if (!box.empty()) ADD_FAILURE() << "Message box: " << box;
   if (!corvane_.Running()) ADD_FAILURE() << "Corvane does not run";
-  if (!SaveScreenshot(0, PictureFile())) ADD_FAILURE() << "no picture could be saved";
+  SaveFailurePicture();
 }
 
 void CallTest::StartCorvane(const Settings& settings) {

@@ -20,6 +20,14 @@ namespace corvane::desktop {
 // The stand-in's network: base 300 MHz, offset 12.5 kHz, control channel 2604.
 [[nodiscard]] std::string FrequencyOf(int carrier);
 
+// AudioGain while a call is followed and while parked, with the usual settings.
+inline constexpr std::string_view kVoiceGain = "47";
+inline constexpr std::string_view kParkedGain = "25";
+
+// Lines of "Tools".
+inline constexpr int kToolsEditor = 0;
+inline constexpr int kToolsCompact = 1;
+
 // The commands as they stand on the wire.
 [[nodiscard]] std::string SetCommand(std::string_view method, std::string_view value);
 [[nodiscard]] std::string GetCommand(std::string_view method);

@@ -13,11 +13,9 @@ using Lines = std::vector<std::string>;
 
 constexpr const char* kGroups = "TETRA_GSSI.txt";
 constexpr const char* kSubscribers = "TETRA_SSI.txt";
-constexpr int kToolsEditor = 0;
 constexpr std::int32_t kWholeEditorInView = 1'500;  // twips
 constexpr std::int32_t kGreen = 0x00FF00;
 constexpr std::int32_t kRed = 0x0000FF;
-constexpr std::int32_t kOrange = 0x0080FF;
 
 class EditorTest : public CallTest {
  protected:

@@ -8,9 +8,6 @@ namespace {
 
 using enum ControlId;
 
-const std::string kUnsorted = "70;262;1;B;0;True\r\n5;262;1;A;0;False\r\n";
-const std::string kSorted = "5;262;1;A;0;False\r\n70;262;1;B;0;True\r\n";
-
 class ClosingTest : public PersistenceTest {
  protected:
   // A start that has something to save in every file: the group list in order, an option ticked.

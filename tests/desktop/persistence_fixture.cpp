@@ -9,6 +9,7 @@
 #include "app/start_load.h"
 #include "base/files_win.h"
 #include "base/wall_clock_win.h"
+#include "desktop/failure_picture.h"
 #include "panel/form1.h"
 #include "panel/presets.h"
 #include "sim/no_sink.h"
@@ -30,14 +31,6 @@ constexpr unsigned kEndedByItself = 0;
 constexpr std::array kPages = {ControlId::fraPresets, ControlId::fraRecordingOptions,
                                ControlId::fraOptions, ControlId::fraLoggingOptions,
                                ControlId::fraCheckboxDetection};
-
-std::filesystem::path PictureFile() {
-  const char* folder = std::getenv("CORVANE_PICTURES");
-  const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-  std::string name = std::string(test->test_suite_name()) + "." + test->name() + ".png";
-  std::replace(name.begin(), name.end(), '/', '-');
-  return (folder != nullptr ? std::filesystem::path(folder) : std::filesystem::path(".")) / name;
-}
 
 }  // namespace
 
@@ -160,8 +153,7 @@ void PrintTo(const ShownBox& box, std::ostream* stream) {
 }
 
 void PersistenceTest::TearDown() {
-  if (!HasFailure()) return;
-  if (!SaveScreenshot(0, PictureFile())) ADD_FAILURE() << "no picture could be saved";
+  if (HasFailure()) SaveFailurePicture();
 }
 
 void PersistenceTest::Await(std::string_view what, const std::function<bool()>& state) const {

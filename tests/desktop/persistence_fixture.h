@@ -29,6 +29,10 @@ void PrintTo(const ShownBox& box, std::ostream* stream);
 // A file under tests/; fails the case when it is not there.
 [[nodiscard]] std::string CheckoutFile(const std::string& path);
 
+// A list of groups as a user left it and as the program saves it.
+inline const std::string kUnsorted = "70;262;1;B;0;True\r\n5;262;1;A;0;False\r\n";
+inline const std::string kSorted = "5;262;1;A;0;False\r\n70;262;1;B;0;True\r\n";
+
 // One folder with the program in it.
 class ProgramCopy {
  public:

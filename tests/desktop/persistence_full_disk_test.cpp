@@ -7,9 +7,6 @@ namespace {
 
 using enum ControlId;
 
-const std::string kUnsorted = "70;262;1;B;0;True\r\n5;262;1;A;0;False\r\n";
-const std::string kSorted = "5;262;1;A;0;False\r\n70;262;1;B;0;True\r\n";
-
 class FullDiskTest : public ::testing::Test {
  protected:
   FullDiskTest() : cases_(new Cases) {}

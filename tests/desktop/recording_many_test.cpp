@@ -19,7 +19,7 @@ constexpr const char* kLabel =
     "L\xF6schzug S\xFC"
     "d 1";
 
-constexpr int kGroups = 13;
+constexpr int kGroupCount = 13;
 constexpr int kSingles = 45;
 constexpr int kFewestPairs = 3;
 constexpr int kMostPairs = 40;
@@ -29,7 +29,7 @@ constexpr int kDelaysMeasured = 7;
 constexpr int kBlocksMeasured = 3;
 
 int GroupOf(int number) {
-  return 9001 + 4 * (number % kGroups);  // 100 Hz apart
+  return 9001 + 4 * (number % kGroupCount);  // 100 Hz apart
 }
 
 // How much later than it is told to the system begins to record: by how much the recorded time is

@@ -79,7 +79,4 @@ class RecordingTest : public CallTest {
   [[nodiscard]] std::int64_t GainSetAt(std::string_view gain, std::int64_t after_ms);
 };
 
-inline constexpr std::string_view kVoiceGain = "47";
-inline constexpr std::string_view kParkedGain = "25";
-
 }  // namespace corvane::desktop

@@ -19,7 +19,6 @@ namespace corvane::sim {
 namespace {
 
 const std::filesystem::path kGolden = "tests/scenarios/busy_hour";
-constexpr std::int64_t kQuietEndMs = 40'000;
 // A call times out within these after its half minute: the watchdog's and the poll cycle's periods.
 constexpr std::int64_t kTimeoutLateS = 1;
 
@@ -29,7 +28,7 @@ struct BusyCase {
   DateTime begin;
 };
 
-std::string ReadFile(const std::filesystem::path& path) {
+std::string GoldenText(const std::filesystem::path& path) {
   std::ifstream stream(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
 }
@@ -93,7 +92,7 @@ class BusyHour : public ::testing::TestWithParam<BusyCase> {
         world_.Do("line \"" + event.line + "\"");
       }
     }
-    world_.Run(kQuietEndMs);
+    world_.Run(busy::kQuietEndMs);
     world_.user().CloseRequested();
     ASSERT_TRUE(world_.closed);
   }
@@ -115,7 +114,7 @@ class BusyHour : public ::testing::TestWithParam<BusyCase> {
     }
     EXPECT_EQ(reviewed, files.size());
     for (const auto& [name, content] : files) {
-      EXPECT_EQ(FileLines(content), FileLines(ReadFile(folder / ReplaceAll(name, "\\", "/"))))
+      EXPECT_EQ(FileLines(content), FileLines(GoldenText(folder / ReplaceAll(name, "\\", "/"))))
           << name;
     }
   }
@@ -136,7 +135,7 @@ TEST_P(BusyHour, EveryLogHoldsWhatItMust) {
   const DateTime& begin = GetParam().begin;
   busy::Model model(begin.hour * 3600 + begin.minute * 60 + begin.second, before_);
   for (const busy::Event& event : events_) model.Take(event);
-  model.End(events_.back().ms + kQuietEndMs);
+  model.End(events_.back().ms + busy::kQuietEndMs);
 
   const std::map<std::string, std::string> files = DayFiles(world_);
   std::map<std::string, std::string> expected = model.files();

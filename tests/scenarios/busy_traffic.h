@@ -33,6 +33,9 @@ struct Event {
   bool encrypted = false;
 };
 
+// Behind the last event: what still runs has timed out by then.
+inline constexpr std::int64_t kQuietEndMs = 40'000;
+
 struct TrafficOptions {
   std::uint32_t seed = 1;
   int minutes = 60;

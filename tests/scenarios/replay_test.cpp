@@ -13,7 +13,6 @@
 namespace corvane::sim {
 namespace {
 
-constexpr std::int64_t kQuietEndMs = 40'000;
 constexpr int kTimeoutSeconds = 30;
 
 struct Decided {
@@ -108,7 +107,7 @@ class ReplayOfARun : public ::testing::TestWithParam<RunCase> {
       }
       world_.Do("line \"" + event.line + "\"");
     }
-    world_.Run(kQuietEndMs);
+    world_.Run(busy::kQuietEndMs);
   }
 
   // A log of the run, in a file that others can read.

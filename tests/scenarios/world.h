@@ -36,6 +36,10 @@ class ScreenTrace : public ControlSink {
   std::function<void(const std::string&)> write_;
 };
 
+// Files of the program's folder, as the simulated file system names them.
+inline constexpr const char* kGroupsFile = "\\TETRA_GSSI.txt";
+inline constexpr const char* kSubscribersFile = "\\TETRA_SSI.txt";
+
 struct WorldOptions {
   standin::Options sdr{};  // how SDR# begins
   std::string scenario{};  // lines of a scenario file; times count from World's making

@@ -16,14 +16,14 @@ namespace {
 
 using ::testing::HasSubstr;
 
-WorldOptions Usual() {
+WorldOptions OneNetwork() {
   WorldOptions options;
   options.scenario = "base 800000000\n";
   return options;
 }
 
 TEST(World, NothingRunsBeforeStartIsPressed) {
-  World world(Usual());
+  World world(OneNetwork());
   ASSERT_TRUE(world.Load());
   world.Run(5000);
   EXPECT_FALSE(world.view().tmrStartup.enabled());
@@ -37,7 +37,7 @@ TEST(World, NothingRunsBeforeStartIsPressed) {
 }
 
 TEST(World, TheTimersHaveTheirIntervals) {
-  World world(Usual());
+  World world(OneNetwork());
   const App::View view = world.view();
   EXPECT_EQ(view.tmrStartup.interval_ms(), 60);
   EXPECT_EQ(view.tmrCallWDT.interval_ms(), 300);
@@ -48,7 +48,7 @@ TEST(World, TheTimersHaveTheirIntervals) {
 }
 
 TEST(World, FilesAreLoadedInTheirOrderBeforeSdrSharpIsLookedFor) {
-  WorldOptions options = Usual();
+  WorldOptions options = OneNetwork();
   options.files = {{"\\TETRA_rec_gssi.txt", "9001\r\n"},
                    {"\\TETRA_mnc.txt", "262;42;Net\r\n"},
                    {"\\TETRA_la.txt", "262;42;101;Area\r\n"},
@@ -70,7 +70,7 @@ TEST(World, FilesAreLoadedInTheirOrderBeforeSdrSharpIsLookedFor) {
 }
 
 TEST(World, AStartUpErrorEndsTheProgramAfterItsBox) {
-  WorldOptions options = Usual();
+  WorldOptions options = OneNetwork();
   options.files = {{"\\TETRA_la.txt", "262;1\r\n"}};
   World world(options);
   EXPECT_FALSE(world.Load());
@@ -80,7 +80,7 @@ TEST(World, AStartUpErrorEndsTheProgramAfterItsBox) {
 }
 
 TEST(World, TheSetUpGoesOutInItsOrderByteForByte) {
-  World world(Usual());
+  World world(OneNetwork());
   world.BringUp();
   const std::vector<std::string> expected = {
       R"({"Command": "Set", "Method": "Frequency", "Value": 865112500})",
@@ -96,7 +96,7 @@ TEST(World, TheSetUpGoesOutInItsOrderByteForByte) {
 }
 
 TEST(World, ACallIsFollowedAndLeftAgain) {
-  World world(Usual());
+  World world(OneNetwork());
   world.BringUp();
   world.Do("call id=7 group=9001 party=5010 carrier=2610 slot=3 for=5");
   ASSERT_TRUE(world.RunUntil([&] { return world.Following(); }, 1000)) << world.TraceText();
@@ -110,7 +110,7 @@ TEST(World, ACallIsFollowedAndLeftAgain) {
 }
 
 TEST(World, WhatWasLearntIsThereAfterARestart) {
-  World world(Usual());
+  World world(OneNetwork());
   world.BringUp();
   world.Do("call id=7 group=9001 party=5010 carrier=2610 slot=3 for=2");
   world.Run(6000);
@@ -122,7 +122,7 @@ TEST(World, WhatWasLearntIsThereAfterARestart) {
 }
 
 TEST(World, TheSaveComesEveryTenMinutes) {
-  World world(Usual());
+  World world(OneNetwork());
   world.BringUp();
   world.Do("call id=7 group=9001 party=5010 carrier=2610 slot=3 for=2");
   world.Run(590 * 1000 - world.loop.TickMs() % 1000);
@@ -137,7 +137,7 @@ TEST(World, ClosingAtAnyMomentSavesTheRecordingAndTheListsOnce) {
   constexpr int kStepMs = 7;
   for (int moment = 0; moment < 9000; moment += (moment < 1000 ? kStepMs : 301)) {
     SCOPED_TRACE(moment);
-    World world(Usual());
+    World world(OneNetwork());
     world.BringUp();
     world.user().Click(world.form().optRecordMode[1]);
     world.Do("call id=7 group=9001 party=5010 carrier=2610 slot=3 for=5");
@@ -165,7 +165,7 @@ TEST(World, ClosingAtAnyMomentSavesTheRecordingAndTheListsOnce) {
 TEST(World, ClosingInsideAnyEventOfACallLeavesNothingUndone) {
   for (int event = 1; event < 400; ++event) {
     SCOPED_TRACE(event);
-    World world(Usual());
+    World world(OneNetwork());
     world.BringUp();
     world.user().Click(world.form().optRecordMode[1]);
     world.Do("call id=7 group=9001 party=5010 carrier=2610 slot=3 for=1");
@@ -184,7 +184,7 @@ TEST(World, ClosingInsideAnyEventOfACallLeavesNothingUndone) {
 }
 
 TEST(World, SdrSharpThatAppearsLaterIsFound) {
-  WorldOptions options = Usual();
+  WorldOptions options = OneNetwork();
   options.sdr_running = false;
   World world(options);
   ASSERT_TRUE(world.Load());
@@ -198,7 +198,7 @@ TEST(World, SdrSharpThatAppearsLaterIsFound) {
 }
 
 TEST(World, ABusySoundDeviceIsReportedAndTheNextRecordingIsGood) {
-  World world(Usual());
+  World world(OneNetwork());
   world.BringUp();
   world.user().Click(world.form().optRecordMode[1]);
   world.mci.FailCommand("open ", kMciInvalidDeviceName);
@@ -223,7 +223,7 @@ TEST(World, ABusySoundDeviceIsReportedAndTheNextRecordingIsGood) {
 }
 
 TEST(World, EveryControlHasItsOwnName) {
-  World world(Usual());
+  World world(OneNetwork());
   std::set<std::string> names;
   for (const Control* control : MainWindowTable(world.form()).AllControls()) {
     EXPECT_TRUE(names.insert(control->name()).second) << control->name();

@@ -18,7 +18,7 @@ namespace corvane::tools {
 
 namespace {
 
-constexpr const char* kName = "lists";
+constexpr const char* kLists = "lists";
 constexpr std::size_t kMostToldNetworks = 8;
 
 std::string Network(const NetworkCode& code, const char* between) {
@@ -42,7 +42,7 @@ class ListsRun {
     std::string wrong = LoadLists();
     if (wrong.empty()) wrong = ChooseNetwork();
     if (wrong.empty()) wrong = options_.import ? Import() : Export();
-    return wrong.empty() ? ExitCode::kDone : Fail(console_, kName, wrong);
+    return wrong.empty() ? ExitCode::kDone : Fail(console_, kLists, wrong);
   }
 
  private:
@@ -213,7 +213,7 @@ ExitCode RunLists(const Arguments& arguments, Console& console) {
   ListsOptions options;
   const std::string wrong = ParseListsOptions(arguments, options);
   if (!wrong.empty()) {
-    return Fail(console, kName, wrong + "\ncorvane-tools lists --help tells more");
+    return Fail(console, kLists, wrong + "\ncorvane-tools lists --help tells more");
   }
   return ListsRun(options, console).Run();
 }

@@ -21,7 +21,7 @@ namespace corvane::tools {
 
 namespace {
 
-constexpr const char* kName = "report";
+constexpr const char* kReport = "report";
 
 class ReportRun {
  public:
@@ -32,7 +32,7 @@ class ReportRun {
     std::string wrong = OpenDays();
     if (wrong.empty()) LoadLists();
     if (wrong.empty()) wrong = OpenOutput();
-    if (!wrong.empty()) return Fail(console_, kName, wrong);
+    if (!wrong.empty()) return Fail(console_, kReport, wrong);
     Read();
     const SoundWork sound(options_, console_, result_.calls);
     if (options_.form == ReportForm::kHtml) {
@@ -42,9 +42,9 @@ class ReportRun {
       WriteRecords();
     }
     const bool written = out_->Flush() && (file_ == nullptr || file_->Close());
-    if (!written) return Fail(console_, kName, "the results could not be written");
+    if (!written) return Fail(console_, kReport, "the results could not be written");
     wrong = sound.Merge(result_.notices);
-    if (!wrong.empty()) return Fail(console_, kName, wrong);
+    if (!wrong.empty()) return Fail(console_, kReport, wrong);
     if (!options_.quiet) WriteSummary();
     return ExitCode::kDone;
   }
@@ -171,7 +171,7 @@ ExitCode RunReport(const Arguments& arguments, Console& console) {
   ReportOptions options;
   const std::string wrong = ParseReportOptions(arguments, options);
   if (!wrong.empty()) {
-    return Fail(console, kName, wrong + "\ncorvane-tools report --help tells more");
+    return Fail(console, kReport, wrong + "\ncorvane-tools report --help tells more");
   }
   return ReportRun(options, console).Run();
 }

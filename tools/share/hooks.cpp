@@ -6,7 +6,7 @@
 namespace corvane::tools {
 
 namespace {
-constexpr int kLookMs = 20;
+constexpr int kHookLookMs = 20;
 }  // namespace
 
 std::optional<std::vector<std::string>> SplitCommand(std::string_view command) {
@@ -50,7 +50,7 @@ void Hooks::Start(const std::string& wav, const std::string& json) {
   if (words_.empty()) return;
   Look();
   while (running_.size() >= kMostAtOnce) {
-    WaitMs(kLookMs);
+    WaitMs(kHookLookMs);
     Look();
   }
   auto program = StartedProgram::Start(HookWords(words_, wav, json));
@@ -82,7 +82,7 @@ std::vector<std::string> Hooks::Failed() {
 }
 
 void Hooks::WaitForAll() {
-  for (Look(); !running_.empty(); Look()) WaitMs(kLookMs);
+  for (Look(); !running_.empty(); Look()) WaitMs(kHookLookMs);
 }
 
 }  // namespace corvane::tools

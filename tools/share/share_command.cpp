@@ -25,8 +25,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kName = "share";
-constexpr int kLookMs = 500;
+constexpr const char* kShare = "share";
 constexpr std::int64_t kSecondsPerDay = 86400;
 // Names that the user gives meanwhile are taken over.
 constexpr std::int64_t kListsAgeS = 60;
@@ -98,7 +97,7 @@ class ShareRun {
     if (wrong.empty()) wrong = outbox_.Open();
     if (wrong.empty()) wrong = options_.follow ? Follow() : ShareDay();
     if (wrong.empty() && hooks_.ever_failed()) wrong = "not every program of --exec succeeded";
-    return wrong.empty() ? ExitCode::kDone : Fail(console_, kName, wrong);
+    return wrong.empty() ? ExitCode::kDone : Fail(console_, kShare, wrong);
   }
 
  private:
@@ -179,7 +178,7 @@ class ShareRun {
       for (const std::string& notice : notices) console_.err.Write(notice + "\n");
       TellFailedHooks();
       if (!console_.out.Flush() || !console_.err.Flush()) return "the output was lost";
-      WaitMs(kLookMs);
+      WaitMs(kBetweenLooksMs);
     }
   }
 
@@ -220,7 +219,7 @@ ExitCode RunShare(const Arguments& arguments, Console& console) {
   ShareOptions options;
   const std::string wrong = ParseShareOptions(arguments, options);
   if (!wrong.empty()) {
-    return Fail(console, kName, wrong + "\ncorvane-tools share --help tells more");
+    return Fail(console, kShare, wrong + "\ncorvane-tools share --help tells more");
   }
   return ShareRun(options, console).Run();
 }

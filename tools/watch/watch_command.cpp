@@ -18,8 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kName = "watch";
-constexpr int kLookMs = 500;
+constexpr const char* kWatch = "watch";
 constexpr std::int64_t kLongestDeafS = 86400;
 
 constexpr const char* kHelp =
@@ -77,10 +76,10 @@ class WatchRun {
   ExitCode Run() {
     std::error_code error;
     if (!fs::is_directory(options_.folder, error)) {
-      return Fail(console_, kName, options_.folder + ": there is no such folder");
+      return Fail(console_, kWatch, options_.folder + ": there is no such folder");
     }
     if (!options_.stamps.empty() && IsInFolder(options_.stamps)) {
-      return Fail(console_, kName, options_.stamps + " is in Corvane's folder");
+      return Fail(console_, kWatch, options_.stamps + " is in Corvane's folder");
     }
     Watcher watcher(options_.folder, options_.limits);
     const auto clock = SystemClock();
@@ -94,15 +93,15 @@ class WatchRun {
       for (const std::string& line : seen.lines) stamped += IsoDate(now) + " " + line + "\r\n";
       if (!options_.stamps.empty() && !stamped.empty() &&
           files->Append(options_.stamps, stamped) != kFileOk) {
-        return Fail(console_, kName, options_.stamps + " could not be written");
+        return Fail(console_, kWatch, options_.stamps + " could not be written");
       }
       for (const std::string& notice : seen.notices) {
         console_.out.Write(IsoDate(now) + " " + notice + "\n");
         StartHook(notice);
       }
       std::erase_if(hooks_, [](const auto& hook) { return hook->Code().has_value(); });
-      if (!console_.out.Flush()) return Fail(console_, kName, "the output could not be written");
-      WaitMs(kLookMs);
+      if (!console_.out.Flush()) return Fail(console_, kWatch, "the output could not be written");
+      WaitMs(kBetweenLooksMs);
     }
   }
 
@@ -147,7 +146,7 @@ ExitCode RunWatch(const Arguments& arguments, Console& console) {
   };
   const std::string wrong = ReadArguments(arguments, rules);
   if (!wrong.empty()) {
-    return Fail(console, kName, wrong + "\ncorvane-tools watch --help tells more");
+    return Fail(console, kWatch, wrong + "\ncorvane-tools watch --help tells more");
   }
   return WatchRun(options, console).Run();
 }

@@ -6,18 +6,13 @@
 #include <algorithm>
 #include <optional>
 
+#include "desktop/harness/handles_win.h"
+
 namespace corvane::desktop {
 
 namespace {
 
 constexpr std::size_t kLongestText = 1'000'000;
-
-HWND Hwnd(WindowHandle window) {
-  return reinterpret_cast<HWND>(window);
-}
-WindowHandle Handle(HWND window) {
-  return reinterpret_cast<WindowHandle>(window);
-}
 
 std::optional<LRESULT> Ask(WindowHandle window, UINT message, WPARAM w_param = 0,
                            LPARAM l_param = 0, int limit_ms = kAnswerLimit_ms) {

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/harness/handles_win.h"
+
 namespace corvane::desktop {
 
 namespace {
@@ -15,10 +17,6 @@ namespace {
 constexpr std::string_view kBoxClass = "#32770";
 // The mean difference of a colour channel up to which two pictures are of the same icon.
 constexpr int kSameIconDifference = 24;
-
-HWND Hwnd(WindowHandle window) {
-  return reinterpret_cast<HWND>(window);
-}
 
 // A picture of its own in memory, with what is drawn on it.
 class Canvas {

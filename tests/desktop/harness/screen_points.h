@@ -7,6 +7,9 @@
 
 namespace corvane::desktop {
 
+// What frames a held group, as GetPixel gives it.
+inline constexpr std::int32_t kOrange = 0x0080FF;
+
 // The screen's colour 7 pixels right of and below the window's corner, as GetPixel gives it; -1
 // when the window is gone.
 [[nodiscard]] std::int32_t ColourInside(WindowHandle window);

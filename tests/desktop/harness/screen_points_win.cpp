@@ -1,6 +1,7 @@
 // Points of the screen by the system's own calls.
 #include <windows.h>
 
+#include "desktop/harness/handles_win.h"
 #include "desktop/harness/screen_points.h"
 
 namespace corvane::desktop {
@@ -9,10 +10,6 @@ namespace {
 
 constexpr LONG kInset = 7;
 constexpr LONG kRightOfTheText = 5;
-
-HWND Hwnd(WindowHandle window) {
-  return reinterpret_cast<HWND>(window);
-}
 
 bool PointInside(WindowHandle window, POINT& point) {
   RECT place{};

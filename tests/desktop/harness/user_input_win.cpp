@@ -7,15 +7,12 @@
 #include <cstddef>
 #include <cstring>
 
+#include "desktop/harness/handles_win.h"
 #include "desktop/harness/wait.h"
 
 namespace corvane::desktop {
 
 namespace {
-
-HWND Hwnd(WindowHandle window) {
-  return reinterpret_cast<HWND>(window);
-}
 
 struct ButtonFlags {
   DWORD down;
@@ -79,7 +76,7 @@ void Key(int virtual_key, bool down) {
 }
 
 // A message of numbers alone, so it crosses between programs as it is.
-LRESULT Ask(WindowHandle window, UINT message, WPARAM w_param, LRESULT none) {
+LRESULT AskNumber(WindowHandle window, UINT message, WPARAM w_param, LRESULT none) {
   DWORD_PTR answer = 0;
   const bool answered = SendMessageTimeoutA(Hwnd(window), message, w_param, 0, SMTO_NORMAL,
                                             kAnswerLimit_ms, &answer) != 0;
@@ -90,8 +87,8 @@ constexpr int kInTheText = 40;
 
 int MiddleOfLine(WindowHandle list, int line) {
   constexpr int kBorder = 2;
-  const int row = static_cast<int>(Ask(list, LB_GETITEMHEIGHT, 0, 0));
-  const int top = static_cast<int>(Ask(list, LB_GETTOPINDEX, 0, 0));
+  const int row = static_cast<int>(AskNumber(list, LB_GETITEMHEIGHT, 0, 0));
+  const int top = static_cast<int>(AskNumber(list, LB_GETTOPINDEX, 0, 0));
   return kBorder + (line - top) * row + row / 2;
 }
 
@@ -191,11 +188,11 @@ WindowHandle FocusIn(WindowHandle window) {
 }
 
 bool ComboIsOpen(WindowHandle combo) {
-  return Ask(combo, CB_GETDROPPEDSTATE, 0, 0) != 0;
+  return AskNumber(combo, CB_GETDROPPEDSTATE, 0, 0) != 0;
 }
 
 int TickOf(WindowHandle list, int line) {
-  return static_cast<int>(Ask(list, LB_GETITEMDATA, static_cast<WPARAM>(line), -1));
+  return static_cast<int>(AskNumber(list, LB_GETITEMDATA, static_cast<WPARAM>(line), -1));
 }
 
 std::string SeenToolTip(unsigned process_id) {

@@ -13,13 +13,10 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr const char* kGroups = "\\TETRA_GSSI.txt";
-constexpr const char* kSubscribers = "\\TETRA_SSI.txt";
-
 WorldOptions WithLists() {
   return {.scenario = "base 800000000\n",
-          .files = {{kGroups, "9001;262;42;North;3;True\r\n9002;262;42;South;0;True\r\n"},
-                    {kSubscribers, "5010;9001;262;42;Alpha;2026-11-14 10:11:12\r\n"}}};
+          .files = {{kGroupsFile, "9001;262;42;North;3;True\r\n9002;262;42;South;0;True\r\n"},
+                    {kSubscribersFile, "5010;9001;262;42;Alpha;2026-11-14 10:11:12\r\n"}}};
 }
 
 class EditorHostTest : public ::testing::Test {
@@ -123,9 +120,9 @@ TEST_F(EditorHostTest, EditsAreInTheFilesOfTheNextStart) {
   EXPECT_FALSE(world_.editor->KeyPress(dialog().txtSSI_labelEdit, kEnterCode));
   world_.editor->MouseUp(dialog().lstGSSI_Lockouts, kRightButton, 1);
   world_.user().CloseRequested();
-  EXPECT_THAT(world_.FileText(kGroups), HasSubstr("9001;262;42;Northern;8;True"));
-  EXPECT_THAT(world_.FileText(kGroups), HasSubstr("9002;262;42;South;0;False"));
-  EXPECT_THAT(world_.FileText(kSubscribers), HasSubstr("5010;9001;262;42;Delta;"));
+  EXPECT_THAT(world_.FileText(kGroupsFile), HasSubstr("9001;262;42;Northern;8;True"));
+  EXPECT_THAT(world_.FileText(kGroupsFile), HasSubstr("9002;262;42;South;0;False"));
+  EXPECT_THAT(world_.FileText(kSubscribersFile), HasSubstr("5010;9001;262;42;Delta;"));
 }
 
 TEST_F(EditorHostTest, QuickEditsAndTheCallLogSelectTheirGroupAndSubscriber) {
@@ -163,7 +160,7 @@ TEST_F(EditorHostTest, IsInertFromTheFirstStepOfAShutdownAndClosesBeforeTheMainW
   world_.user().CloseRequested();
   EXPECT_TRUE(tried);
   EXPECT_THAT(world_.windows_closed, ::testing::ElementsAre("editor", "main window"));
-  EXPECT_THAT(world_.FileText(kGroups), HasSubstr("9001;262;42;North;3;True"));
+  EXPECT_THAT(world_.FileText(kGroupsFile), HasSubstr("9001;262;42;North;3;True"));
 }
 
 }  // namespace

@@ -18,8 +18,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 
 constexpr const char* kSettings = "\\corvane_simple.dat";
-constexpr const char* kGroups = "\\TETRA_GSSI.txt";
-constexpr const char* kSubscribers = "\\TETRA_SSI.txt";
 constexpr const char* kActivity = "\\Daily\\20261115\\Call_Activity_15-11-2026.csv";
 
 class ShutdownTest : public ::testing::Test {
@@ -56,7 +54,7 @@ TEST_F(ShutdownTest, EverythingIsSavedAndTheWindowsCloseEditorFirst) {
   CountACall();
   world_.user().CloseRequested();
   EXPECT_TRUE(world_.app->flags().mblnShuttingDown);
-  for (const char* name : {kSubscribers, kGroups, kActivity, kSettings}) {
+  for (const char* name : {kSubscribersFile, kGroupsFile, kActivity, kSettings}) {
     EXPECT_TRUE(Saved(name)) << name;
   }
   EXPECT_THAT(world_.windows_closed, ElementsAre("editor", "main window"));
@@ -69,7 +67,7 @@ TEST_F(ShutdownTest, AFollowedCallIsEndedBeforeTheListsAreSaved) {
   world_.BringUp();
   Follow();
   world_.user().CloseRequested();
-  EXPECT_THAT(world_.FileText(kGroups), HasSubstr("9001;262;42;"));
+  EXPECT_THAT(world_.FileText(kGroupsFile), HasSubstr("9001;262;42;"));
   EXPECT_EQ(world_.CountCallLog("Manual D-Release occured"), 1);
   EXPECT_TRUE(world_.closed);
 }
@@ -108,7 +106,7 @@ TEST_F(ShutdownTest, CountsAreNotSavedWhenLogModeIsOff) {
   world_.user().Click(world_.form().chkCreateCallActivityCvsFile);
   world_.user().CloseRequested();
   EXPECT_FALSE(Saved(kActivity));
-  EXPECT_TRUE(Saved(kGroups));
+  EXPECT_TRUE(Saved(kGroupsFile));
 }
 
 TEST_F(ShutdownTest, WithNothingLearntTheSettingsAloneAreSaved) {
@@ -139,7 +137,7 @@ TEST_F(ShutdownTest, ASessionThatEndsWithAFailingWriterStillSavesTheRest) {
   world_.user().SessionEnding();
   EXPECT_THAT(world_.prompts.boxes(), IsEmpty()) << "nobody can answer it";
   EXPECT_EQ(world_.CountStatusLog("Error saving SSI list. - "), 1);
-  EXPECT_TRUE(Saved(kGroups));
+  EXPECT_TRUE(Saved(kGroupsFile));
   EXPECT_TRUE(Saved(kSettings));
   EXPECT_TRUE(world_.closed);
 }
@@ -171,7 +169,7 @@ TEST_F(ShutdownTest, ASessionEndsSoonAndWholeOnASlowDiskWithARecorderThatHangs) 
   world_.user().SessionEnding();
   EXPECT_THAT(world_.prompts.boxes(), IsEmpty());
   EXPECT_TRUE(world_.closed);
-  EXPECT_TRUE(Saved(kGroups));
+  EXPECT_TRUE(Saved(kGroupsFile));
   EXPECT_TRUE(Saved(kSettings));
   // One second for the device, which is given up then; the rest is the disk.
   EXPECT_LE(world_.loop.TickMs() - begin_ms, 1000 + 100 * world_.files.steps() + 1000);
@@ -209,8 +207,8 @@ TEST_F(ShutdownTest, AScannerThatHoldsEachNewFileForAMomentIsNoFailure) {
     world.user().CloseRequested();
     EXPECT_THAT(world.prompts.boxes(), IsEmpty());
     EXPECT_EQ(world.CountStatusLog("Error"), 0);
-    EXPECT_NE(world.FileText(kGroups), "");
-    EXPECT_NE(world.FileText(kSubscribers), "");
+    EXPECT_NE(world.FileText(kGroupsFile), "");
+    EXPECT_NE(world.FileText(kSubscribersFile), "");
     EXPECT_NE(world.FileText(kSettings), "");
     int recordings = 0;
     for (const std::string& name : world.files.List(World::kProgramFolder)) {
@@ -247,7 +245,7 @@ TEST_F(ShutdownTest, AWaitOfFiveSecondsIsCutOffWithAWarningAndSavesTheSettingsAl
   EXPECT_EQ(world_.prompts.times_ended(), 1);
   EXPECT_FALSE(world_.view().tmrShutdown.enabled());
   EXPECT_TRUE(Saved(kSettings));
-  EXPECT_FALSE(Saved(kGroups));
+  EXPECT_FALSE(Saved(kGroupsFile));
   EXPECT_EQ(world_.files.List(World::kProgramFolder).size(), before.size() + 1);
 }
 
@@ -264,12 +262,12 @@ TEST_F(ShutdownTest, TheListsOfACallCutShortByClosingAreThereAtTheNextStart) {
   world_.BringUp();
   Follow();
   world_.user().CloseRequested();
-  World next(
-      {.scenario = "base 800000000\n",
-       .files = {{kGroups, world_.FileText(kGroups)}, {kSettings, world_.FileText(kSettings)}}});
+  World next({.scenario = "base 800000000\n",
+              .files = {{kGroupsFile, world_.FileText(kGroupsFile)},
+                        {kSettings, world_.FileText(kSettings)}}});
   ASSERT_TRUE(next.Load());
   EXPECT_EQ(next.CountStatusLog("Loaded 1 saved GSSIs"), 1);
-  EXPECT_FALSE(Saved(kSubscribers)) << "a reset files no talkers";
+  EXPECT_FALSE(Saved(kSubscribersFile)) << "a reset files no talkers";
 }
 
 TEST_F(ShutdownTest, ASessionThatEndsWhileAStartUpBoxIsOpenLeavesTheSettingsAlone) {

@@ -20,7 +20,8 @@ class DeferredTest : public CoreTest {
   }
   [[nodiscard]] int Count(const std::string& text) const {
     int count = 0;
-    for (const std::string& line : form.lstCallLog.items()) count += Contains(line, text) ? 1 : 0;
+    for (const std::string& line : form.lstCallLog.items())
+      count += corvane::Contains(line, text) ? 1 : 0;
     return count;
   }
   [[nodiscard]] int Resets() const { return Count("Manual D-Release occured"); }

@@ -14,7 +14,7 @@
 namespace corvane::standin {
 namespace {
 
-std::string Fault(std::string_view content) {
+std::string FaultOf(std::string_view content) {
   Scenario scenario;
   return ParseScenario(content, scenario);
 }
@@ -47,22 +47,23 @@ TEST(ScenarioTest, ReadsSettingsAndCommandsInOrderOfTime) {
 }
 
 TEST(ScenarioTest, NamesTheLineAtFault) {
-  EXPECT_EQ(Fault("\n\nfly"), "line 3: unknown command \"fly\"");
-  EXPECT_EQ(Fault("at"), "line 1: a time is missing behind \"at\"");
-  EXPECT_EQ(Fault("at 5"), "line 1: a command is missing behind the time");
-  EXPECT_EQ(Fault("at noon end"), "line 1: \"noon\" is no time like 2.5, 1:30, 1:02:03 or +2");
-  EXPECT_EQ(Fault("name x\nbase -1"),
+  EXPECT_EQ(FaultOf("\n\nfly"), "line 3: unknown command \"fly\"");
+  EXPECT_EQ(FaultOf("at"), "line 1: a time is missing behind \"at\"");
+  EXPECT_EQ(FaultOf("at 5"), "line 1: a command is missing behind the time");
+  EXPECT_EQ(FaultOf("at noon end"), "line 1: \"noon\" is no time like 2.5, 1:30, 1:02:03 or +2");
+  EXPECT_EQ(FaultOf("name x\nbase -1"),
             "line 2: the base is a number from 0 to 2000000000, not \"-1\"");
-  EXPECT_EQ(Fault("seed 1 2"), "line 1: \"2\" does not belong here");
-  EXPECT_EQ(Fault("at 1000:00:01 end"),
+  EXPECT_EQ(FaultOf("seed 1 2"), "line 1: \"2\" does not belong here");
+  EXPECT_EQ(FaultOf("at 1000:00:01 end"),
             "line 1: \"1000:00:01\" is no time like 2.5, 1:30, 1:02:03 or +2");
-  EXPECT_EQ(Fault("at 900:00:00 end\nat +900:00:00 end"),
+  EXPECT_EQ(FaultOf("at 900:00:00 end\nat +900:00:00 end"),
             "line 2: that is later than a thousand hours");
 }
 
 TEST(ScenarioTest, RefusesFilesBeyondAllMeasure) {
-  EXPECT_EQ(Fault(std::string(kMaxScenarioBytes + 1, '#')), "the file is longer than 4 MB");
-  EXPECT_EQ(Fault(std::string(kMaxScenarioLines + 1, '\n')), "the file has more than 50000 lines");
+  EXPECT_EQ(FaultOf(std::string(kMaxScenarioBytes + 1, '#')), "the file is longer than 4 MB");
+  EXPECT_EQ(FaultOf(std::string(kMaxScenarioLines + 1, '\n')),
+            "the file has more than 50000 lines");
 }
 
 Scenario Sample(const std::filesystem::path& path) {

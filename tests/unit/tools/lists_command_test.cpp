@@ -18,18 +18,18 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using ::testing::UnorderedElementsAre;
 
-const char* const kGroups =
+const char* const kKnownGroups =
     "9001;262;42;Kept;3;False\r\n"
     "9002;262;42;;0;True\r\n";
-const char* const kRadios =
+const char* const kKnownRadios =
     "5010;9001;262;42;;2026-11-15 14:23:05\r\n"
     "5010;9002;262;42;Own name;2026-11-15 14:23:05\r\n";
 
 class ListsCommandTest : public ToolsTest {
  protected:
   ListsCommandTest() {
-    Put("corvane/TETRA_GSSI.txt", kGroups);
-    Put("corvane/TETRA_SSI.txt", kRadios);
+    Put("corvane/TETRA_GSSI.txt", kKnownGroups);
+    Put("corvane/TETRA_SSI.txt", kKnownRadios);
   }
   Run Import(const std::string& format, const std::string& content, Arguments options = {}) {
     Arguments arguments = {"lists",    "import",       format, Put("list", content),
@@ -57,7 +57,7 @@ TEST_F(ListsCommandTest, TellsWhatItWouldDoAndDoesNothing) {
             "line 5: group 9003 was named before, in line 4\n");
   EXPECT_THAT(run.err, HasSubstr("names: 2 given, 1 stay as they were\n"));
   EXPECT_THAT(run.err, HasSubstr("nothing was written"));
-  EXPECT_EQ(Groups(), kGroups);
+  EXPECT_EQ(Groups(), kKnownGroups);
   EXPECT_THAT(FilesIn("corvane"), UnorderedElementsAre("TETRA_GSSI.txt", "TETRA_SSI.txt"));
 }
 
@@ -69,12 +69,12 @@ TEST_F(ListsCommandTest, WritesNamesWhereThereAreNoneAndKeepsTheOldList) {
             "9001;262;42;Kept;3;False\r\n"
             "9002;262;42;Fire, south;0;True\r\n"
             "9003;262;42;New;0;True\r\n");
-  EXPECT_EQ(Radios(), kRadios);
+  EXPECT_EQ(Radios(), kKnownRadios);
   std::string copy;
   for (const std::string& name : FilesIn("corvane")) {
     if (name.starts_with("TETRA_GSSI_")) copy = name;
   }
-  EXPECT_EQ(Content("corvane/" + copy), kGroups) << copy;
+  EXPECT_EQ(Content("corvane/" + copy), kKnownGroups) << copy;
   EXPECT_EQ(copy.size(), std::string("TETRA_GSSI_20261115_142305.txt").size());
   EXPECT_EQ(FilesIn("corvane").size(), 3U) << "nothing else is left behind";
   EXPECT_THAT(run.err, HasSubstr("written: " + copy + "\n"));
@@ -110,11 +110,12 @@ TEST_F(ListsCommandTest, RadiosGetTheirNamesUnderEveryGroup) {
             "5010;9001;262;42;Control;2026-11-15 14:23:05\r\n"
             "5010;9002;262;42;Own name;2026-11-15 14:23:05\r\n"
             "5011;0;262;42;Engine 1;1899-12-30 00:00:00\r\n");
-  EXPECT_EQ(Groups(), kGroups);
+  EXPECT_EQ(Groups(), kKnownGroups);
 }
 
 TEST_F(ListsCommandTest, RadiosWithAGroupGetTheirNamesThereFirst) {
-  Put("corvane/TETRA_SSI.txt", std::string(kRadios) + "5010;9003;262;42;;2026-11-15 14:23:05\r\n");
+  Put("corvane/TETRA_SSI.txt",
+      std::string(kKnownRadios) + "5010;9003;262;42;;2026-11-15 14:23:05\r\n");
   const Run run = Import("dsdplus-radios",
                          "TETRA, 1, 9002, 5010, 50, Normal, 0, x, \"Second\"\n"
                          "TETRA, 1, 9001, 5010, 50, Normal, 0, x, \"First\"\n"
@@ -169,7 +170,7 @@ TEST_F(ListsCommandTest, RefusesWhileCorvaneRunsThere) {
   EXPECT_EQ(refused.code, ExitCode::kFailed);
   EXPECT_EQ(refused.out, "");
   EXPECT_THAT(refused.err, HasSubstr("Corvane runs in " + Path("corvane")));
-  EXPECT_EQ(Groups(), kGroups);
+  EXPECT_EQ(Groups(), kKnownGroups);
   EXPECT_EQ(Import("op25", "9002\tSouth\n").code, ExitCode::kDone) << "who only looks may";
   munmap(mapped, 4096);
   EXPECT_EQ(Import("op25", "9002\tSouth\n", options).code, ExitCode::kDone);
@@ -207,7 +208,7 @@ TEST_F(ListsCommandTest, WrongUsageAndFilesThatCannotBeUsedAreTold) {
     EXPECT_EQ(run.out, "") << arguments.back();
     EXPECT_THAT(run.err, HasSubstr("corvane-tools lists: ")) << arguments.back();
   }
-  EXPECT_EQ(Groups(), kGroups);
+  EXPECT_EQ(Groups(), kKnownGroups);
 }
 
 TEST_F(ListsCommandTest, AListThatCannotBeWrittenStaysWhole) {
@@ -217,7 +218,7 @@ TEST_F(ListsCommandTest, AListThatCannotBeWrittenStaysWhole) {
   EXPECT_EQ(run.code, ExitCode::kFailed);
   EXPECT_EQ(run.out, "");
   EXPECT_THAT(run.err, HasSubstr("TETRA_GSSI.txt could not be written"));
-  EXPECT_EQ(Groups(), kGroups);
+  EXPECT_EQ(Groups(), kKnownGroups);
 }
 
 TEST_F(ListsCommandTest, HelpNamesEveryFormatAndOption) {

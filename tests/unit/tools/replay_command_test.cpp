@@ -14,7 +14,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-const char* const kGroups =
+const char* const kReplayGroups =
     "9001;262;42;K\xF6ln;0;True\r\n"
     "9004;262;42;Not \"for\" me;0;False\r\n";
 
@@ -33,7 +33,7 @@ class ReplayCommandTest : public ToolsTest {
     return outcomes;
   }
   std::string Lists() {
-    Put("lists/TETRA_GSSI.txt", kGroups);
+    Put("lists/TETRA_GSSI.txt", kReplayGroups);
     return Path("lists");
   }
 };

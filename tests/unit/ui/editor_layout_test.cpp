@@ -8,6 +8,7 @@
 #include <string>
 
 #include "sim/no_sink.h"
+#include "unit/ui/overlap.h"
 
 namespace corvane {
 
@@ -20,7 +21,7 @@ class EditorLayoutTest : public testing::Test {
   const WindowTable table_ = EditorWindowTable(dialog_);
 };
 
-const std::map<std::string, std::string> kCaptions = {
+const std::map<std::string, std::string> kEditorCaptions = {
     {"Frame4", "GSSI/Labels and Lockouts (0)"},
     {"Label2", "Priority"},
     {"cmdUpdateGSSI", "^ Update"},
@@ -29,7 +30,7 @@ const std::map<std::string, std::string> kCaptions = {
     {"lblLastSeenName", "Last seen:"},
 };
 
-const std::map<std::string, std::string> kToolTips = {
+const std::map<std::string, std::string> kEditorToolTips = {
     {"lstGSSI_Lockouts", "Checked item will ignore lockout"},
     {"lstGssiBlank", "Checked item will ignore lockout"},
     {"cboGSSIPriority", "Not available in this version"},
@@ -37,19 +38,14 @@ const std::map<std::string, std::string> kToolTips = {
     {"txtSSI_labelEdit", "Add/remove label then press enter. Green OK, Red Fail"},
 };
 
-bool Overlap(const PixelRect& one, const PixelRect& other) {
-  return one.left < other.right() && other.left < one.right() && one.top < other.bottom() &&
-         other.top < one.bottom();
-}
-
 TEST_F(EditorLayoutTest, EveryControlHasItsCaptionAndToolTipAndNoOtherHasOne) {
   EXPECT_EQ(dialog_.caption, "G/SSI Editor (List snapshot)");
   for (const Control* control : table_.AllControls()) {
     const std::string name = control->name();
-    const auto caption = kCaptions.find(name);
-    EXPECT_EQ(control->caption, caption == kCaptions.end() ? "" : caption->second) << name;
-    const auto tip = kToolTips.find(name);
-    EXPECT_EQ(control->tool_tip, tip == kToolTips.end() ? "" : tip->second) << name;
+    const auto caption = kEditorCaptions.find(name);
+    EXPECT_EQ(control->caption, caption == kEditorCaptions.end() ? "" : caption->second) << name;
+    const auto tip = kEditorToolTips.find(name);
+    EXPECT_EQ(control->tool_tip, tip == kEditorToolTips.end() ? "" : tip->second) << name;
   }
 }
 

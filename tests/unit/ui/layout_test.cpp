@@ -10,6 +10,7 @@
 
 #include "sim/no_sink.h"
 #include "ui/main_layout.h"
+#include "unit/ui/overlap.h"
 
 namespace corvane {
 
@@ -65,11 +66,6 @@ PixelRect ClientOf(const Case& at) {
 bool Inside(const PixelRect& inner, const PixelRect& outer) {
   return inner.left >= outer.left && inner.top >= outer.top && inner.right() <= outer.right() &&
          inner.bottom() <= outer.bottom();
-}
-
-bool Overlap(const PixelRect& one, const PixelRect& other) {
-  return one.left < other.right() && other.left < one.right() && one.top < other.bottom() &&
-         other.top < one.bottom();
 }
 
 std::string Describe(const Case& at, ControlId id) {
