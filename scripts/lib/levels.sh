@@ -162,6 +162,10 @@ level_simulation() {
   run_one simulation "$BUILD/native/tests/simulation/simulate" --runs "$SIMULATED_RUNS" \
     --jobs "$JOBS"
   tail -n 2 "$LOGS/simulation.log"
+  # There are half a million calls about windows: some of them here.
+  run_one simulation-one-failure "$BUILD/native/tests/simulation/simulate" --one-failure \
+    --every 300 --jobs "$JOBS"
+  tail -n 1 "$LOGS/simulation-one-failure.log"
 }
 
 level_bench() {

@@ -29,10 +29,12 @@ SocketState SimSocket::State() const {
 
 void SimSocket::Connect() {
   wire_.CatchUp();
+  if (on_connect_) on_connect_();
   ++connect_count_;
   ++connection_;
   state_ = SocketState::kConnecting;
-  wire_.Connect(*this, connection_, host_ == "127.0.0.1" ? port_ : std::uint16_t{0});
+  const bool leads_there = host_ == "127.0.0.1" && !std::exchange(refuse_next_connect_, false);
+  wire_.Connect(*this, connection_, leads_there ? port_ : std::uint16_t{0});
 }
 
 void SimSocket::Close() {

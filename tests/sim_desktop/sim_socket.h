@@ -35,6 +35,10 @@ class SimSocket : public Socket {
 
   // The next SendData takes nothing and answers false.
   void RefuseNextSend() { refuse_next_send_ = true; }
+  // Nothing listens where the next Connect leads.
+  void RefuseNextConnect() { refuse_next_connect_ = true; }
+  // Is called inside each Connect, before anything comes of it.
+  void SetOnConnect(std::function<void()> hook) { on_connect_ = std::move(hook); }
   // Is called inside each SendData, before it takes anything.
   void SetOnSend(std::function<void()> hook) { on_send_ = std::move(hook); }
   // What State answers, whatever it is; nullopt: the truth.
@@ -61,6 +65,8 @@ class SimSocket : public Socket {
   SocketState state_ = SocketState::kClosed;
   standin::ClientId client_ = 0;
   std::string inbox_;
+  bool refuse_next_connect_ = false;
+  std::function<void()> on_connect_;
   bool refuse_next_send_ = false;
   std::function<void()> on_send_;
   std::optional<SocketState> pretended_;

@@ -55,34 +55,34 @@ void SimWindowOps::EnumChildren(WindowHandle parent,
 }
 
 std::string SimWindowOps::ClassName(WindowHandle window) {
-  const standin::Window* found = Look(window);
+  const standin::Window* found = Know(window);
   return found == nullptr ? std::string() : found->class_name.substr(0, kMaxClassName);
 }
 
 WindowHandle SimWindowOps::Parent(WindowHandle window) {
-  const standin::Window* found = Look(window);
+  const standin::Window* found = Know(window);
   return found == nullptr ? 0 : HandleOf(found->parent);
 }
 
 // Each top-level window outside of SDR# is a program of its own.
 ProgramId SimWindowOps::Program(WindowHandle window) {
-  const standin::Window* found = Look(window);
+  const standin::Window* found = Know(window);
   if (found == nullptr) return 0;
   return static_cast<ProgramId>(
       HandleOf(BelongsToSdr(*found) ? model_.ids().main : TopOf(*found).id));
 }
 
 std::string SimWindowOps::Title(WindowHandle window) {
-  const standin::Window* found = Look(window);
+  const standin::Window* found = Know(window);
   return found == nullptr || found->parent != 0 ? std::string() : found->text;
 }
 
 bool SimWindowOps::IsAlive(WindowHandle window) {
-  return Look(window) != nullptr;
+  return Know(window) != nullptr;
 }
 
 bool SimWindowOps::IsVisible(WindowHandle window) {
-  catch_up_();
+  if (Know(window) == nullptr) return false;
   return model_.tree().IsVisible(IdOf(window));
 }
 
@@ -163,7 +163,7 @@ void SimWindowOps::SetSilent(WindowHandle window, bool silent) {
 }
 
 bool SimWindowOps::GetPlacement(WindowHandle window, Placement& placement) {
-  const standin::Window* found = Look(window);
+  const standin::Window* found = Know(window);
   if (found == nullptr) return false;
   placement = Placement{};
   placement.show_state =
@@ -174,7 +174,7 @@ bool SimWindowOps::GetPlacement(WindowHandle window, Placement& placement) {
 }
 
 Reply SimWindowOps::SetPlacement(WindowHandle window, const Placement& placement) {
-  const standin::Window* found = Look(window);
+  const standin::Window* found = Know(window);
   if (found == nullptr) return Reply::kGone;
   if (model_.elevated() && BelongsToSdr(*found)) return Reply::kRefused;
   const bool answers = WaitForAnswer(window);
@@ -191,13 +191,13 @@ Reply SimWindowOps::SetPlacement(WindowHandle window, const Placement& placement
 }
 
 bool SimWindowOps::GetRect(WindowHandle window, ScreenRect& rect) {
-  if (Look(window) == nullptr) return false;
+  if (Know(window) == nullptr) return false;
   rect = RectOf(model_.tree().ScreenBox(IdOf(window)));
   return true;
 }
 
 WindowHandle SimWindowOps::SetForeground(WindowHandle window) {
-  if (Look(window) == nullptr) return 0;
+  if (Know(window) == nullptr) return 0;
   for (const WindowHandle asked : {window, Foreground()}) {
     if (!Answers(asked)) return asked;
   }
@@ -217,17 +217,18 @@ WindowHandle SimWindowOps::Foreground() {
 }
 
 bool SimWindowOps::WrapsLines(WindowHandle edit) {
-  const standin::Window* found = Look(edit);
+  const standin::Window* found = Know(edit);
   return found != nullptr && found->lines.wraps();
 }
 
 std::int32_t SimWindowOps::ScreenPixel(WindowHandle, std::int32_t x, std::int32_t y) {
   catch_up_();
+  if (missing_ && missing_()) return -1;
   return model_.tree().PixelAt(x, y);
 }
 
 bool SimWindowOps::IsSeenAt(WindowHandle window, std::int32_t x, std::int32_t y) {
-  catch_up_();
+  if (Know(window) == nullptr) return false;
   const standin::WindowTree& tree = model_.tree();
   const standin::WindowId seen = tree.WindowAt(x, y);
   const standin::WindowId wanted = IdOf(window);

@@ -47,6 +47,9 @@ class SimWindowOps : public WindowOps {
   [[nodiscard]] std::int64_t send_count() const { return send_count_; }
   // Is called with each message before it arrives.
   void SetOnMessage(std::function<void(const Message&)> hook) { on_message_ = std::move(hook); }
+  // Is asked at each question about a window that the system answers by itself: true means that the
+  // window is not there for this once.
+  void SetMissing(std::function<bool()> missing) { missing_ = std::move(missing); }
   // For so many of the next messages no answer comes, without any hang.
   void FailNextSends(int count) { fail_sends_ = count; }
   // No message to this window is answered, without any hang, until that is taken back.
@@ -99,6 +102,10 @@ class SimWindowOps : public WindowOps {
   void CarryOut(const Message& message);
   void CarryOutLate();
   const standin::Window* Look(WindowHandle window);
+  // As the system answers about it.
+  const standin::Window* Know(WindowHandle window) {
+    return missing_ && missing_() ? nullptr : Look(window);
+  }
   [[nodiscard]] const standin::Window& TopOf(const standin::Window& window) const;
   [[nodiscard]] bool BelongsToSdr(const standin::Window& window) const;
 
@@ -117,6 +124,7 @@ class SimWindowOps : public WindowOps {
   std::uint32_t show_state_ = kNoShowState;
   std::vector<Message> messages_;
   std::function<void(const Message&)> on_message_;
+  std::function<bool()> missing_;
   std::int64_t send_count_ = 0;
   std::vector<WindowHandle> foregrounds_;
   std::vector<WindowHandle> placed_;

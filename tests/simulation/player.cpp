@@ -20,8 +20,6 @@ namespace {
 
 constexpr std::int64_t kBringUpLimitMs = 10'000;
 constexpr std::int64_t kHealMs = 45'000;  // longer than the pause between resets by errors
-constexpr std::int64_t kFollowLimitMs = 5000;
-constexpr std::int64_t kWayBackMs = 10'000;
 // What a disturbance of the link takes to be over, and what one by the user does.
 constexpr std::int64_t kLinkSettlesMs = 45'000;
 constexpr std::int64_t kUserSettlesMs = 20'000;

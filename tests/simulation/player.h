@@ -11,6 +11,10 @@
 
 namespace corvane::sim {
 
+// What a program that is well takes to follow a call, and to be parked again after its end.
+inline constexpr std::int64_t kFollowLimitMs = 5000;
+inline constexpr std::int64_t kWayBackMs = 10'000;
+
 struct Played {
   std::string violation;             // "": all that must hold held
   std::int64_t at_ms = 0;            // of the violation, or of the end

@@ -1,6 +1,9 @@
 // The whole program against the radio model, seed after seed:
 //   simulate [--from SEED] [--runs N] [--minutes M] [--jobs J]
 //   simulate --plan FILE        one plan as it stands, with its trace
+//   simulate --one-failure [--every N] [--jobs J]
+//                               each call of the scripted runs that can fail fails once; of those
+//                               to windows each N-th
 // A seed that finds something is shrunk to its shortest failing plan, which is printed; the exit
 // code is then 1, after wrong arguments 2. At the end a table of what was done, and how often the
 // program was well after it.
@@ -18,6 +21,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "simulation/one_failure.h"
 #include "simulation/player.h"
 
 namespace {
@@ -31,6 +35,8 @@ struct Wanted {
   int minutes = 10;
   int jobs = 1;
   std::string plan;
+  bool one_failure = false;
+  int every = 1;
 };
 
 struct Sum {
@@ -50,6 +56,11 @@ std::optional<Wanted> ReadArguments(int argc, char** argv) {
   Wanted wanted;
   for (int i = 1; i < argc; i += 2) {
     const std::string name = argv[i];
+    if (name == "--one-failure") {
+      wanted.one_failure = true;
+      --i;  // it has no value
+      continue;
+    }
     if (i + 1 == argc) return std::nullopt;
     if (name == "--plan") {
       wanted.plan = argv[i + 1];
@@ -59,6 +70,7 @@ std::optional<Wanted> ReadArguments(int argc, char** argv) {
                  : name == "--runs"    ? &wanted.runs
                  : name == "--minutes" ? &wanted.minutes
                  : name == "--jobs"    ? &wanted.jobs
+                 : name == "--every"   ? &wanted.every
                                        : nullptr;
     const auto number = corvane::ParseDecimal<int>(argv[i + 1]);
     if (value == nullptr || !number || *number < 1) return std::nullopt;
@@ -140,6 +152,50 @@ void Explain(const Sum& sum) {
   std::printf("--- %s\n%s---\n", sum.violation.c_str(), corvane::sim::ToText(least).c_str());
 }
 
+// A table of the runs; 1 when one of them found something.
+int FailEachCallOnce(const Wanted& wanted) {
+  using namespace corvane::sim;
+  std::printf("%-20s %-10s %9s %9s\n", "script", "seam", "calls", "runs");
+  std::mutex lock;
+  std::atomic<long> runs = 0;
+  int found = 0;
+  for (const std::string& name : AllRuns()) {
+    const Script script = ReadScript(name);
+    for (const Seam seam : kSeams) {
+      const long before = runs;
+      const FailureRun undisturbed = PlayWithOneFailure(script, {seam, 0}, nullptr);
+      if (!undisturbed.violation.empty()) {
+        std::printf("%s: %s\n", name.c_str(), undisturbed.violation.c_str());
+        return 1;
+      }
+      const bool of_windows = seam == Seam::kMessages || seam == Seam::kWindows;
+      const int step = of_windows ? wanted.every : 1;
+      std::atomic<std::int64_t> next = 1;
+      std::vector<std::thread> workers;
+      for (int job = 0; job < wanted.jobs; ++job) {
+        workers.emplace_back([&] {
+          for (std::int64_t call = next.fetch_add(step); call <= undisturbed.calls;
+               call = next.fetch_add(step)) {
+            ++runs;
+            const FailureRun run = PlayWithOneFailure(script, {seam, call}, &undisturbed);
+            if (run.violation.empty()) continue;
+            const std::lock_guard guard(lock);
+            ++found;
+            std::printf("%s, %s call %lld: %s\n", name.c_str(), NameOf(seam),
+                        static_cast<long long>(call), run.violation.c_str());
+          }
+        });
+      }
+      for (std::thread& worker : workers) worker.join();
+      std::printf("%-20s %-10s %9lld %9ld\n", name.c_str(), NameOf(seam),
+                  static_cast<long long>(undisturbed.calls), runs - before);
+      std::fflush(stdout);
+    }
+  }
+  std::printf("%ld runs with one failure each, %d not survived\n", runs.load(), found);
+  return found == 0 ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -147,11 +203,13 @@ int main(int argc, char** argv) {
   if (!wanted) {
     std::fprintf(stderr,
                  "usage: simulate [--from SEED] [--runs N] [--minutes M] [--jobs J]\n"
-                 "       simulate --plan FILE\n");
+                 "       simulate --plan FILE\n"
+                 "       simulate --one-failure [--every N] [--jobs J]\n");
     return 2;
   }
   try {
     if (!wanted->plan.empty()) return PlayFile(wanted->plan);
+    if (wanted->one_failure) return FailEachCallOnce(*wanted);
     Sum sum;
     const auto begin = std::chrono::steady_clock::now();
     RunAll(*wanted, sum);
