@@ -9,25 +9,32 @@ namespace corvane {
 
 namespace {
 
-constexpr std::uintptr_t kIdentityStep = 0x9E370001;  // odd, as no handle is
-constexpr std::int32_t kLineEnd = 2;                  // CR LF
+constexpr std::int32_t kLineEnd = 2;  // CR LF
 
 }  // namespace
 
 std::uintptr_t NetworkInfo::Identity() const {
-  return Box() == 0 ? 0 : Box() + width_changes_ * kIdentityStep;
+  return Box();
 }
 
 std::int32_t NetworkInfo::LineCount() {
   const std::int32_t count = context_.windows.LineCount(Box()).value;
+  if (Box() != wrapping_box_ || count <= 0) return count;
+  const std::int32_t last = count - 1 + shift_;
+  if (!next_line_ || last < *next_line_) {
+    const Answer<std::int32_t> start = context_.windows.LineStart(Box(), count - 1);
+    if (!start.answered()) return 0;
+    next_line_ = last;
+    next_start_ = start.value;
+  }
   // Counted in another width than that of the lines before: the next cycle takes note of it.
-  if (Box() == wrapping_box_ && WrapWidth() != wrap_width_) return 0;
-  return count;
+  if (WrapWidth() != wrap_width_) return 0;
+  return last + 1;
 }
 
 std::optional<std::string> NetworkInfo::Line(std::int32_t index) {
   if (Box() == 0 || index < 0) return std::string{};
-  if (Box() == wrapping_box_) return WrappedLine(index);
+  if (Box() == wrapping_box_) return WrappedLine(index - shift_);
   Answer<std::string> line = context_.windows.Line(Box(), index);
   if (!line.answered()) return std::nullopt;
   return std::move(line.value);
@@ -43,21 +50,28 @@ std::optional<NetworkInfo::Piece> NetworkInfo::ReadPiece(std::int32_t index) {
   const Break what_follows = gap == kLineEnd ? Break::kLineEnds
                              : gap == 0      ? Break::kLineGoesOn
                                              : Break::kUnknown;
-  return Piece{std::move(text.value), what_follows};
+  return Piece{std::move(text.value), what_follows, next.value};
 }
 
 std::optional<std::string> NetworkInfo::WrappedLine(std::int32_t index) {
   std::optional<Piece> piece = ReadPiece(index);
   if (!piece) return std::nullopt;
-  if (piece->what_follows == Break::kLineGoesOn) return std::string{};
-  if (piece->what_follows == Break::kUnknown) ReportUnknownBreak();
-  std::string line = std::move(piece->text);
-  for (std::int32_t above = index - 1; above >= 0 && index - above < kMostPieces; --above) {
-    piece = ReadPiece(above);
-    if (!piece) return std::nullopt;
-    if (piece->what_follows != Break::kLineGoesOn) break;
-    line.insert(0, piece->text);
+  const std::int32_t end = piece->end;
+  std::string line;
+  if (piece->what_follows != Break::kLineGoesOn) {
+    if (piece->what_follows == Break::kUnknown) ReportUnknownBreak();
+    line = std::move(piece->text);
+    for (std::int32_t above = index - 1; above >= 0 && index - above < kMostPieces; --above) {
+      piece = ReadPiece(above);
+      if (!piece) return std::nullopt;
+      if (piece->what_follows != Break::kLineGoesOn) break;
+      line.insert(0, piece->text);
+    }
   }
+  // Broken anew in between: it is read again when that was taken note of.
+  if (WrapWidth() != wrap_width_) return std::nullopt;
+  next_line_ = index + shift_ + 1;
+  next_start_ = end;
   return line;
 }
 
@@ -72,12 +86,42 @@ std::int32_t NetworkInfo::WrapWidth() const {
   return context_.windows.GetRect(Box(), rect) ? rect.right - rect.left : 0;
 }
 
+std::optional<std::int32_t> NetworkInfo::LineOnScreen(std::int32_t character) {
+  const Answer<std::int32_t> count = context_.windows.LineCount(Box());
+  if (!count.answered()) return std::nullopt;
+  std::int32_t low = 0;
+  std::int32_t high = count.value - 1;
+  while (low < high) {
+    const std::int32_t middle = low + (high - low + 1) / 2;
+    const Answer<std::int32_t> start = context_.windows.LineStart(Box(), middle);
+    if (!start.answered()) return std::nullopt;
+    // -1: the box has fewer lines by now.
+    if (start.value < 0 || start.value > character) {
+      high = middle - 1;
+    } else {
+      low = middle;
+    }
+  }
+  return low;
+}
+
 void NetworkInfo::NoteWidth() {
-  const WindowHandle before = std::exchange(wrapping_box_, 0);
-  if (Box() == 0 || !context_.windows.WrapsLines(Box())) return;
-  wrapping_box_ = Box();
+  const bool wraps = Box() != 0 && context_.windows.WrapsLines(Box());
+  if (!wraps || Box() != wrapping_box_) {
+    wrapping_box_ = wraps ? Box() : 0;
+    wrap_width_ = WrapWidth();
+    shift_ = 0;
+    next_line_.reset();
+    return;
+  }
   const std::int32_t width = WrapWidth();
-  if (std::exchange(wrap_width_, width) != width && before == wrapping_box_) ++width_changes_;
+  if (width == wrap_width_) return;
+  if (next_line_) {
+    const std::optional<std::int32_t> line = LineOnScreen(next_start_);
+    if (!line) return;
+    shift_ = *next_line_ - *line;
+  }
+  wrap_width_ = width;
 }
 
 void NetworkInfo::Clear() {

@@ -13,8 +13,9 @@
 namespace corvane {
 
 // A box that wraps its lines gives those on the screen, whose number changes with its width. They
-// are put together again here: a line is given with its last piece, the pieces before give "". When
-// the width has changed, it counts as another box.
+// are put together again here: a line is given with its last piece, the pieces before give "". What
+// was given keeps its index when the width changes, and what came since follows it: where the next
+// line begins is remembered in characters, which no width changes.
 class NetworkInfo : public NetworkInfoBox {
  public:
   // "Net Info" is pressed no more often than this, and after kPressesInVain presses that did not
@@ -48,11 +49,14 @@ class NetworkInfo : public NetworkInfoBox {
   struct Piece {
     std::string text;
     Break what_follows = Break::kUnknown;
+    std::int32_t end = 0;  // the character that the next one begins with
   };
   [[nodiscard]] std::optional<Piece> ReadPiece(std::int32_t index);
   [[nodiscard]] std::optional<std::string> WrappedLine(std::int32_t index);
   [[nodiscard]] std::int32_t WrapWidth() const;
   void NoteWidth();
+  // The line on the screen that holds this character, 0 the first; nullopt without an answer.
+  [[nodiscard]] std::optional<std::int32_t> LineOnScreen(std::int32_t character);
   void ReportUnknownBreak();
   [[nodiscard]] bool IsHiddenWithSdr();
   [[nodiscard]] WindowHandle Box() const { return context_.handles[SdrRole::kNetworkInfoEdit]; }
@@ -65,8 +69,12 @@ class NetworkInfo : public NetworkInfoBox {
   int presses_in_vain_ = 0;
   bool press_unanswered_ = false;
   WindowHandle wrapping_box_ = 0;
-  std::int32_t wrap_width_ = 0;  // of wrapping_box_
-  std::uintptr_t width_changes_ = 0;
+  // Of wrapping_box_: the width that its lines were counted in, what is to be added to an index on
+  // the screen, the line that is read next, and the character that it begins with.
+  std::int32_t wrap_width_ = 0;
+  std::int32_t shift_ = 0;
+  std::optional<std::int32_t> next_line_;
+  std::int32_t next_start_ = 0;
   WindowHandle reported_box_ = 0;
 };
 

@@ -384,6 +384,36 @@ TEST_F(Neighbour, WrappedLinesAreReadWholeAndAChangedWidthBringsNoHistoryBack) {
   EXPECT_EQ(world().CountStatusLog("'Network Info' wraps long lines"), 0);
 }
 
+TEST_F(Neighbour, NoLineIsMissedWhileAWrappedBoxIsMadeWiderAndNarrower) {
+  standin::Options sdr;
+  sdr.info_wrap = standin::Wrap::kWords;
+  Make(Usual(sdr));
+  world().BringUp();
+  const char* const widths[] = {"width 300", "width 700", "width 180", "width 900"};
+  int party = 6000;
+  for (const char* width : widths) {
+    const std::string number = std::to_string(++party);
+    world().Do("call id=77 group=9001 party=" + number + " carrier=2610 slot=2 repeat=1");
+    world().Do(width);
+    ASSERT_TRUE(world().RunUntil([this] { return world().Following(); }, 500)) << width;
+    world().Run(1000);
+    // The end comes in the midst of a drag, with other lines before and behind it.
+    for (int step = 0; step < 12; ++step) {
+      world().Do("width " + std::to_string(250 + 37 * step));
+      world().Do("line \"SSI:1 D_Status of radio " + std::to_string(100 * party + step) + "\"");
+      if (step == 4) world().Do("release id=77");
+      world().Run(20);
+    }
+    world().Run(1500);
+    EXPECT_FALSE(world().Following()) << width;
+    EXPECT_TRUE(world().Parked()) << width;
+    EXPECT_EQ(world().CountCallLog("Call ID: 77 - VC D-Released"), party - 6000) << width;
+  }
+  EXPECT_EQ(world().CountCallLog("Did not see D-Release"), 0);
+  EXPECT_EQ(world().CountCallLog("On carrier: 2610"), 4) << "none is followed twice";
+  EXPECT_EQ(world().CountCallLog("D_Status of radio"), 48) << "each line counts once";
+}
+
 TEST_F(Neighbour, WhereWrappedLinesCannotBeToldTheUserIsToldWhatToSwitch) {
   standin::Options sdr;
   sdr.info_wrap = standin::Wrap::kSwallowing;
