@@ -132,11 +132,15 @@ class Demo {
     if (!corvane_.Start()) throw std::runtime_error("Corvane did not start");
     MoveWindowTo(corvane_.Window(), kCorvaneLeft, kCorvaneTop);
     Tell("Corvane is running; it says: " + Last(corvane_.StatusLog()));
-    Tell("base frequency 300 MHz, recording of all calls switched on");
+    Tell("base frequency 300 MHz, recording of all calls and both logs switched on");
     ChooseInCombo(corvane_.Control(ControlId::cboBaseFrequency), 2);
     Click(corvane_.Control(ControlId::optRecordMode_1));
     Await("the record mode",
           [this] { return Checked(corvane_.Control(ControlId::optRecordMode_1)); });
+    for (const ControlId log : {ControlId::chkCreateEventLog, ControlId::chkCreateCcVcLog}) {
+      if (!Checked(corvane_.Control(log))) Click(corvane_.Control(log));
+      Await("the log switched on", [&] { return Checked(corvane_.Control(log)); });
+    }
     Tell("\"Start\" is pressed");
     Click(corvane_.Control(ControlId::cmdStartAll));
     Await("the network", [this] { return !corvane_.Caption(ControlId::lblNetworkInfo).empty(); });

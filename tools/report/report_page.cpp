@@ -168,6 +168,7 @@ void ReportPage::WriteDays(Output& out) const {
     const std::u8string place = (error ? day.path : near).generic_u8string();
     column.AddText("{\"name\":" + PageString(day.name) +
                    ",\"start\":" + Decimal(day.date ? SecondsOf(*day.date) : -1) +
+                   ",\"logged\":" + (day.event_log.empty() ? "false" : "true") +
                    ",\"absolute\":" + (error || near.is_absolute() ? "true" : "false") +
                    ",\"place\":" + PageString(std::string(place.begin(), place.end())) + "}");
   }

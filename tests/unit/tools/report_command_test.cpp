@@ -135,6 +135,15 @@ TEST_F(ReportCommandTest, AnEmptyDayIsAPageThatSaysSo) {
   EXPECT_THAT(Content("p.html"), HasSubstr("There are no calls in what was read."));
 }
 
+TEST_F(ReportCommandTest, ADayWithoutEventLogIsToldFromOneWithoutGaps) {
+  Put("20261114/x", "");
+  ASSERT_EQ(Tools({"report", Path("20261114"), Day("a"), "-o", Path("p.html")}).code,
+            ExitCode::kDone);
+  const std::string days = Between(Content("p.html"), "\"days\":[", "]");
+  EXPECT_THAT(days, HasSubstr("\"name\":\"20261114\",\"start\":1794614400,\"logged\":false"));
+  EXPECT_THAT(days, HasSubstr("\"name\":\"20261115\",\"start\":1794700800,\"logged\":true"));
+}
+
 TEST_F(ReportCommandTest, WhatFailsIsNeverDone) {
   const std::string day = Day("a");
   const Arguments wrong[] = {{"report"},

@@ -115,8 +115,11 @@ const showOverview = () => {
   if (noRadios.length > 0) into.append(listOf(noRadios, radioLink));
 
   const silent = raw.silent.reduce((sum, flag) => sum + flag, 0);
+  const noGap = raw.days.some((day) => day.logged)
+    ? "The event log has no gap of half an hour or more."
+    : "Without an event log nothing is known of gaps.";
   part("Silent gaps", raw.gaps.length === 0
-    ? element("p", {class: "quiet"}, "The event log has no gap of half an hour or more.")
+    ? element("p", {class: "quiet"}, noGap)
     : tableOf(["From", "To", "#For"], raw.gaps.map(([from, to]) =>
       [isoText(from).replace("T", " "), isoText(to).replace("T", " "), spanText(to - from)]),
     "Gaps in the event log"));
