@@ -10,6 +10,7 @@ source scripts/lib/wine.sh
 source scripts/lib/programs.sh
 source scripts/lib/results.sh
 source scripts/lib/levels.sh
+source scripts/lib/companion.sh
 source scripts/lib/desktop.sh
 
 ALL_LEVELS="lint native contract desktop package simulation fuzz bench"

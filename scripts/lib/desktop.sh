@@ -12,9 +12,10 @@
 
 PORT_PROGRAMS="desktop_test persistence_link_test"
 FILE_PROGRAMS="persistence_test window_life_test"
-# Ten minutes of hands at random, in two cases; faults at random where a time for them is given.
-HANDS_PROGRAMS="random_hands_test${CORVANE_FAULT_SECONDS:+ random_faults_test}"
+# Ten minutes of hands at random, in two cases, and three of faults.
+HANDS_PROGRAMS="random_hands_test random_faults_test"
 export CORVANE_RANDOM_SECONDS=${CORVANE_RANDOM_SECONDS:-300}
+export CORVANE_FAULT_SECONDS=${CORVANE_FAULT_SECONDS:-180}
 # These take minutes: they begin first, so that no lane is left alone with one at the end.
 LONG_CASES="FiveIdleMinutes|KillTest|AThousand|BusyMinutes|ManyRecordings"
 DESKTOP_LANES=${DESKTOP_LANES:-$((JOBS < 3 ? JOBS + 1 : 4))}

@@ -74,7 +74,8 @@ level_contract() {
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci.exe"
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win_mci_lost.exe"
   run_under_wine contract "$BUILD/mingw/tests/desktop/ui_window_test.exe"
-  run_one contract/tools-same-bytes tools_give_the_same_bytes
+  run_one contract/tools-replay replay_gives_the_same_bytes
+  run_one contract/tools-files other_commands_give_the_same_files
   run_one contract/pictures pictures_were_right "$beside" "$pictures"
 }
 
@@ -84,27 +85,6 @@ pictures_were_right() {
   wait "$1" || code=$?
   cat "$2"
   return "$code"
-}
-
-# The companion under Windows prints what the native tests expect, byte by byte, wherever it goes.
-tools_give_the_same_bytes() {
-  local format day=tests/scenarios/busy_hour/following/20261115 expected code=0
-  local out=$BUILD/logs/contract/tools-output
-  local replay=("$WINELOADER" "$BUILD/mingw/tools/corvane-tools.exe" replay "$day/TETRA_cc.log"
-    --events "$day/TETRA_event.log" --lists tests/golden/replay)
-  for format in text json csv; do
-    expected=tests/golden/replay/following.$format
-    "${replay[@]}" -F "$format" >"$out" || return 1
-    cmp "$out" "$expected" || return 1
-    "${replay[@]}" -F "$format" -q -o "$(windows_path "$out-file")" || return 1
-    cmp "$out-file" "$expected" || return 1
-    "${replay[@]}" -F "$format" -q --expect "$expected" | cmp - "$expected" || return 1
-  done
-  "${replay[@]}" -F csv -q --expect tests/golden/replay/following.json >/dev/null || code=$?
-  [ "$code" -eq 1 ] || return 1
-  code=0
-  "${replay[@]}" --nothing || code=$?
-  [ "$code" -eq 2 ]
 }
 
 # build_beside LEVEL...: what the later ones of these levels need, while cases wait for their

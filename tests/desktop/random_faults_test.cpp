@@ -1,4 +1,4 @@
-// Whatever goes wrong with SDR#, its windows, the connection and the files, one thing after the
+// Whatever goes wrong with SDR#, its windows, the connection, files and sound, one thing after the
 // other at random: the next call that is set up is followed soon after all is well again, and the
 // status log has one line of what a user notices, and one that it is over where there is one; of a
 // closed port it has one for each attempt to connect.
@@ -17,6 +17,7 @@
 #include "base/text.h"
 #include "desktop/call_test.h"
 #include "desktop/harness/held_file.h"
+#include "desktop/harness/sound_source.h"
 
 namespace corvane::desktop {
 namespace {
@@ -131,6 +132,13 @@ class RandomFaultsTest : public CallTest {
          0,
          {}},
         {"commands take 80 ms", Says("handling 80"), Says("handling 0"), {}, 0, 0, {}},
+        {"the sound device is taken away",
+         [this] { EXPECT_TRUE(sound_.Take()) << "it cannot be taken away here"; },
+         [this] { EXPECT_TRUE(sound_.Bring()); },
+         " Error (stop)",
+         0,
+         1,
+         {}},
         {"the cc log is held by another program",
          [this] {
            held_.emplace(Folder().Find("TETRA_cc.log").front(), HeldFile::Sharing::kReadOnly);
@@ -217,11 +225,14 @@ class RandomFaultsTest : public CallTest {
 
  private:
   std::optional<HeldFile> held_;
+  SoundSource sound_;
   int call_ = 100;
 };
 
 TEST_F(RandomFaultsTest, NothingKeepsItFromTheNextCall) {
-  Begin();
+  Settings settings;
+  settings.record_mode_index = 1;  // every call
+  Begin(settings);
   const auto end =
       Clock::now() + std::chrono::seconds(FromEnvironment("CORVANE_FAULT_SECONDS", kUsualSeconds));
   while (Clock::now() < end && !HasFailure()) {
