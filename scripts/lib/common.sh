@@ -53,12 +53,19 @@ trap 'exit 143' TERM
 # ON where warnings are to be errors.
 WERROR=OFF
 
+configure() {
+  run_logged "configure-$1" cmake -S "$ROOT" --preset "$1" -DCORVANE_WERROR="$WERROR"
+}
+
 # configure_and_build PRESET TARGET...: without targets, everything.
 configure_and_build() {
   local preset=$1
   shift
-  run_logged "configure-$preset" cmake -S "$ROOT" --preset "$preset" \
-    -DCORVANE_WERROR="$WERROR" || return 1
+  configure "$preset" || return 1
+  # Built by another compiler before: cmake has then forgotten whatever else was wanted.
+  if grep -q 'require your cache to be deleted' "$LOGS/configure-$preset.log"; then
+    configure "$preset" || return 1
+  fi
   run_logged "build-$preset" cmake --build "$BUILD/$preset" -j "$JOBS" \
     ${1:+--target "$@"} || return 1
 }
