@@ -49,6 +49,7 @@ const spanText = (seconds) => {
 const lengthText = (tenths) => (tenths < 0 ? "" : `${Math.round(tenths / 10)} s`);
 const numbers = new Intl.NumberFormat("en-GB");
 const countText = (number) => numbers.format(number);
+const counted = (number, what) => `${countText(number)} ${what}${number === 1 ? "" : "s"}`;
 const nameOf = (named) => (named.label ? `${named.number} ${named.label}` : String(named.number));
 const groupName = (g) => (g < 0 ? "" : nameOf(groups[g]));
 const radioName = (r) => (r < 0 ? "" : nameOf(radios[r]));

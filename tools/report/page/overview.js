@@ -109,7 +109,7 @@ const showOverview = () => {
   const noGroups = noName(groups, groupCalls);
   const noRadios = noName(radios, radioCalls);
   part("Unnamed", element("p", {class: "quiet"},
-    `${countText(noGroups.length)} groups and ${countText(noRadios.length)} radios without a ` +
+    `${counted(noGroups.length, "group")} and ${counted(noRadios.length, "radio")} without a ` +
     "name, the busiest first."));
   if (noGroups.length > 0) into.append(listOf(noGroups, groupLink));
   if (noRadios.length > 0) into.append(listOf(noRadios, radioLink));
@@ -125,6 +125,6 @@ const showOverview = () => {
     "Gaps in the event log"));
   if (silent > 0) {
     into.append(element("p", {class: "notice"},
-      `${countText(silent)} recordings hold only silence.`));
+      `${counted(silent, "recording")} with nothing but silence.`));
   }
 };

@@ -40,7 +40,7 @@ const setUpMissed = () => {
       if (group !== "" && missedGroup[m] !== Number(group)) continue;
       rows.push(m);
     }
-    byId("missed-count").textContent = `${countText(rows.length)} setups; "~" marks a time that ` +
+    byId("missed-count").textContent = `${counted(rows.length, "setup")}; "~" marks a time that ` +
       "lies between those of the event log";
     byId("missed-grid").hidden = missedWhy.length === 0;
     table.show(Int32Array.from(rows));
