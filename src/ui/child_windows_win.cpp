@@ -203,10 +203,13 @@ void ChildWindows::PlaceAll(int client_width, int client_height) {
   for (std::size_t index = 0; index < placed.size(); ++index) {
     ChildWindow& child = children_[index];
     if (child.asked != placed[index]) {
+      // A list that is higher for a moment is scrolled back to fill it, and stays so.
+      const bool at_end = IsList(child.kind()) && EndInView(child);
       child.asked = child.rect = placed[index];
       Place(child);
       if (child.kind() == ControlKind::kFrame) InvalidateRect(child.window, nullptr, FALSE);
       if (child.row->Has(kFitsRows)) FitList(child);
+      if (at_end) ScrollToEnd(child);
       UpdateDisabledTip(child);
     }
     SetTabStop(child);

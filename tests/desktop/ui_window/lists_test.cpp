@@ -80,6 +80,34 @@ TEST_F(WindowTest, LineBeyondTheViewPaintsNothing) {
   for (int row = 0; row < 21; ++row) EXPECT_TRUE(log.Has(row)) << row;
 }
 
+TEST_F(WindowTest, LogFollowsOnAfterCompactMode) {
+  form_.mnuMCClabel.caption = "MCC: Sampleland";
+  for (int line = 0; line < 60; ++line) AddCallLine(form_, kTwelveHourLine);
+  Pump();
+  for (int time = 0; time < 3; ++time) {
+    ClickCompact();
+    AddCallLine(form_, "came while the window was compact");
+    Pump();
+    ClickCompact();
+    EXPECT_EQ(Send(Child(lstCallLog), LB_GETTOPINDEX), form_.lstCallLog.count() - kCallLogRows + 1);
+    AddCallLine(form_, "came afterwards");
+    Pump();
+    EXPECT_EQ(form_.lstCallLog.list_index(), form_.lstCallLog.count() - 1);
+    EXPECT_EQ(form_.lstCallLog.top_index(), form_.lstCallLog.count() - kCallLogRows + 1);
+  }
+}
+
+TEST_F(WindowTest, LogThatWasScrolledUpStaysThereThroughCompactMode) {
+  for (int line = 0; line < 60; ++line) AddCallLine(form_, kTwelveHourLine);
+  Pump();
+  for (const int top : {12, 60 - kCallLogRows - 1}) {
+    Send(Child(lstCallLog), LB_SETTOPINDEX, static_cast<WPARAM>(top));
+    ClickCompact();
+    ClickCompact();
+    EXPECT_EQ(Send(Child(lstCallLog), LB_GETTOPINDEX), top);
+  }
+}
+
 TEST_F(WindowTest, SelectedLineIsHardlyDarkerThanTheOthers) {
   FillCallLog(3);
   form_.lstCallLog.Select(1);
