@@ -43,6 +43,7 @@ next_case() {
 }
 
 be_nice -10
+keep_to_one_core "$lane"
 [ -z "$OWN_NETWORK" ] || python3 scripts/lib/loopback_up.py
 start_display
 start_sound

@@ -4,11 +4,12 @@
 # What the logs of these surroundings are told apart by, where there are several at a time.
 SURROUNDINGS=
 
-# start_display [SIZE]: a virtual screen of its own. Sets DISPLAY.
+# start_display [SIZE]: a virtual screen of its own. Sets DISPLAY. A server that resets itself when its
+# last client goes turns away the one that comes in that moment, and wine then goes without a screen.
 start_display() {
   local number_file tries
   number_file=$(mktemp)
-  Xvfb -displayfd 3 -screen 0 "${1:-1600x1200}x24" -nolisten tcp \
+  Xvfb -displayfd 3 -screen 0 "${1:-1600x1200}x24" -nolisten tcp -noreset \
     3>"$number_file" >"$LOGS/xvfb$SURROUNDINGS.log" 2>&1 </dev/null &
   local server=$!
   at_exit "kill $server 2>/dev/null; wait $server 2>/dev/null"
@@ -55,6 +56,15 @@ make_wine_prefix() {
   # This wine looks for its own fonts (Tahoma, MS Sans Serif, Marlett) in a folder that is not
   # there.
   cp /usr/share/wine/fonts/*.ttf /usr/share/wine/fonts/*.fon "$WINEPREFIX/drive_c/windows/Fonts/"
+}
+
+# keep_to_one_core NUMBER: this process and what it starts, the cores taken in turn. Each call of the
+# system under wine is a question to another process and its answer: on one core that costs a third
+# of what it costs where another core has to be woken for each.
+keep_to_one_core() {
+  local cores
+  read -ra cores <<<"$(python3 -c 'import os; print(*sorted(os.sched_getaffinity(0)))')"
+  taskset -cp "${cores[$1 % ${#cores[@]}]}" "$BASHPID" >/dev/null 2>&1 || true
 }
 
 wine_here() { "$WINELOADER" "$@"; }

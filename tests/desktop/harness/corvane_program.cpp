@@ -2,6 +2,7 @@
 #include "desktop/harness/corvane_program.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "desktop/harness/wait.h"
@@ -34,7 +35,9 @@ bool CorvaneProgram::Start() {
 
 WindowHandle CorvaneProgram::Window() const {
   if (process_ == nullptr) return 0;
-  return window_ = FindTopLevelAgain(window_, process_->Id(), "Corva");
+  const WindowHandle window = FindTopLevelAgain(window_, process_->Id(), "Corva");
+  if (std::exchange(window_, window) != window) controls_.clear();
+  return window;
 }
 
 WindowHandle CorvaneProgram::EditorWindow() const {
@@ -53,16 +56,24 @@ bool CorvaneProgram::Responds(int limit_ms) const {
   return desktop::Responds(Window(), limit_ms);
 }
 
+// The search goes through all child windows, each of which is a question to another process.
+WindowHandle CorvaneProgram::Control(ControlId id) const {
+  const WindowHandle window = Window();
+  WindowHandle& control = controls_[id];
+  if (!Alive(control)) control = Child(window, Number(id));
+  return control;
+}
+
 std::string CorvaneProgram::Caption(ControlId id) const {
   return std::string(Trim(TextOf(Control(id))));
 }
 
 std::vector<std::string> CorvaneProgram::StatusLog() const {
-  return Items(ControlId::lstStatusLog);
+  return status_log_.Of(Control(ControlId::lstStatusLog));
 }
 
 std::vector<std::string> CorvaneProgram::CallLogAsShown() const {
-  return Items(ControlId::lstCallLog);
+  return call_log_.Of(Control(ControlId::lstCallLog));
 }
 
 std::vector<std::string> CorvaneProgram::CallLog() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -34,7 +35,7 @@ class CorvaneProgram {
   [[nodiscard]] bool Responds(int limit_ms) const;
 
   // A control of the main window by its own name.
-  [[nodiscard]] WindowHandle Control(ControlId id) const { return Child(Window(), Number(id)); }
+  [[nodiscard]] WindowHandle Control(ControlId id) const;
   // Its text without blanks around it.
   [[nodiscard]] std::string Caption(ControlId id) const;
   [[nodiscard]] std::vector<std::string> Items(ControlId id) const { return ItemsOf(Control(id)); }
@@ -50,7 +51,11 @@ class CorvaneProgram {
  private:
   std::filesystem::path folder_;
   std::unique_ptr<Process> process_;
-  mutable WindowHandle window_ = 0;  // as it was found last
+  // As they were found and read last.
+  mutable WindowHandle window_ = 0;
+  mutable std::map<ControlId, WindowHandle> controls_;
+  mutable LogLines status_log_;
+  mutable LogLines call_log_;
 };
 
 // How many of the lines contain the part.

@@ -43,6 +43,17 @@ inline constexpr int kAnswerLimit_ms = 15'000;
 [[nodiscard]] bool Checked(WindowHandle button);
 // The entries of a list box, as far as they could be read.
 [[nodiscard]] std::vector<std::string> ItemsOf(WindowHandle list);
+
+// A log: a list whose lines stay as they came until all are cleared. Those read before are not asked
+// for again, so that looking often does not keep the program busy that is looked at.
+class LogLines {
+ public:
+  [[nodiscard]] const std::vector<std::string>& Of(WindowHandle list);
+
+ private:
+  WindowHandle list_ = 0;
+  std::vector<std::string> lines_;
+};
 [[nodiscard]] int TopIndexOf(WindowHandle list);
 // -1: none.
 [[nodiscard]] int SelectedIn(WindowHandle list);

@@ -66,6 +66,10 @@ std::string ReadText(WindowHandle window, UINT length_message, UINT text_message
   return Narrow(buffer);
 }
 
+std::string ItemOf(WindowHandle list, std::size_t index) {
+  return ReadText(list, LB_GETTEXTLEN, LB_GETTEXT, index, false);
+}
+
 DWORD OwnerOf(WindowHandle window) {
   DWORD owner = 0;
   GetWindowThreadProcessId(Hwnd(window), &owner);
@@ -165,9 +169,19 @@ std::vector<std::string> ItemsOf(WindowHandle list) {
   const int count = AskNumber(list, LB_GETCOUNT);
   std::vector<std::string> items;
   for (int index = 0; index < count; ++index) {
-    items.push_back(ReadText(list, LB_GETTEXTLEN, LB_GETTEXT, static_cast<WPARAM>(index), false));
+    items.push_back(ItemOf(list, static_cast<std::size_t>(index)));
   }
   return items;
+}
+
+const std::vector<std::string>& LogLines::Of(WindowHandle list) {
+  const auto count = static_cast<std::size_t>(std::max(0, AskNumber(list, LB_GETCOUNT)));
+  const bool went_on = list == list_ && lines_.size() <= count &&
+                       (lines_.empty() || ItemOf(list, lines_.size() - 1) == lines_.back());
+  if (!went_on) lines_.clear();
+  list_ = list;
+  while (lines_.size() < count) lines_.push_back(ItemOf(list, lines_.size()));
+  return lines_;
 }
 
 int TopIndexOf(WindowHandle list) {
