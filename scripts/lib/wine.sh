@@ -4,8 +4,8 @@
 # What the logs of these surroundings are told apart by, where there are several at a time.
 SURROUNDINGS=
 
-# start_display [SIZE]: a virtual screen of its own. Sets DISPLAY. A server that resets itself when its
-# last client goes turns away the one that comes in that moment, and wine then goes without a screen.
+# start_display [SIZE]: a virtual screen of its own. Sets DISPLAY. A server that resets itself when
+# its last client goes turns away one that comes in that moment: wine then goes without a screen.
 start_display() {
   local number_file tries
   number_file=$(mktemp)
@@ -58,9 +58,9 @@ make_wine_prefix() {
   cp /usr/share/wine/fonts/*.ttf /usr/share/wine/fonts/*.fon "$WINEPREFIX/drive_c/windows/Fonts/"
 }
 
-# keep_to_one_core NUMBER: this process and what it starts, the cores taken in turn. Each call of the
-# system under wine is a question to another process and its answer: on one core that costs a third
-# of what it costs where another core has to be woken for each.
+# keep_to_one_core NUMBER: this process and what it starts, the cores taken in turn. Each call of
+# the system under wine is a question to another process: on one core it costs a third of what it
+# costs where another core has to be woken for the answer.
 keep_to_one_core() {
   local cores
   read -ra cores <<<"$(python3 -c 'import os; print(*sorted(os.sched_getaffinity(0)))')"
@@ -73,7 +73,7 @@ wineserver_here() { "$(dirname "$WINELOADER")/wineserver" "$@"; }
 # start_sound: a sound server with one silent output whose monitor is what programs record. Sets
 # PULSE_SERVER. Fails when there is none after a while. Without "norewinds" the output works in
 # steps of two seconds, and recordings begin that late. CORVANE_SOUND_SOURCE is the tool that takes
-# the device away and brings it back.
+# the device away, makes it silent or slow, and puts it right again.
 start_sound() {
   local folder server tries
   folder=$(mktemp -d)
@@ -84,7 +84,8 @@ start_sound() {
     -L "module-null-sink sink_name=corvane rate=44100 norewinds=1" \
     >"$LOGS/pulseaudio$SURROUNDINGS.log" 2>&1 </dev/null &
   server=$!
-  at_exit "kill $server 2>/dev/null; wait $server 2>/dev/null; rm -rf '$folder'"
+  at_exit "kill -CONT $server 2>/dev/null; kill $server 2>/dev/null; wait $server 2>/dev/null
+    rm -rf '$folder'"
   export PULSE_SERVER=unix:$folder/native
   for tries in $(seq 1 100); do
     if pactl set-default-source corvane.monitor 2>/dev/null; then
@@ -93,6 +94,7 @@ start_sound() {
       # shellcheck disable=SC2046
       renice -n "$(nice)" -p $(ls "/proc/$server/task") >/dev/null 2>&1 || true
       cp "$ROOT/scripts/lib/sound_source.sh" "$folder/sound-source"
+      echo "$server" >"$folder/server"
       CORVANE_SOUND_SOURCE=$(windows_path "$folder/sound-source")
       export CORVANE_SOUND_SOURCE
       return 0

@@ -44,8 +44,8 @@ inline constexpr int kAnswerLimit_ms = 15'000;
 // The entries of a list box, as far as they could be read.
 [[nodiscard]] std::vector<std::string> ItemsOf(WindowHandle list);
 
-// A log: a list whose lines stay as they came until all are cleared. Those read before are not asked
-// for again, so that looking often does not keep the program busy that is looked at.
+// A log: a list whose lines stay as they came until all are cleared. Those read before are not
+// asked for again, so that looking often does not keep the program busy that is looked at.
 class LogLines {
  public:
   [[nodiscard]] const std::vector<std::string>& Of(WindowHandle list);

@@ -14,17 +14,42 @@ SoundSource::SoundSource() {
 }
 
 SoundSource::~SoundSource() {
-  if (taken_) (void)Bring();
+  for (const std::string& cure : std::set(cures_)) (void)Run(cure);
 }
 
 bool SoundSource::Take() {
-  taken_ = true;
-  return Run("take");
+  return Spoil("take", "bring");
+}
+bool SoundSource::Bring() {
+  return Cure("bring");
+}
+bool SoundSource::Mute() {
+  return Spoil("mute", "unmute");
+}
+bool SoundSource::Unmute() {
+  return Cure("unmute");
+}
+bool SoundSource::Play() {
+  return Spoil("play", "hush");
+}
+bool SoundSource::Hush() {
+  return Cure("hush");
+}
+bool SoundSource::Freeze() {
+  return Spoil("freeze", "thaw");
+}
+bool SoundSource::Thaw() {
+  return Cure("thaw");
 }
 
-bool SoundSource::Bring() {
-  taken_ = false;
-  return Run("bring");
+bool SoundSource::Spoil(const std::string& what, const std::string& cure) {
+  cures_.insert(cure);
+  return Run(what);
+}
+
+bool SoundSource::Cure(const std::string& cure) {
+  cures_.erase(cure);
+  return Run(cure);
 }
 
 bool SoundSource::Run(const std::string& what) const {
