@@ -18,7 +18,7 @@ export CORVANE_RANDOM_SECONDS=${CORVANE_RANDOM_SECONDS:-300}
 export CORVANE_FAULT_SECONDS=${CORVANE_FAULT_SECONDS:-180}
 # These take minutes: they begin first, so that no lane is left alone with one at the end.
 LONG_CASES="FiveIdleMinutes|KillTest|AThousand|BusyMinutes|ManyRecordings"
-DESKTOP_LANES=${DESKTOP_LANES:-$((JOBS < 3 ? JOBS + 1 : 4))}
+DESKTOP_LANES=${DESKTOP_LANES:-$((JOBS < 2 ? 3 : 6))}
 DESKTOP_CASE_LIMIT=${DESKTOP_CASE_LIMIT:-900}
 
 level_desktop() {

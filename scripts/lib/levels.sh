@@ -62,12 +62,18 @@ level_contract() {
     fail "contract: build"
     return
   fi
+  keep_to_one_core 0
+  run_contract_programs
+  use_every_core
+}
+
+run_contract_programs() {
   if ! prepare_wine; then
     fail "contract: surroundings"
     return
   fi
   local pictures=$LOGS/contract/pictures.txt beside
-  scripts/pictures.sh >"$pictures" 2>&1 </dev/null &
+  (use_every_core && keep_to_one_core 1 && exec scripts/pictures.sh) >"$pictures" 2>&1 </dev/null &
   beside=$!
   at_exit "kill $beside 2>/dev/null; wait $beside 2>/dev/null"
   run_under_wine contract "$BUILD/mingw/tests/contract/contract_win.exe"

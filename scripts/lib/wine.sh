@@ -67,6 +67,9 @@ keep_to_one_core() {
   taskset -cp "${cores[$1 % ${#cores[@]}]}" "$BASHPID" >/dev/null 2>&1 || true
 }
 
+# use_every_core: what is started from here on may run anywhere again.
+use_every_core() { taskset -cp "0-$(($(nproc --all) - 1))" "$BASHPID" >/dev/null 2>&1 || true; }
+
 wine_here() { "$WINELOADER" "$@"; }
 wineserver_here() { "$(dirname "$WINELOADER")/wineserver" "$@"; }
 
