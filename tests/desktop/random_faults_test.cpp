@@ -5,7 +5,7 @@
 //
 // CORVANE_FAULT_SECONDS is for how long, CORVANE_SEED what the chance begins with, and
 // CORVANE_RECOVERY_MS how soon; without it a loaded machine has time. CORVANE_FAULTS leaves only
-// those whose name contains it.
+// those whose name contains one of its parts, which commas separate.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -80,8 +80,20 @@ class RandomFaultsTest : public CallTest {
     return {
         {"SDR# hangs for 1.5 to 6 s", Says("hang " + std::to_string(hang_ms)),
          [this, hang_ms] { StaysSo(hang_ms); }, kSilent, 1, 1, kAgain},
-        {"SDR# is killed and started again in another way",
+        {"SDR# is killed and soon started again in another way",
          [this] { Sdr().Kill(); },
+         [this] { StartSdr(AnyOptions()); },
+         kGone,
+         0,
+         1,
+         {}},
+        {"SDR# is killed and started again once it is missed",
+         [this] {
+           const Lines before = Corvane().StatusLog();
+           Sdr().Kill();
+           Await("its being missed",
+                 [&, this] { return CountContaining(NewLines(before), kGone) > 0; });
+         },
          [this] { StartSdr(AnyOptions()); },
          kGone,
          1,
@@ -161,6 +173,7 @@ class RandomFaultsTest : public CallTest {
          [this] { EXPECT_TRUE(sound_.Thaw()); }, kSilent, 0, 1, kAgain},
         {"the cc log is held by another program",
          [this] {
+           Await("the cc log", [this] { return !Folder().Find("TETRA_cc.log").empty(); });
            held_.emplace(Folder().Find("TETRA_cc.log").front(), HeldFile::Sharing::kReadOnly);
          },
          [this] { held_.reset(); },
@@ -189,15 +202,11 @@ class RandomFaultsTest : public CallTest {
     return options;
   }
 
-  // What stands in the status log now and did not before.
+  // What came into the status log since: all of it when the log was cleared in between.
   [[nodiscard]] Lines NewLines(const Lines& before) {
-    std::map<std::string, int> had;
-    for (const std::string& line : before) ++had[line];
-    Lines fresh;
-    for (const std::string& line : Corvane().StatusLog()) {
-      if (--had[line] < 0) fresh.push_back(line);
-    }
-    return fresh;
+    const Lines now = Corvane().StatusLog();
+    const auto differing = std::ranges::mismatch(before, now);
+    return differing.in1 == before.end() ? Lines(differing.in2, now.end()) : now;
   }
 
   void Suffer(const Fault& fault) {
@@ -260,14 +269,18 @@ class RandomFaultsTest : public CallTest {
 TEST_F(RandomFaultsTest, NothingKeepsItFromTheNextCall) {
   Settings settings;
   settings.record_mode_index = 1;  // every call
+  settings.create_cc_vc_log = true;
   Begin(settings);
   const auto end =
       Clock::now() + std::chrono::seconds(FromEnvironment("CORVANE_FAULT_SECONDS", kUsualSeconds));
   const char* chosen = std::getenv("CORVANE_FAULTS");
-  const std::string_view only = chosen == nullptr ? "" : chosen;
+  const std::vector<std::string> only = Split(chosen == nullptr ? "" : chosen, ',');
   while (Clock::now() < end && !HasFailure()) {
     std::vector<Fault> faults = Faults();
-    std::erase_if(faults, [&](const Fault& fault) { return !Contains(fault.name, only); });
+    std::erase_if(faults, [&](const Fault& fault) {
+      return std::ranges::none_of(only,
+                                  [&](const auto& part) { return Contains(fault.name, part); });
+    });
     ASSERT_FALSE(faults.empty());
     Suffer(faults[static_cast<std::size_t>(Pick(0, static_cast<int>(faults.size()) - 1))]);
   }
