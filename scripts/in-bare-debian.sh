@@ -75,13 +75,23 @@ WRAPPER
 fi
 cp -L /etc/resolv.conf "$BARE/etc/resolv.conf"
 
-# Files that are gone from the checkout go from the copy too; what was built there stays.
+# Files that are gone from the checkout go from the copy too; what was built there stays. A file of
+# other content than before is newer than whatever was built there, the others are as old as before.
 mkdir -p "$BARE/corvane"
-find "$BARE/corvane" -mindepth 1 -maxdepth 1 ! -name build ! -name dist ! -name demo-output \
-  -exec rm -rf {} +
+rm -rf "$BARE/corvane.new"
+mkdir "$BARE/corvane.new"
 git -c safe.directory="$ROOT" ls-files -z --cached --others --exclude-standard |
   xargs -0 sh -c 'for file; do [ ! -e "$file" ] || printf "%s\0" "$file"; done' sh |
-  tar -c --null --no-recursion -T - | tar -x -C "$BARE/corvane"
+  tar -c --null --no-recursion -T - | tar -x --touch -C "$BARE/corvane.new"
+# shellcheck disable=SC2016
+(cd "$BARE/corvane.new" && find . -type f -exec sh -c 'before=$1
+  shift
+  for file; do ! cmp -s "$file" "$before/$file" || touch -r "$before/$file" "$file"; done' \
+  sh "$BARE/corvane" {} +)
+find "$BARE/corvane" -mindepth 1 -maxdepth 1 ! -name build ! -name dist ! -name demo-output \
+  -exec rm -rf {} +
+cp -a "$BARE/corvane.new/." "$BARE/corvane"
+rm -rf "$BARE/corvane.new"
 
 # A bind mount keeps the way into this side's network open. The world of the command begins with
 # the second unshare and ends with it, however that comes about.
