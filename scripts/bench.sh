@@ -1,19 +1,20 @@
 #!/bin/bash
-# Builds the benchmarks and runs them one after the other, with their figures on the terminal.
-# Arguments go to each program: --short, or --benchmark_filter=... and whatever else the benchmark
-# library knows. Installs first what is missing.
+# Measures: all benchmarks, natively and with real windows, one after the other, for as long as good
+# figures take; then one table with something to compare each figure with. The figures are in
+# build/logs/bench/figures.csv, what the programs printed lies beside it. Arguments go to the native
+# programs: --benchmark_filter=... leaves out what the table needs. Installs first what is missing.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source scripts/lib/common.sh
 source scripts/lib/packages.sh
+source scripts/lib/wine.sh
+source scripts/lib/programs.sh
+source scripts/lib/results.sh
+source scripts/lib/levels.sh
 
-need_packages $BENCH_PACKAGES
-step "Building the benchmarks"
-configure_and_build native benchmarks || die "the benchmarks could not be built"
-code=0
-for program in "$BUILD"/native/bench/bench_*; do
-  [ -f "$program" ] && [ -x "$program" ] || continue
-  step "$(basename "$program")"
-  "$program" "$@" || code=1
-done
-exit $code
+need_packages $BUILD_PACKAGES $RUN_PACKAGES $BENCH_PACKAGES python3
+BENCH_ARGUMENTS="--benchmark_repetitions=5 $*"
+BENCH_CALLS=200
+BENCH_USAGE_SECONDS=30
+level_bench
+report

@@ -154,38 +154,51 @@ level_simulation() {
   tail -n 1 "$LOGS/simulation-one-failure.log"
 }
 
+# scripts/bench.sh measures longer.
+BENCH_ARGUMENTS=--short
+BENCH_CALLS=60
+BENCH_USAGE_SECONDS=5
+
 level_bench() {
-  local program found=
+  local program name found=
   if ! configure_and_build native benchmarks; then
     fail "bench: build"
     return
   fi
+  rm -rf "$LOGS/bench"
   mkdir -p "$LOGS/bench"
   for program in "$BUILD"/native/bench/bench_*; do
     [ -f "$program" ] && [ -x "$program" ] || continue
     found=yes
-    run_one "bench/$(basename "$program")" "$program" --short
-    cat "$LOGS/bench/$(basename "$program").log"
+    name=$(basename "$program")
+    # shellcheck disable=SC2086
+    run_one "bench/$name" "$program" $BENCH_ARGUMENTS "--benchmark_out=$LOGS/bench/$name.json" \
+      --benchmark_out_format=json
+    cat "$LOGS/bench/$name.log"
   done
   [ -n "$found" ] || fail "bench: no benchmark was built"
   measure_windows
+  run_one bench/replay scripts/bench-replay.sh
+  (cd "$ROOT/dist" && stat -c '%n %s' Corvane.exe SdrStandin.exe) >"$LOGS/bench/sizes.log" || true
+  run_one bench/figures python3 scripts/lib/figures.py "$LOGS/bench"
+  cat "$LOGS/bench/figures.log"
 }
 
-# With real windows; only a call that is missed or an editor that does not come is a failure.
+# With real windows; only a call that is missed or a program that does not come is a failure.
 measure_windows() {
-  local name calls
-  if ! (build_programs && configure_and_build mingw latency_bench editor_bench) ||
+  local name arguments
+  if ! (build_programs && configure_and_build mingw latency_bench editor_bench usage_bench) ||
     ! prepare_wine; then
     fail "bench: the measurements with real windows could not be run"
     return
   fi
-  for name in latency editor; do
-    # By itself it measures 200 calls.
-    calls=
-    [ "$name" != latency ] || calls=60
+  for name in latency usage editor; do
+    arguments=
+    [ "$name" != latency ] || arguments=$BENCH_CALLS
+    [ "$name" != usage ] || arguments=$BENCH_USAGE_SECONDS
     CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") \
       run_one "bench/$name" "$WINELOADER" "$BUILD/mingw/tests/desktop/${name}_bench.exe" \
-      ${calls:+"$calls"}
+      ${arguments:+"$arguments"}
     cat "$LOGS/bench/$name.log"
   done
 }

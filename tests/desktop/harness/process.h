@@ -3,6 +3,7 @@
 // Knows nothing of windows. A program that is still running when its Process goes is killed.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -41,6 +42,7 @@ class Process {
     unsigned gdi_objects = 0;
     unsigned user_objects = 0;
     std::size_t private_kib = 0;
+    std::int64_t processor_us = 0;  // used by its threads since they began
   };
   [[nodiscard]] Use TheUse() const;
 
