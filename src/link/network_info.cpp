@@ -21,14 +21,18 @@ std::int32_t NetworkInfo::LineCount() {
   const std::int32_t count = context_.windows.LineCount(Box()).value;
   if (Box() != wrapping_box_ || count <= 0) return count;
   const std::int32_t last = count - 1 + shift_;
-  if (!next_line_ || last < *next_line_) {
-    const Answer<std::int32_t> start = context_.windows.LineStart(Box(), count - 1);
+  const bool begins_anew = !next_line_ || last < *next_line_;
+  Answer<std::int32_t> start;
+  if (begins_anew) {
+    start = context_.windows.LineStart(Box(), count - 1);
     if (!start.answered()) return 0;
-    next_line_ = last;
-    next_start_ = start.value;
   }
   // Counted in another width than that of the lines before: the next cycle takes note of it.
   if (WrapWidth() != wrap_width_) return 0;
+  if (begins_anew) {
+    next_line_ = last;
+    next_start_ = start.value;
+  }
   return last + 1;
 }
 

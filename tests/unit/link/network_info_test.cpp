@@ -71,6 +71,57 @@ TEST_F(NetworkInfoTest, ClearsTheBoxWithAnEmptyText) {
   EXPECT_EQ(box.LineCount(), 1);
 }
 
+// A box that wraps its lines, read as the poll cycle reads it.
+class WrappedNetworkInfo : public ::testing::Test, protected LinkWorld {
+ protected:
+  WrappedNetworkInfo() : LinkWorld(LinkOptions{Wrapping(), {}, /*loaded=*/false}) {
+    flags.mblnFormLoaded = true;
+    discovery.DiscoverSdrWindows(Discovery::Log::kWhole);
+  }
+  void Write(const std::string& text) { desktop.Do("line \"" + text + "\""); }
+  // The whole lines since the last time.
+  [[nodiscard]] std::vector<std::string> Read() {
+    std::vector<std::string> lines;
+    box.KeepOpen();
+    const std::int32_t count = box.LineCount();
+    if (count > 0 && next_ == 0) next_ = count;
+    for (; next_ < count; ++next_) {
+      const auto line = box.Line(next_ - 1);
+      if (line && !line->empty()) lines.push_back(*line);
+    }
+    return lines;
+  }
+
+ private:
+  static standin::Options Wrapping() {
+    standin::Options options;
+    options.info_open = true;
+    options.info_wrap = standin::Wrap::kWords;
+    return options;
+  }
+  std::int32_t next_ = 0;
+};
+
+TEST_F(WrappedNetworkInfo, LinesThatComeWithAnotherWidthAreReadEachOnce) {
+  for (const char* width : {"width 900", "width 200", "width 700", "width 150"}) {
+    for (int line = 0; line < 20; ++line) Write("a line that is longer than a narrow box shows");
+    (void)Read();
+    (void)Read();
+    // Between the look at the width and the count.
+    box.KeepOpen();
+    desktop.Do(width);
+    Write("SSI:9001 D_Release Call ID:7 Disconnect_cause:User_requested");
+    Write("SSI:9002 D_Setup Transmission Granted Call ID:8 TimeSlot:2 Carrier:2610");
+    Write("SSI:9002 D_TX_Ceased Call ID:8 Transmission_request_permission:allowed");
+    EXPECT_EQ(box.LineCount(), 0) << width;
+    std::vector<std::string> lines = Read();
+    const std::vector<std::string> more = Read();
+    lines.insert(lines.end(), more.begin(), more.end());
+    ASSERT_EQ(lines.size(), 3U) << width;
+    EXPECT_EQ(lines[0], "SSI:9001 D_Release Call ID:7 Disconnect_cause:User_requested") << width;
+  }
+}
+
 TEST_F(NetworkInfoTest, AnotherBoxHasAnotherIdentity) {
   const auto before = box.Identity();
   desktop.Do("window network-info close");
