@@ -21,6 +21,8 @@ if [ "${1:-}" = --inside ]; then
   root=$2
   shift 2
   ip link set lo up
+  # A root that is no mount point lets nobody inside have mounts of his own.
+  mount --bind "$root" "$root"
   mount -t proc proc "$root/proc"
   mount -t tmpfs -o mode=1777 tmpfs "$root/dev/shm"
   mount -t devpts -o newinstance,ptmxmode=0666,mode=0620,gid=5 devpts "$root/dev/pts"
