@@ -276,6 +276,7 @@ TEST_F(RandomFaultsTest, NothingKeepsItFromTheNextCall) {
   Settings settings;
   settings.record_mode_index = 1;  // every call
   settings.create_cc_vc_log = true;
+  settings.timeout_s = 3;  // a call ends by it when its release was written nowhere
   Begin(settings);
   const auto end =
       Clock::now() + std::chrono::seconds(FromEnvironment("CORVANE_FAULT_SECONDS", kUsualSeconds));
