@@ -33,7 +33,18 @@ std::int64_t RecordingTest::GainSetAt(std::string_view gain, std::int64_t after_
   return -1;
 }
 
+void RecordingTest::AwaitSoundOver() {
+  std::int64_t off_ms = -1;
+  for (const LogLine& line : Sdr().Log()) {
+    if (line.kind == "tone") off_ms = line.detail == "off" ? line.ms : -1;
+  }
+  if (off_ms < 0) return;
+  const auto over_ms = off_ms + static_cast<std::int64_t>(kTolerance_s * 1000);
+  Await("the end of the sound", [&] { return SdrNow_ms() >= over_ms; });
+}
+
 RecordedCall RecordingTest::BeginRecordedCall(int call_id, int group) {
+  AwaitSoundOver();
   RecordedCall call{call_id, group};
   const std::string id = std::to_string(call_id);
   Do("call id=" + id + " group=" + std::to_string(group) +

@@ -50,7 +50,11 @@ class RecordingTest : public CallTest {
   // Begins with recording all calls.
   void BeginRecording(Settings settings = {});
 
-  // Announces a call and waits until its voice gain is set. The call goes on.
+  // What SDR# has played is no longer on its way through the sound system, which plays it out
+  // whatever is tuned next.
+  void AwaitSoundOver();
+  // Announces a call when the one before it is no longer heard, and waits until its voice gain is
+  // set. The call goes on.
   RecordedCall BeginRecordedCall(int call_id, int group);
   // The time of the stand-in's log.
   [[nodiscard]] std::int64_t SdrNow_ms();
