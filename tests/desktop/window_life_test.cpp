@@ -20,6 +20,8 @@ TEST(EditorLives, AThousandOpeningsLeaveNothingBehind) {
     }
   };
   for (int opening = 0; opening < 40; ++opening) open_and_close(opening);
+  const std::size_t lost_kib = KibLostByLabels(10'000);
+  std::printf("10000 labels of the system's own leave %zu KiB behind\n", lost_kib);
   const OwnUse before = UseOfThisProgram();
   for (int opening = 0; opening < 1000 && !testing::Test::HasFatalFailure(); ++opening)
     open_and_close(opening);
@@ -28,7 +30,9 @@ TEST(EditorLives, AThousandOpeningsLeaveNothingBehind) {
   EXPECT_EQ(after.windows, before.windows);
   EXPECT_LE(after.gdi_objects, before.gdi_objects);
   EXPECT_LE(after.user_objects, before.user_objects);
-  EXPECT_LE(after.private_kib, before.private_kib + kSpareKib);
+  // Ten bytes a label are more than the fringes of what is measured.
+  const std::size_t spare_kib = lost_kib > 100 ? kSpareKibWhereLabelsLose : kSpareKib;
+  EXPECT_LE(after.private_kib, before.private_kib + spare_kib);
 }
 
 TEST_F(WindowTest, AThousandCompactTogglesLeaveNothingBehind) {

@@ -387,6 +387,22 @@ OwnUse UseOfThisProgram() {
   return use;
 }
 
+std::size_t KibLostByLabels(int labels) {
+  const HWND parent = CreateWindowExA(0, WC_STATICA, "", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr,
+                                      nullptr, nullptr);
+  const auto font = reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT));
+  const std::size_t before_kib = UseOfThisProgram().private_kib;
+  for (int label = 0; label < labels; ++label) {
+    const HWND window = CreateWindowExA(0, WC_STATICA, "", WS_CHILD, 0, 0, 10, 10, parent, nullptr,
+                                        nullptr, nullptr);
+    SendMessageA(window, WM_SETFONT, font, FALSE);
+    DestroyWindow(window);
+  }
+  const std::size_t after_kib = UseOfThisProgram().private_kib;
+  DestroyWindow(parent);
+  return after_kib - std::min(before_kib, after_kib);
+}
+
 void AdmitSentMessages(const bool volatile& done) {
   while (!done) {
     MSG message;

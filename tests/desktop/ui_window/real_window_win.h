@@ -146,6 +146,11 @@ struct OwnUse {
 [[nodiscard]] OwnUse UseOfThisProgram();
 // What a thousand lives of a window may add to it: one KiB each.
 inline constexpr std::size_t kSpareKib = 1024;
+// How much private memory so many of the system's own labels leave behind when they end. Wine 10
+// forgets a few bytes for each that was given a font; a heap that keeps blocks of a size together
+// keeps a whole page for them.
+[[nodiscard]] std::size_t KibLostByLabels(int labels);
+inline constexpr std::size_t kSpareKibWhereLabelsLose = 4096;
 
 // Lets messages in that other threads send directly, and nothing else, until `done`.
 void AdmitSentMessages(const bool volatile& done);
