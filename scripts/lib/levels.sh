@@ -113,30 +113,59 @@ await_built_beside() {
   BUILT_BESIDE=
 }
 
+# As many targets beside each other as there are processors, then a table of what they did. Chance
+# takes the same way in each run, so that what fails once fails again; scripts/fuzz.sh lets it begin
+# elsewhere.
+FUZZ_SEED=1
+
 level_fuzz() {
-  local target found=
+  local target name targets=() running=()
   if ! configure_and_build sanitize fuzz_targets; then
     fail "fuzz: build"
     return
   fi
+  rm -rf "$LOGS/fuzz"
   mkdir -p "$LOGS/fuzz"
   for target in "$BUILD"/sanitize/fuzz/fuzz_*; do
     [ -f "$target" ] && [ -x "$target" ] || continue
-    found=yes
-    run_fuzz_target "$target"
+    targets+=("$target")
+    run_fuzz_target "$target" &
+    running+=($!)
+    [ ${#running[@]} -lt "$JOBS" ] || await_fuzz_target
   done
-  [ -n "$found" ] || fail "fuzz: no target was built"
+  while [ ${#running[@]} -gt 0 ]; do await_fuzz_target; done
+  for target in "${targets[@]}"; do
+    name=$(basename "$target")
+    run_one "fuzz/$name" fuzz_target_passed "$LOGS/fuzz/$name.txt"
+  done
+  [ ${#targets[@]} -gt 0 ] || fail "fuzz: no target was built"
+  run_one fuzz/table python3 scripts/lib/fuzz_table.py "$LOGS/fuzz"
+  cat "$LOGS/fuzz/table.log"
+}
+
+# All take the same time: the first that was begun is the first to end.
+await_fuzz_target() {
+  wait "${running[0]}" || true
+  running=("${running[@]:1}")
+}
+
+# fuzz_target_passed OUTPUT
+fuzz_target_passed() {
+  cat "$1"
+  [ -e "$1.passed" ]
 }
 
 # New inputs go to build/, the committed ones are only read.
 run_fuzz_target() {
-  local name seeds
+  local name seeds output
   name=$(basename "$1")
+  output=$LOGS/fuzz/$name.txt
   seeds=$ROOT/fuzz/corpus/${name#fuzz_}
-  mkdir -p "$BUILD/fuzz-inputs/$name"
-  run_one "fuzz/$name" "$1" -max_total_time="$FUZZ_SECONDS" -timeout=10 -rss_limit_mb=2048 \
-    -print_final_stats=1 -artifact_prefix="$LOGS/fuzz/$name-" "$BUILD/fuzz-inputs/$name" \
-    $([ ! -d "$seeds" ] || printf '%s' "$seeds")
+  mkdir -p "$BUILD/fuzz-inputs/$name" "$BUILD/fuzz-found"
+  "$1" -seed="$FUZZ_SEED" -max_total_time="$FUZZ_SECONDS" -timeout=20 -rss_limit_mb=2048 \
+    -print_final_stats=1 -artifact_prefix="$BUILD/fuzz-found/$name-" "$BUILD/fuzz-inputs/$name" \
+    $([ ! -d "$seeds" ] || printf '%s' "$seeds") >"$output" 2>&1 </dev/null &&
+    touch "$output.passed"
 }
 
 # Runs of the whole program at random, optimised: under the sanitizers native has some of them.

@@ -14,7 +14,8 @@ PACKAGE_PACKAGES="git python3 python3-markdown-it weasyprint fonts-liberation"
 # Reports in a browser without a window.
 BROWSER_PACKAGES="chromium chromium-driver python3-selenium"
 BENCH_PACKAGES="cmake ninja-build $TOOLS_PACKAGES googletest libbenchmark-dev"
-TEST_PACKAGES="$BENCH_PACKAGES make python3 clang libclang-rt-dev clang-format git"
+FUZZ_PACKAGES="cmake ninja-build $TOOLS_PACKAGES googletest make python3 clang libclang-rt-dev"
+TEST_PACKAGES="$BENCH_PACKAGES $FUZZ_PACKAGES clang-format git"
 
 # missing_packages NAME...: those that are neither installed nor provided by one that is, a line
 # each. What is there for another architecture only is missing.

@@ -38,6 +38,9 @@ BESIDE_THE_SEAMS = {"filesystem", "fstream", "iostream", "thread", "chrono", "ct
 # Other headers that one file may include all the same, each with the reason.
 OTHER_HEADERS = {
     ("bench/store_bench.cpp", "malloc.h"): "asks how much memory is in use",
+    ("fuzz/replay_input.cpp", "sys/mman.h"): "keeps its files in memory",
+    ("fuzz/replay_input.cpp", "unistd.h"): "keeps its files in memory",
+    ("tests/simulation/long_life.cpp", "malloc.h"): "asks how much memory is in use",
     ("tests/unit/tools/lists_command_test.cpp", "fcntl.h"): "maps a program as a system does",
     ("tests/unit/tools/lists_command_test.cpp", "sys/mman.h"): "maps a program as a system does",
     ("tests/unit/tools/lists_command_test.cpp", "unistd.h"): "maps a program as a system does",

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <functional>
 #include <random>
 #include <stdexcept>
+#include <utility>
 
 #include "base/number_text.h"
 #include "base/text.h"
@@ -14,13 +16,13 @@ namespace corvane::sim {
 
 namespace {
 
-// A generator whose numbers are the same with every standard library.
+// Choices out of numbers of 32 bits that are the same with every standard library.
 class Dice {
  public:
-  explicit Dice(unsigned seed) : engine_(seed) {}
+  explicit Dice(std::function<std::uint32_t()> next) : next_(std::move(next)) {}
   int Pick(int low, int high) {
     const auto range = static_cast<std::uint64_t>(high - low + 1);
-    return low + static_cast<int>((static_cast<std::uint64_t>(engine_()) * range) >> 32);
+    return low + static_cast<int>((next_() * range) >> 32);
   }
   bool OneIn(int n) { return Pick(1, n) == 1; }
   template <std::size_t N>
@@ -30,7 +32,7 @@ class Dice {
   [[nodiscard]] unsigned Seed() { return static_cast<unsigned>(Pick(1, 1'000'000)); }
 
  private:
-  std::mt19937 engine_;
+  std::function<std::uint32_t()> next_;
 };
 
 constexpr std::array kSdrTroubles = {"hang 300",
@@ -114,6 +116,10 @@ std::string AnyAction(Dice& dice) {
   return dice.OneIn(6) ? "wait " + action : action;
 }
 
+const Lasting& AnyLasting(Dice& dice) {
+  return kLasting[static_cast<std::size_t>(dice.Pick(0, static_cast<int>(kLasting.size()) - 1))];
+}
+
 std::string_view TakeWord(std::string_view& text) {
   text = text.substr(std::min(text.find_first_not_of(' '), text.size()));
   const std::string_view word = text.substr(0, text.find(' '));
@@ -124,7 +130,8 @@ std::string_view TakeWord(std::string_view& text) {
 }  // namespace
 
 Plan MakePlan(unsigned seed, int minutes) {
-  Dice dice(seed);
+  Dice dice(
+      [engine = std::mt19937(seed)]() mutable { return static_cast<std::uint32_t>(engine()); });
   Plan plan;
   plan.seed = seed;
   plan.minutes = minutes;
@@ -140,8 +147,7 @@ Plan MakePlan(unsigned seed, int minutes) {
   }
   for (std::int64_t ms = 0; ms < end; ms += dice.Pick(50, pause_ms)) {
     if (dice.OneIn(12)) {
-      const Lasting& lasting =
-          kLasting[static_cast<std::size_t>(dice.Pick(0, static_cast<int>(kLasting.size()) - 1))];
+      const Lasting& lasting = AnyLasting(dice);
       plan.steps.push_back({ms, std::string("sdr ") + lasting.fault});
       plan.steps.push_back({ms + dice.Pick(100, 60'000), std::string("sdr ") + lasting.cure});
     } else {
@@ -149,6 +155,44 @@ Plan MakePlan(unsigned seed, int minutes) {
     }
   }
   std::ranges::stable_sort(plan.steps, {}, &Step::ms);
+  return plan;
+}
+
+Plan PlanFromBytes(std::string_view bytes) {
+  // A number is two bytes, so that what follows a step keeps its meaning when the step changes.
+  Dice dice([&bytes] {
+    std::uint32_t number = 0;
+    for (int shift = 24; shift >= 16; shift -= 8) {
+      if (bytes.empty()) break;
+      number |= std::uint32_t{static_cast<unsigned char>(bytes.front())} << shift;
+      bytes.remove_prefix(1);
+    }
+    return number;
+  });
+  Plan plan;
+  plan.minutes = 1;
+  plan.seed = static_cast<unsigned>(dice.Pick(1, 30));
+  std::int64_t ms = 0;
+  for (int id = 1; !bytes.empty() && plan.steps.size() < kMostStepsFromBytes; ++id) {
+    ms += dice.Pick(0, 3) == 0 ? dice.Pick(0, 15'000) : dice.Pick(0, 1500);
+    switch (dice.Pick(0, 5)) {
+      case 0:
+        plan.steps.push_back({ms, AnyTrouble(dice)});
+        break;
+      case 1:
+        plan.steps.push_back({ms, std::string("sdr ") + AnyLasting(dice).fault});
+        break;
+      case 2:
+        plan.steps.push_back({ms, std::string("sdr ") + AnyLasting(dice).cure});
+        break;
+      case 3:
+        plan.steps.push_back({ms, AnyAction(dice)});
+        break;
+      default:
+        plan.steps.push_back({ms, AnyCall(dice, id)});
+    }
+  }
+  while (std::int64_t{plan.minutes} * 60'000 < ms) ++plan.minutes;
   return plan;
 }
 

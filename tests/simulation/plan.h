@@ -8,6 +8,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -51,6 +52,11 @@ inline constexpr std::array<Lasting, 9> kLasting = {{
 
 // The same seed gives the same plan, on every machine.
 [[nodiscard]] Plan MakePlan(unsigned seed, int minutes = 10);
+
+// The steps that `bytes` choose, one after the other until they are used up; any bytes will do. A
+// search that changes bytes changes steps.
+inline constexpr std::size_t kMostStepsFromBytes = 60;
+[[nodiscard]] Plan PlanFromBytes(std::string_view bytes);
 
 [[nodiscard]] std::string ToText(const Plan& plan);
 // Throws std::invalid_argument with the line that is wrong.

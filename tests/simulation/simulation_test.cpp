@@ -70,6 +70,21 @@ TEST(Plan, ReadsBackWhatItWrites) {
   EXPECT_NE(MakePlan(4).steps, plan.steps);
 }
 
+TEST(Plan, AnyBytesChooseSteps) {
+  std::string bytes;
+  for (int i = 0; i < 400; ++i) bytes += static_cast<char>(i * 37);
+  const Plan plan = PlanFromBytes(bytes);
+  EXPECT_GT(plan.steps.size(), 10U);
+  EXPECT_EQ(PlanFromText(ToText(plan)), plan);
+  EXPECT_TRUE(std::ranges::is_sorted(plan.steps, {}, &Step::ms));
+  EXPECT_LE(plan.steps.back().ms, std::int64_t{plan.minutes} * 60'000);
+  bytes.back() = static_cast<char>(bytes.back() + 1);
+  const Plan other = PlanFromBytes(bytes);
+  EXPECT_EQ(other.steps.front(), plan.steps.front()) << "what comes later changes nothing before";
+  EXPECT_TRUE(PlanFromBytes("").steps.empty());
+  EXPECT_EQ(PlanFromBytes(std::string(100'000, '\x7f')).steps.size(), kMostStepsFromBytes);
+}
+
 TEST(Plan, AFaultyLineIsNamed) {
   for (const char* line :
        {"seed x", "minutes 0", "1.5 user 3", "1.500", "x.500 user 3", "1 user 3"}) {
