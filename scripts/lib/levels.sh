@@ -181,6 +181,9 @@ level_simulation() {
   run_one simulation-one-failure "$BUILD/native/tests/simulation/simulate" --one-failure \
     --every 300 --jobs "$JOBS"
   tail -n 1 "$LOGS/simulation-one-failure.log"
+  # scripts/long-run.sh goes on for a month.
+  run_one simulation-memory "$BUILD/native/tests/simulation/simulate" --hours 12
+  tail -n 1 "$LOGS/simulation-memory.log"
 }
 
 # scripts/bench.sh measures longer.

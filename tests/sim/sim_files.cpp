@@ -337,6 +337,7 @@ void SimFiles::PutDirectory(const std::string& path) {
 }
 
 void SimFiles::Remove(const std::string& path) {
+  unflushed_.erase(Key(path));
   disk_.Remove(path);
 }
 

@@ -4,9 +4,11 @@
 //   simulate --one-failure [--every N] [--jobs J]
 //                               each call of the scripted runs that can fail fails once; of those
 //                               to windows each N-th
+//   simulate --hours N          that long without an end: memory, hour by hour
 // A seed that finds something is shrunk to its shortest failing plan, which is printed; the exit
 // code is then 1, after wrong arguments 2. At the end a table of what was done, and how often the
 // program was well after it.
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -21,6 +23,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "simulation/long_life.h"
 #include "simulation/one_failure.h"
 #include "simulation/player.h"
 
@@ -37,6 +40,7 @@ struct Wanted {
   std::string plan;
   bool one_failure = false;
   int every = 1;
+  int hours = 0;
 };
 
 struct Sum {
@@ -71,6 +75,7 @@ std::optional<Wanted> ReadArguments(int argc, char** argv) {
                  : name == "--minutes" ? &wanted.minutes
                  : name == "--jobs"    ? &wanted.jobs
                  : name == "--every"   ? &wanted.every
+                 : name == "--hours"   ? &wanted.hours
                                        : nullptr;
     const auto number = corvane::ParseDecimal<int>(argv[i + 1]);
     if (value == nullptr || !number || *number < 1) return std::nullopt;
@@ -196,6 +201,29 @@ int FailEachCallOnce(const Wanted& wanted) {
   return found == 0 ? 0 : 1;
 }
 
+// Comma-separated figures of each hour; 1 when something is wrong, or when more of the heap is in
+// use at an end of an hour than after the first few, beyond what lists of changing length take.
+int LiveOn(int hours) {
+  constexpr int kSettledAfter = 4;
+  constexpr std::size_t kSpareBytes = 512 * 1024;
+  std::size_t settled = 0;
+  std::size_t most = 0;
+  std::printf("hours,heap_kib,setups,followed,recordings\n");
+  std::string wrong = corvane::sim::LiveFor(hours, [&](const corvane::sim::LifeFigures& now) {
+    std::printf("%d,%zu,%d,%d,%d\n", now.hours, now.heap_bytes / 1024, now.setups, now.followed,
+                now.recordings);
+    std::fflush(stdout);
+    if (now.hours <= kSettledAfter) {
+      settled = std::max(settled, now.heap_bytes);
+    } else {
+      most = std::max(most, now.heap_bytes);
+    }
+  });
+  if (wrong.empty() && most > settled + kSpareBytes) wrong = "the heap grows";
+  std::fprintf(stderr, "%s\n", wrong.empty() ? "nothing grows" : wrong.c_str());
+  return wrong.empty() ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -204,12 +232,14 @@ int main(int argc, char** argv) {
     std::fprintf(stderr,
                  "usage: simulate [--from SEED] [--runs N] [--minutes M] [--jobs J]\n"
                  "       simulate --plan FILE\n"
-                 "       simulate --one-failure [--every N] [--jobs J]\n");
+                 "       simulate --one-failure [--every N] [--jobs J]\n"
+                 "       simulate --hours N\n");
     return 2;
   }
   try {
     if (!wanted->plan.empty()) return PlayFile(wanted->plan);
     if (wanted->one_failure) return FailEachCallOnce(*wanted);
+    if (wanted->hours > 0) return LiveOn(wanted->hours);
     Sum sum;
     const auto begin = std::chrono::steady_clock::now();
     RunAll(*wanted, sum);
