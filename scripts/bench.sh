@@ -15,6 +15,7 @@ source scripts/lib/levels.sh
 need_packages $BUILD_PACKAGES $RUN_PACKAGES $BENCH_PACKAGES python3
 BENCH_ARGUMENTS="--benchmark_repetitions=5 $*"
 BENCH_CALLS=200
+BENCH_LOAD="60 1 4 8 12 15 17 20"
 BENCH_USAGE_SECONDS=30
 level_bench
 report

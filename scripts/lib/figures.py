@@ -96,6 +96,12 @@ def window_rows(folder):
         figure, tick = found(rf"{label} +(\d+) ms .*the tick alone: (\d+)\)", text, label)
         rows.append((f"setup to command with real windows, {what}", figure, "ms",
                      "the poll timer alone", tick))
+    # As many rates as were measured.
+    for rate, mean, theory in re.findall(r"^ +(\d+) +(\d+) \( *([\d-]+)\)",
+                                         printed(folder, "load"), re.MULTILINE):
+        if theory != "-":
+            rows.append((f"setup to command at {rate} lines a second, mean, real windows",
+                         float(mean), "ms", "queueing theory", float(theory)))
     text = printed(folder, "usage")
     for label, what, unit in (("start to window", "program start to its window", "ms"),
                               ("processor before \"Start\"", "processor before \"Start\"", "ms/s"),

@@ -189,6 +189,8 @@ level_simulation() {
 # scripts/bench.sh measures longer.
 BENCH_ARGUMENTS=--short
 BENCH_CALLS=60
+# Seconds at each rate of lines a second.
+BENCH_LOAD="6 4 12"
 BENCH_USAGE_SECONDS=5
 
 level_bench() {
@@ -219,18 +221,20 @@ level_bench() {
 # With real windows; only a call that is missed or a program that does not come is a failure.
 measure_windows() {
   local name arguments
-  if ! (build_programs && configure_and_build mingw latency_bench editor_bench usage_bench) ||
-    ! prepare_wine; then
+  if ! (build_programs && configure_and_build mingw latency_bench load_bench editor_bench \
+    usage_bench) || ! prepare_wine; then
     fail "bench: the measurements with real windows could not be run"
     return
   fi
-  for name in latency usage editor; do
+  for name in latency load usage editor; do
     arguments=
     [ "$name" != latency ] || arguments=$BENCH_CALLS
+    [ "$name" != load ] || arguments=$BENCH_LOAD
     [ "$name" != usage ] || arguments=$BENCH_USAGE_SECONDS
+    # shellcheck disable=SC2086
     CORVANE_PROGRAMS=$(windows_path "$ROOT/dist") \
       run_one "bench/$name" "$WINELOADER" "$BUILD/mingw/tests/desktop/${name}_bench.exe" \
-      ${arguments:+"$arguments"}
+      $arguments
     cat "$LOGS/bench/$name.log"
   done
 }

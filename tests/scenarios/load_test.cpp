@@ -8,20 +8,20 @@ namespace {
 
 TEST(Load, BelowTheCeilingACallWaitsAsLongAsAQueueOfOneLineAPollSays) {
   for (const double lines_per_s : {4.0, 12.0, 15.0}) {
-    const LoadFigures figures = MeasureUnderLoad(lines_per_s, false);
+    const load::Figures figures = MeasureUnderLoad(lines_per_s, false);
     EXPECT_EQ(figures.followed, figures.calls) << lines_per_s;
     EXPECT_GE(figures.calls, 55) << lines_per_s;
-    const double expected = ExpectedMeanMs(lines_per_s);
+    const double expected = load::ExpectedMeanMs(lines_per_s);
     EXPECT_NEAR(figures.mean_ms, expected, 10 + expected / 4) << lines_per_s;
   }
 }
 
 TEST(Load, AboveTheCeilingCallsAreLostAndRepeatedSetupsSaveSome) {
-  const LoadFigures once = MeasureUnderLoad(17, false);
-  const LoadFigures repeated = MeasureUnderLoad(17, true);
+  const load::Figures once = MeasureUnderLoad(17, false);
+  const load::Figures repeated = MeasureUnderLoad(17, true);
   EXPECT_LT(once.followed, once.calls);
   EXPECT_GT(repeated.followed, once.followed);
-  EXPECT_LT(ExpectedMeanMs(17), 0);
+  EXPECT_LT(load::ExpectedMeanMs(17), 0);
 }
 
 TEST(Load, AThousandLinesAtOnceAreTakenOneAPoll) {
