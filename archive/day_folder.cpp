@@ -70,7 +70,7 @@ std::optional<DayFolder> OpenDayFolder(const std::filesystem::path& path) {
 }
 
 std::filesystem::path ProgramFolderOf(const DayFolder& day) {
-  const std::filesystem::path folder = day.path.parent_path().parent_path();
+  std::filesystem::path folder = day.path.parent_path().parent_path();
   if (!SameWord(Utf8Name(day.path.parent_path().filename()), "Daily")) return {};
   for (const std::filesystem::path& entry : Entries(folder)) {
     const std::string name = Utf8Name(entry.filename());

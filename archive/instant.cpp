@@ -13,8 +13,8 @@ std::int64_t SecondsOf(const DateTime& time) {
   const chrono::sys_days day = chrono::year(time.year) /
                                chrono::month(static_cast<unsigned>(time.month)) /
                                chrono::day(static_cast<unsigned>(time.day));
-  return std::int64_t{day.time_since_epoch().count()} * kSecondsPerDay + time.hour * 3600 +
-         time.minute * 60 + time.second;
+  const std::int64_t minutes = std::int64_t{time.hour} * 60 + time.minute;
+  return std::int64_t{day.time_since_epoch().count()} * kSecondsPerDay + minutes * 60 + time.second;
 }
 
 DateTime TimeAt(std::int64_t seconds) {

@@ -53,7 +53,8 @@ class Loudness {
  public:
   explicit Loudness(const WavFormat& format)
       : wide_(format.bits == 16),
-        samples_per_piece_(format.rate / Waveform::kPiecesPerSecond * format.channels) {}
+        samples_per_piece_(std::size_t{format.rate / Waveform::kPiecesPerSecond} *
+                           format.channels) {}
 
   void Take(const char* bytes, std::size_t size) {
     const std::size_t step = wide_ ? 2 : 1;

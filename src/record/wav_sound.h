@@ -14,7 +14,7 @@ enum class Sound {
   kSome
 };
 
-inline constexpr std::size_t kLongestJudged = 16 * 1024 * 1024;
+inline constexpr std::size_t kLongestJudged = std::size_t{16} * 1024 * 1024;
 // What a converter may add to nothing.
 inline constexpr int kNoise = 1;
 
