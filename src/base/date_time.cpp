@@ -2,7 +2,6 @@
 #include "base/date_time.h"
 
 #include <array>
-#include <cstdio>
 
 #include "base/number_text.h"
 
@@ -35,11 +34,27 @@ bool ReadClock(std::string_view text, std::size_t at, DateTime& time) {
   return true;
 }
 
-template <typename... Args>
-std::string Format(const char* format, Args... args) {
-  std::array<char, 64> buffer{};
-  const int size = std::snprintf(buffer.data(), buffer.size(), format, args...);
-  return std::string(buffer.data(), static_cast<std::size_t>(size));
+// `pattern` with the digits of the date and time in place of d, m, y, h, n (minute) and s.
+std::string Written(const DateTime& time, std::string_view pattern) {
+  struct Part {
+    char letter;
+    int left;
+  };
+  std::array<Part, 6> parts = {{{'d', time.day},
+                                {'m', time.month},
+                                {'y', time.year},
+                                {'h', time.hour},
+                                {'n', time.minute},
+                                {'s', time.second}}};
+  std::string text(pattern);
+  for (std::size_t at = text.size(); at-- > 0;) {
+    for (Part& part : parts) {
+      if (pattern[at] != part.letter) continue;
+      text[at] = static_cast<char>('0' + part.left % 10);
+      part.left /= 10;
+    }
+  }
+  return text;
 }
 
 constexpr std::size_t kDateTimeSize = 19;
@@ -54,23 +69,23 @@ bool IsValid(const DateTime& time) {
 }
 
 std::string DashedDate(const DateTime& time) {
-  return Format("%02d-%02d-%04d", time.day, time.month, time.year);
+  return Written(time, "dd-mm-yyyy");
 }
 
 std::string FolderDate(const DateTime& time) {
-  return Format("%04d%02d%02d", time.year, time.month, time.day);
+  return Written(time, "yyyymmdd");
 }
 
 std::string ClockText(const DateTime& time) {
-  return Format("%02d:%02d:%02d", time.hour, time.minute, time.second);
+  return Written(time, "hh:nn:ss");
 }
 
 std::string ClockDigits(const DateTime& time) {
-  return Format("%02d%02d%02d", time.hour, time.minute, time.second);
+  return Written(time, "hhnnss");
 }
 
 std::string FixedGeneralDate(const DateTime& time) {
-  return Format("%02d/%02d/%04d ", time.day, time.month, time.year) + ClockText(time);
+  return Written(time, "dd/mm/yyyy hh:nn:ss");
 }
 
 std::optional<DateTime> ParseFixedGeneralDate(std::string_view text) {
@@ -90,7 +105,7 @@ std::optional<DateTime> ParseFixedGeneralDate(std::string_view text) {
 }
 
 std::string IsoDate(const DateTime& time) {
-  return Format("%04d-%02d-%02d ", time.year, time.month, time.day) + ClockText(time);
+  return Written(time, "yyyy-mm-dd hh:nn:ss");
 }
 
 std::optional<DateTime> ParseIsoDate(std::string_view text) {

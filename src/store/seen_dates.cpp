@@ -106,7 +106,6 @@ std::optional<DateTime> ReadNumbers(std::string_view text, DateOrder order) {
 
 SeenDates::SeenDates(const std::vector<std::string_view>& texts, const WallClock& clock)
     : clock_(clock) {
-  std::vector<std::string_view> written;  // all but those that everybody reads
   bool some_own = false;
   bool some_foreign = false;
   for (const std::string_view text : texts) {
@@ -115,10 +114,15 @@ SeenDates::SeenDates(const std::vector<std::string_view>& texts, const WallClock
     const bool own = time && clock.GeneralDate(*time) == text;
     some_own = some_own || own;
     some_foreign = some_foreign || !own;
-    const auto reads = [text](DateOrder order) { return ReadNumbers(text, order).has_value(); };
-    if (std::ranges::any_of(kOrders, reads)) written.push_back(text);
   }
-  if (some_foreign) Decide(written, some_own);
+  if (!some_foreign) return;
+
+  std::vector<std::string_view> written;  // all but those that everybody reads
+  for (const std::string_view text : texts) {
+    const auto reads = [text](DateOrder order) { return ReadNumbers(text, order).has_value(); };
+    if (!ParseIsoDate(text) && std::ranges::any_of(kOrders, reads)) written.push_back(text);
+  }
+  Decide(written, some_own);
 }
 
 void SeenDates::Decide(const std::vector<std::string_view>& written, bool some_own) {
