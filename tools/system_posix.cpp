@@ -215,6 +215,7 @@ void WaitMs(int ms) {
 std::unique_ptr<StartedProgram> StartedProgram::Start(const std::vector<std::string>& words) {
   std::vector<std::string> copies = words;
   std::vector<char*> pointers;
+  pointers.reserve(copies.size() + 1);
   for (std::string& word : copies) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   pid_t process = 0;

@@ -12,9 +12,6 @@ lane=$1
 shift
 SURROUNDINGS=-lane-$lane
 
-# be_nice N: of what is started from here on.
-be_nice() { renice -n "$1" -p "$BASHPID" >/dev/null 2>&1 || true; }
-
 # A file system with hardly more room than the program needs, for the cases that fill it.
 use_small_disk() {
   local folder=$BUILD/small-disk-$lane

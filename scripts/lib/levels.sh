@@ -63,7 +63,9 @@ level_contract() {
     return
   fi
   keep_to_one_core 0
+  be_nice -10
   run_contract_programs
+  be_nice 0
   use_every_core
 }
 

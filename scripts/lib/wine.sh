@@ -70,6 +70,10 @@ keep_to_one_core() {
 # use_every_core: what is started from here on may run anywhere again.
 use_every_core() { taskset -cp "0-$(($(nproc --all) - 1))" "$BASHPID" >/dev/null 2>&1 || true; }
 
+# be_nice N: of what is started from here on, where it may be. Cases that hold a program to times
+# go before whatever else the machine does.
+be_nice() { renice -n "$1" -p "$BASHPID" >/dev/null 2>&1 || true; }
+
 wine_here() { "$WINELOADER" "$@"; }
 wineserver_here() { "$(dirname "$WINELOADER")/wineserver" "$@"; }
 

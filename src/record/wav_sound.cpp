@@ -13,7 +13,7 @@ constexpr std::size_t kShortestHeader = 44;
 constexpr std::size_t kLongestHeader = 256;
 constexpr std::size_t kBitsOffset = 34;
 constexpr std::size_t kFormatEnd = 36;
-constexpr std::size_t kPieceSize = 64 * 1024;
+constexpr std::size_t kPieceSize = std::size_t{64} * 1024;
 
 int ByteAt(std::string_view bytes, std::size_t index) {
   return static_cast<unsigned char>(bytes[index]);

@@ -42,6 +42,7 @@ std::vector<ComboBox::Entry> CountryEntries(const GssiTable& groups, const SsiTa
   for (const GssiRecord& record : groups) codes.insert(record.Mcc);
   for (const SsiRecord& record : subscribers) codes.insert(record.Mcc);
   std::vector<ComboBox::Entry> entries;
+  entries.reserve(codes.size());
   for (const std::int32_t code : codes) {
     entries.push_back(MakeEntry(code, names.CountryLabels, Decimal(code)));
   }
@@ -61,6 +62,7 @@ std::vector<ComboBox::Entry> NetworkEntries(std::int32_t mcc, const GssiTable& g
     if (record.Mcc == mcc) codes.insert(record.Mnc);
   }
   std::vector<ComboBox::Entry> entries;
+  entries.reserve(codes.size());
   for (const std::int32_t code : codes) {
     entries.push_back(MakeEntry(code, names.NetworkLabels, Decimal(mcc) + ";" + Decimal(code)));
   }

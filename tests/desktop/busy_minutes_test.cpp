@@ -61,6 +61,22 @@ Lines AfterLogModeBegan(Lines lines) {
   return lines;
 }
 
+// Where two files part, which GoogleTest does not show of long ones.
+std::string Parting(const Lines& written, const Lines& wanted) {
+  const auto [here, there] = std::ranges::mismatch(written, wanted);
+  const auto rest = [](auto at, auto end) {
+    std::string text;
+    for (int shown = 0; shown < 6 && at != end; ++shown, ++at) text += "\n    " + *at;
+    return text;
+  };
+  return "from line " + std::to_string(here - written.begin() + 1) +
+         " on, written:" + rest(here, written.end()) + "\n  wanted:" + rest(there, wanted.end());
+}
+
+void ExpectSame(const Lines& written, const Lines& wanted) {
+  EXPECT_TRUE(written == wanted) << Parting(written, wanted);
+}
+
 class BusyMinutes : public CallTest {
  protected:
   void Play(const busy::TrafficOptions& options, std::int64_t begin_s) {
@@ -103,13 +119,13 @@ class BusyMinutes : public CallTest {
   }
   // That the model's files are the reviewed ones is a test of its own on the virtual clock.
   void ExpectSameFiles() {
-    EXPECT_EQ(Before(AfterSigns(FileLines(Log("TETRA_cc.log"))), kLastLine),
-              FileLines(Expected("TETRA_cc.log")));
+    ExpectSame(Before(AfterSigns(FileLines(Log("TETRA_cc.log"))), kLastLine),
+               FileLines(Expected("TETRA_cc.log")));
     Lines events = AfterSigns(FileLines(Log("TETRA_event.log")));
     Lines wanted = FileLines(Expected("TETRA_event.log"));
     if (log_mode_) wanted = AfterLogModeBegan(wanted);
-    EXPECT_EQ(WithoutTimes(Before(events, "D_Status read up to here"), " - "),
-              WithoutTimes(wanted, " - "));
+    ExpectSame(WithoutTimes(Before(events, "D_Status read up to here"), " - "),
+               WithoutTimes(wanted, " - "));
   }
 
  private:

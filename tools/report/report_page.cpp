@@ -2,6 +2,7 @@
 #include "tools/report/report_page.h"
 
 #include <charconv>
+#include <cmath>
 #include <string_view>
 
 #include "archive/event_calls.h"
@@ -79,12 +80,12 @@ std::int64_t OrMinus(const std::optional<Number>& number) {
 }
 
 std::int64_t Tenths(const std::optional<double>& seconds) {
-  return seconds ? static_cast<std::int64_t>(*seconds * 10 + 0.5) : -1;
+  return seconds ? std::llround(*seconds * 10) : -1;
 }
 
 // What the user has written beside a recording.
 std::string TranscriptOf(const std::filesystem::path& recording) {
-  constexpr std::size_t kLongest = 64 * 1024;
+  constexpr std::size_t kLongest = std::size_t{64} * 1024;
   std::filesystem::path beside = recording;
   std::string text;
   if (!ReadShared(beside.replace_extension(".txt"), kLongest, text)) return "";
