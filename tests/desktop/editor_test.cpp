@@ -384,6 +384,8 @@ TEST_F(EditorTest, OpeningsOfTheRealProgramLeaveNothingBehind) {
   const Process::Use before = Corvane().TheProcess().TheUse();
   const std::size_t windows = TopLevelWindows(Corvane().TheProcess().Id()).size();
   ASSERT_GT(before.private_kib, 0U);
+  ASSERT_GT(before.handles, 0U);
+  ASSERT_GT(before.gdi_objects, 0U);
   for (int opening = 0; opening < 100 && !HasFatalFailure(); ++opening) open_and_close();
   const Process::Use after = Corvane().TheProcess().TheUse();
   EXPECT_EQ(TopLevelWindows(Corvane().TheProcess().Id()).size(), windows);

@@ -27,6 +27,7 @@ TEST(EditorLives, AThousandOpeningsLeaveNothingBehind) {
     open_and_close(opening);
   const OwnUse after = UseOfThisProgram();
   ASSERT_GT(before.private_kib, 0U);
+  ASSERT_GT(before.gdi_objects, 0U);
   EXPECT_EQ(after.windows, before.windows);
   EXPECT_LE(after.gdi_objects, before.gdi_objects);
   EXPECT_LE(after.user_objects, before.user_objects);
@@ -45,6 +46,7 @@ TEST_F(WindowTest, AThousandCompactTogglesLeaveNothingBehind) {
   for (int time = 0; time < 1000; ++time) toggle();
   const OwnUse after = UseOfThisProgram();
   ASSERT_GT(before.private_kib, 0U);
+  ASSERT_GT(before.gdi_objects, 0U);
   EXPECT_EQ(after.windows, before.windows);
   EXPECT_LE(after.gdi_objects, before.gdi_objects);
   EXPECT_LE(after.user_objects, before.user_objects);

@@ -36,7 +36,8 @@ class Process {
   [[nodiscard]] bool Suspend();
   [[nodiscard]] bool Resume();
 
-  // What the program has of the system at the moment. Some systems count no objects: 0.
+  // What the program has of the system at the moment; of USER objects only the windows, where the
+  // system does not count them.
   struct Use {
     unsigned handles = 0;
     unsigned gdi_objects = 0;

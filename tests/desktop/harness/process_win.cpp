@@ -8,6 +8,8 @@
 
 #include <iostream>
 
+#include "desktop/harness/system_objects_win.h"
+
 namespace corvane::desktop {
 
 namespace {
@@ -162,10 +164,10 @@ std::int64_t ProcessorTimeOf(DWORD process_id) {
 
 Process::Use Process::TheUse() const {
   Use use;
-  DWORD handles = 0;
-  if (GetProcessHandleCount(handles_->process, &handles) != FALSE) use.handles = handles;
-  use.gdi_objects = GetGuiResources(handles_->process, GR_GDIOBJECTS);
-  use.user_objects = GetGuiResources(handles_->process, GR_USEROBJECTS);
+  const SystemObjects objects = ObjectsOf(handles_->process);
+  use.handles = objects.handles;
+  use.gdi_objects = objects.gdi;
+  use.user_objects = objects.user;
   PROCESS_MEMORY_COUNTERS memory{};
   memory.cb = sizeof memory;
   if (GetProcessMemoryInfo(handles_->process, &memory, sizeof memory) != FALSE) {

@@ -10,6 +10,8 @@
 #include <array>
 #include <climits>
 
+#include "desktop/harness/system_objects_win.h"
+
 namespace corvane::ui_test {
 
 namespace {
@@ -377,8 +379,9 @@ OwnUse UseOfThisProgram() {
     return TRUE;
   };
   EnumThreadWindows(GetCurrentThreadId(), count_top, reinterpret_cast<LPARAM>(&use.windows));
-  use.gdi_objects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-  use.user_objects = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+  const desktop::SystemObjects objects = desktop::ObjectsOf(GetCurrentProcess());
+  use.gdi_objects = objects.gdi;
+  use.user_objects = objects.user;
   PROCESS_MEMORY_COUNTERS memory{};
   memory.cb = sizeof memory;
   if (GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory) != FALSE) {

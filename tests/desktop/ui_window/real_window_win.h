@@ -136,7 +136,8 @@ struct MenuFacts {
 // The process that this program is.
 [[nodiscard]] unsigned ThisProgram();
 
-// What this program has of the system at the moment. Some systems count no objects: 0.
+// What this program has of the system at the moment; of USER objects only the windows, where the
+// system does not count them.
 struct OwnUse {
   std::size_t windows = 0;  // with all their children
   unsigned gdi_objects = 0;
