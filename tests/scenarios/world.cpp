@@ -35,11 +35,13 @@ std::string Describe(const Control& control, Field field) {
 }  // namespace
 
 void ScreenTrace::Changed(const Control& control, Field field) {
+  if (!writes) return;
   const std::string text = Describe(control, field);
   if (!text.empty()) write_(text);
 }
 
 void ScreenTrace::ListChanged(ListBox& list, ListChange change, std::size_t index) {
+  if (!writes) return;
   const std::string name = list.name();
   switch (change) {
     case ListChange::kAdded:
@@ -67,7 +69,9 @@ World::World(WorldOptions options)
       mci(loop, files),
       screen([this](const std::string& what) { Trace(what); }),
       desktop(std::make_unique<SimDesktop>(loop, options.sdr, options.scenario)),
-      started_ms_(loop.TickMs()) {
+      started_ms_(loop.TickMs()),
+      traced_(options.traced) {
+  screen.writes = traced_;
   clock.Set(options.now);
   loop.SetOutside([this] { desktop->CatchUp(); }, [this] { return desktop->NextDueMs(); });
   if (!options.sdr_running) desktop->Do("die");
@@ -154,7 +158,7 @@ std::string World::TraceText() const {
 }
 
 void World::Trace(const std::string& what) {
-  if (desktop == nullptr) return;
+  if (desktop == nullptr || !traced_) return;
   TraceWire();
   char time[32];
   std::snprintf(time, sizeof time, "%9.3f ",

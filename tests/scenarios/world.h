@@ -31,6 +31,7 @@ class ScreenTrace : public ControlSink {
   void FocusWanted(const Control& control) override;
 
   const Control* focus = nullptr;
+  bool writes = true;  // a trace; without it the focus alone is kept
 
  private:
   std::function<void(const std::string&)> write_;
@@ -45,6 +46,7 @@ struct WorldOptions {
   std::string scenario{};  // lines of a scenario file; times count from World's making
   DateTime now{2026, 11, 15, 14, 23, 5};
   bool sdr_running = true;
+  bool traced = true;  // false: `trace` stays empty, which takes less time
   // Put into the program's folder before it loads: name ("\\TETRA_GSSI.txt") and content.
   std::vector<std::pair<std::string, std::string>> files{};
 };
@@ -115,6 +117,7 @@ class World : public Shell {
   void TraceWire();
 
   std::int64_t started_ms_;
+  bool traced_;
   std::size_t wire_seen_ = 0;
 };
 

@@ -10,6 +10,7 @@
 
 #include "base/number_text.h"
 #include "base/text.h"
+#include "simulation/digest.h"
 #include "simulation/random_editor.h"
 #include "simulation/random_user.h"
 #include "simulation/watch.h"
@@ -25,8 +26,9 @@ constexpr std::int64_t kLinkSettlesMs = 45'000;
 constexpr std::int64_t kUserSettlesMs = 20'000;
 constexpr std::int64_t kFilesSettleMs = 2000;
 
-WorldOptions OptionsFor(unsigned seed) {
+WorldOptions OptionsFor(unsigned seed, Keep keep) {
   WorldOptions options;
+  options.traced = keep == Keep::kTrace;
   options.sdr.seed = seed;
   options.sdr.network_plain = seed % 3 == 0;
   options.sdr.network_on = seed % 2 == 0;
@@ -39,11 +41,17 @@ WorldOptions OptionsFor(unsigned seed) {
 
 class Player {
  public:
-  explicit Player(const Plan& plan)
+  Player(const Plan& plan, Keep keep)
       : plan_(plan),
-        world_(OptionsFor(plan.seed)),
+        keep_(keep),
+        world_(OptionsFor(plan.seed, keep)),
         watch_(world_),
-        editor_(world_, [this](int low, int high) { return Pick(low, high); }) {}
+        editor_(world_, [this](int low, int high) { return Pick(low, high); }) {
+    if (keep == Keep::kTrace) {
+      world_.desktop->windows().SetOnMessage(
+          [this](const SimWindowOps::Message& message) { AddToDigest(message); });
+    }
+  }
 
   Played Go();
 
@@ -62,9 +70,14 @@ class Player {
   void AfterEvent();
   void Heal();
   void EndWell();
+  void Note(const std::string& what);
+  void AddToDigest(const SimWindowOps::Message& message);
+  void EndDigest();
   [[nodiscard]] bool Failed() const { return !watch_.violation().empty(); }
 
   const Plan& plan_;
+  const Keep keep_;
+  Digest digest_;
   std::mt19937 random_;
   World world_;
   Watch watch_;
@@ -102,12 +115,13 @@ Played Player::Go() {
   played_.followed = watch_.followed();
   played_.expected = watch_.expected();
   played_.edits = editor_.edits();
+  if (keep_ == Keep::kTrace) EndDigest();
   played_.trace = std::move(world_.trace);
   return std::move(played_);
 }
 
 void Player::CarryOut(const Step& step) {
-  world_.trace.push_back("          * " + step.what);
+  Note(step.what);
   const std::vector<std::string> words = Split(step.what, ' ');
   const std::string& kind = words[0];
   if (kind == "sdr") {
@@ -214,7 +228,7 @@ void Player::AfterEvent() {
   acting_in_a_wait_ = true;
   world_.loop.Post(EventSource::kUser, [this, action = in_waits_.front()] {
     if (world_.loop.depth() > 1) ++played_.in_waits;
-    world_.trace.push_back("          * inside a wait: " + action);
+    Note("inside a wait: " + action);
     UserActs(action);
     acting_in_a_wait_ = false;
   });
@@ -246,7 +260,7 @@ void Player::Heal() {
   if (form.lblGroupHold.fore_colour.get() == kHoldOrange) {
     world_.user().MouseUp(form.lblGroupHold, kLeftButton, -1);
   }
-  world_.trace.push_back("          * healed");
+  Note("healed");
   world_.Run(kHealMs);
   if (world_.Following()) watch_.Violated("healed, but a call is still followed");
   if (world_.view().call.RecordingActive()) watch_.Violated("healed, but still recording");
@@ -273,10 +287,40 @@ void Player::EndWell() {
   watch_.LookAtFiles();
 }
 
+void Player::Note(const std::string& what) {
+  if (keep_ == Keep::kTrace) world_.trace.push_back("          * " + what);
+}
+
+void Player::AddToDigest(const SimWindowOps::Message& message) {
+  digest_.Add(world_.loop.TickMs());
+  digest_.Add(static_cast<std::int64_t>(message.window));
+  digest_.Add(static_cast<std::int64_t>(message.sent));
+  digest_.Add(message.index);
+  digest_.Add(message.text);
+}
+
+void Player::EndDigest() {
+  for (const std::string& line : world_.trace) digest_.Add(line);
+  for (const std::string& line : world_.form().lstCallLog.items()) digest_.Add(line);
+  for (const std::string& line : world_.form().lstStatusLog.items()) digest_.Add(line);
+  for (const std::string& name : world_.files.List(World::kProgramFolder)) {
+    digest_.Add(name);
+    digest_.Add(world_.FileText("\\" + name));
+  }
+  digest_.Add(played_.violation);
+  for (const std::int64_t number : {world_.loop.dispatched(), std::int64_t{world_.files.steps()},
+                                    std::int64_t{world_.files.questions()}, played_.at_ms,
+                                    std::int64_t{played_.followed}, std::int64_t{played_.expected},
+                                    std::int64_t{played_.in_waits}, std::int64_t{played_.edits}}) {
+    digest_.Add(number);
+  }
+  played_.digest = digest_.value();
+}
+
 }  // namespace
 
-Played Play(const Plan& plan) {
-  return Player(plan).Go();
+Played Play(const Plan& plan, Keep keep) {
+  return Player(plan, keep).Go();
 }
 
 }  // namespace corvane::sim

@@ -23,10 +23,17 @@ struct Played {
   int expected = 0;  // calls that had to be followed, whatever else
   int in_waits = 0;
   int edits = 0;
+  // With Keep::kTrace alone:
   std::vector<std::string> trace;
+  // Of the trace, of each message to a window with its time, of what both logs show and all files
+  // hold at the end.
+  std::uint64_t digest = 0;
 };
 
-[[nodiscard]] Played Play(const Plan& plan);
+// What is kept of a run beside what was found and counted. It plays the same way with either.
+enum class Keep { kCounts, kTrace };
+
+[[nodiscard]] Played Play(const Plan& plan, Keep keep = Keep::kTrace);
 
 // A plan that fails like `plan` does and of which no step can be left out. `fails` says whether a
 // plan still fails.

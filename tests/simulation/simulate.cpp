@@ -1,5 +1,5 @@
 // The whole program against the radio model, seed after seed:
-//   simulate [--from SEED] [--runs N] [--minutes M] [--jobs J]
+//   simulate [--from SEED] [--runs N] [--minutes M] [--jobs J] [--digest]
 //   simulate --plan FILE        one plan as it stands, with its trace
 //   simulate --one-failure [--every N] [--jobs J]
 //                               each call of the scripted runs that can fail fails once; of those
@@ -7,7 +7,7 @@
 //   simulate --hours N          that long without an end: memory, hour by hour
 // A seed that finds something is shrunk to its shortest failing plan, which is printed; the exit
 // code is then 1, after wrong arguments 2. At the end a table of what was done, and how often the
-// program was well after it.
+// program was well after it; --digest also tells each seed's.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -29,6 +29,7 @@
 
 namespace {
 
+using corvane::sim::Keep;
 using corvane::sim::Plan;
 using corvane::sim::Played;
 
@@ -41,6 +42,7 @@ struct Wanted {
   bool one_failure = false;
   int every = 1;
   int hours = 0;
+  bool digest = false;
 };
 
 struct Sum {
@@ -54,14 +56,15 @@ struct Sum {
   long long virtual_ms = 0;
   std::optional<Plan> failing;
   std::string violation;
+  std::map<unsigned, std::uint64_t> digests;  // by seed
 };
 
 std::optional<Wanted> ReadArguments(int argc, char** argv) {
   Wanted wanted;
   for (int i = 1; i < argc; i += 2) {
     const std::string name = argv[i];
-    if (name == "--one-failure") {
-      wanted.one_failure = true;
+    if (name == "--one-failure" || name == "--digest") {
+      (name == "--digest" ? wanted.digest : wanted.one_failure) = true;
       --i;  // it has no value
       continue;
     }
@@ -105,6 +108,7 @@ void Add(Sum& sum, const Plan& plan, const Played& played) {
   sum.in_waits += played.in_waits;
   sum.edits += played.edits;
   sum.virtual_ms += played.at_ms;
+  if (played.digest != 0) sum.digests[plan.seed] = played.digest;
   for (const auto& [kind, count] : played.kinds) {
     sum.kinds[kind].first += count;
     ++sum.kinds[kind].second;
@@ -117,9 +121,10 @@ void Add(Sum& sum, const Plan& plan, const Played& played) {
 
 void RunAll(const Wanted& wanted, Sum& sum) {
   std::atomic<int> next = wanted.from;
+  const Keep keep = wanted.digest ? Keep::kTrace : Keep::kCounts;
   std::vector<std::thread> workers;
   for (int job = 0; job < wanted.jobs; ++job) {
-    workers.emplace_back([&] {
+    workers.emplace_back([&, keep] {
       for (;;) {
         const int seed = next++;
         if (seed >= wanted.from + wanted.runs) return;
@@ -128,7 +133,7 @@ void RunAll(const Wanted& wanted, Sum& sum) {
           if (sum.failing) return;
         }
         const Plan plan = corvane::sim::MakePlan(static_cast<unsigned>(seed), wanted.minutes);
-        Add(sum, plan, corvane::sim::Play(plan));
+        Add(sum, plan, corvane::sim::Play(plan, keep));
       }
     });
   }
@@ -152,7 +157,7 @@ void Explain(const Sum& sum) {
   std::printf("seed %u: %s\nshrinking %zu steps...\n", sum.failing->seed, sum.violation.c_str(),
               sum.failing->steps.size());
   const Plan least = corvane::sim::Shrink(*sum.failing, [&](const Plan& plan) {
-    return corvane::sim::Play(plan).violation == sum.violation;
+    return corvane::sim::Play(plan, Keep::kCounts).violation == sum.violation;
   });
   std::printf("--- %s\n%s---\n", sum.violation.c_str(), corvane::sim::ToText(least).c_str());
 }
@@ -230,7 +235,7 @@ int main(int argc, char** argv) {
   const auto wanted = ReadArguments(argc, argv);
   if (!wanted) {
     std::fprintf(stderr,
-                 "usage: simulate [--from SEED] [--runs N] [--minutes M] [--jobs J]\n"
+                 "usage: simulate [--from SEED] [--runs N] [--minutes M] [--jobs J] [--digest]\n"
                  "       simulate --plan FILE\n"
                  "       simulate --one-failure [--every N] [--jobs J]\n"
                  "       simulate --hours N\n");
@@ -244,6 +249,11 @@ int main(int argc, char** argv) {
     const auto begin = std::chrono::steady_clock::now();
     RunAll(*wanted, sum);
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    if (wanted->digest) {
+      for (const auto& [seed, digest] : sum.digests) {
+        std::printf("%u %016llx\n", seed, static_cast<unsigned long long>(digest));
+      }
+    }
     Report(sum, took.count(), wanted->jobs);
     if (!sum.failing) return 0;
     Explain(sum);
