@@ -17,11 +17,6 @@ void Agenda::Cancel(Ticket ticket) {
   due_.erase(found);
 }
 
-std::optional<std::int64_t> Agenda::NextDueMs() const {
-  if (actions_.empty()) return std::nullopt;
-  return actions_.begin()->first.first;
-}
-
 std::function<void()> Agenda::TakeDue(std::int64_t now_ms) {
   if (actions_.empty() || actions_.begin()->first.first > now_ms) return {};
   const auto first = actions_.begin();

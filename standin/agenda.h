@@ -19,7 +19,10 @@ class Agenda {
   // Nothing happens when the action has run already.
   void Cancel(Ticket ticket);
 
-  [[nodiscard]] std::optional<std::int64_t> NextDueMs() const;
+  [[nodiscard]] std::optional<std::int64_t> NextDueMs() const {
+    if (actions_.empty()) return std::nullopt;
+    return actions_.begin()->first.first;
+  }
   // Takes out the next action that is due at `now_ms`; an empty function when none is.
   [[nodiscard]] std::function<void()> TakeDue(std::int64_t now_ms);
   [[nodiscard]] std::size_t size() const { return actions_.size(); }

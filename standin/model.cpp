@@ -89,12 +89,6 @@ void Model::Advance(std::int64_t now_ms) {
   now_ms_ = std::max(now_ms_, now_ms);
 }
 
-std::optional<std::int64_t> Model::NextDueMs() const {
-  const std::optional<std::int64_t> due = agenda_.NextDueMs();
-  if (!due) return std::nullopt;
-  return std::max(*due, hung_until_ms_);
-}
-
 std::string Model::Do(std::string_view text) {
   std::vector<Word> words;
   std::string fault = SplitWords(text, words);

@@ -2,6 +2,7 @@
 // server, the windows' state and the scenario. Native tests and SdrStandin.exe run the same model.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -36,7 +37,11 @@ class Model {
   // While SDR# hangs nothing of it happens: that comes later, as soon as it no longer hangs.
   void Advance(std::int64_t now_ms);
   // When Advance has something to do next.
-  [[nodiscard]] std::optional<std::int64_t> NextDueMs() const;
+  [[nodiscard]] std::optional<std::int64_t> NextDueMs() const {
+    const std::optional<std::int64_t> due = agenda_.NextDueMs();
+    if (!due) return std::nullopt;
+    return std::max(*due, hung_until_ms_);
+  }
   [[nodiscard]] std::int64_t now_ms() const { return now_ms_; }
 
   // Carries out a command as a scenario line has it behind its time: "call id=7 ...", "hang 500".

@@ -1,4 +1,4 @@
-// The tree is a map by id; z-order is the order of the child lists, topmost first.
+// The tree is a table by id; z-order is the order of the child lists, topmost first.
 #include "standin/window_tree.h"
 
 #include <algorithm>
@@ -49,9 +49,11 @@ Glyph GlyphAt(int scale) {
 }
 
 WindowId WindowTree::Add(WindowId parent, WindowSpec wanted) {
-  Window window;
+  auto made = std::make_unique<Window>();
+  Window& window = *made;
   window.id = ++last_id_;
   window.parent = parent;
+  window.top = window.id;
   window.kind = wanted.kind;
   window.class_name = std::move(wanted.class_name);
   window.box = wanted.box;
@@ -74,11 +76,12 @@ WindowId WindowTree::Add(WindowId parent, WindowSpec wanted) {
     Window* holder = Get(parent);
     if (holder == nullptr) return 0;
     holder->children.push_back(window.id);
+    window.top = holder->top;
   }
-  const WindowId id = window.id;
-  const Window& added = windows_.emplace(id, std::move(window)).first->second;
-  if (observer_ != nullptr) observer_->Created(added);
-  return id;
+  windows_.resize(window.id + std::size_t{1});
+  windows_[window.id] = std::move(made);
+  if (observer_ != nullptr) observer_->Created(window);
+  return window.id;
 }
 
 void WindowTree::Destroy(WindowId id) {
@@ -91,13 +94,8 @@ void WindowTree::Destroy(WindowId id) {
   } else {
     std::erase(top_level_, id);
   }
-  windows_.erase(id);
+  windows_[id].reset();
   if (observer_ != nullptr) observer_->Destroyed(id);
-}
-
-const Window* WindowTree::Find(WindowId id) const {
-  const auto found = windows_.find(id);
-  return found == windows_.end() ? nullptr : &found->second;
 }
 
 std::vector<WindowId> WindowTree::Descendants(WindowId id) const {
@@ -349,11 +347,6 @@ std::int32_t WindowTree::PixelAt(int x, int y) const {
   if (window.kind != Kind::kDrawnCheckBox || !in_glyph) return kWindowColour;
   if (window.paint == Paint::kOther) return kOtherColour;
   return window.checked ? glyph.checked : glyph.unchecked;
-}
-
-Window* WindowTree::Get(WindowId id) {
-  const auto found = windows_.find(id);
-  return found == windows_.end() ? nullptr : &found->second;
 }
 
 std::vector<WindowId>::iterator WindowTree::BelowCovers() {

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -92,6 +92,7 @@ struct WindowSpec {
 struct Window {
   WindowId id = 0;
   WindowId parent = 0;
+  WindowId top = 0;                // the top-level window that it is, or stands in
   std::vector<WindowId> children;  // topmost first, which is the order of their making
   Kind kind = Kind::kPanel;
   std::string class_name;
@@ -140,7 +141,9 @@ class WindowTree {
   // With all its descendants.
   void Destroy(WindowId id);
   // nullptr when there is no such window. The pointer is good until a window is added or destroyed.
-  [[nodiscard]] const Window* Find(WindowId id) const;
+  [[nodiscard]] const Window* Find(WindowId id) const {
+    return id < windows_.size() ? windows_[id].get() : nullptr;
+  }
   [[nodiscard]] const std::vector<WindowId>& top_level() const { return top_level_; }  // in z-order
   // All descendants, each before its own children.
   [[nodiscard]] std::vector<WindowId> Descendants(WindowId id) const;
@@ -188,14 +191,14 @@ class WindowTree {
   static constexpr int kFrameTop = 31;
 
  private:
-  Window* Get(WindowId id);
+  Window* Get(WindowId id) { return id < windows_.size() ? windows_[id].get() : nullptr; }
   [[nodiscard]] std::vector<WindowId>::iterator BelowCovers();
   void HideWithOwner(WindowId owner, bool hide);
   void Rewrap(Window& window);
   void RemoveAll(Kind kind);
   void Notify(const Window& window, Aspect aspect);
 
-  std::map<WindowId, Window> windows_;
+  std::vector<std::unique_ptr<Window>> windows_;  // by id
   std::vector<WindowId> top_level_;
   WindowId last_id_ = 0;
   Observer* observer_ = nullptr;

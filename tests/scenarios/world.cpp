@@ -72,6 +72,7 @@ World::World(WorldOptions options)
       started_ms_(loop.TickMs()),
       traced_(options.traced) {
   screen.writes = traced_;
+  desktop->windows().SetKeepsMessages(traced_);
   clock.Set(options.now);
   loop.SetOutside([this] { desktop->CatchUp(); }, [this] { return desktop->NextDueMs(); });
   if (!options.sdr_running) desktop->Do("die");

@@ -124,16 +124,16 @@ void SimDesktop::CatchUp() {
   if (catching_up_) return;
   catching_up_ = true;
   const std::int64_t now = loop_.TickMs() - start_ms_;
-  for (;;) {
-    const std::optional<std::int64_t> on_wire = wire_->agenda().NextDueMs();
-    const std::optional<std::int64_t> in_model = model_->NextDueMs();
-    const std::int64_t next = std::min(on_wire.value_or(now + 1), in_model.value_or(now + 1));
-    if (next > now) break;
+  const auto next_due = [&] {
+    return std::min(wire_->agenda().NextDueMs().value_or(now + 1),
+                    model_->NextDueMs().value_or(now + 1));
+  };
+  for (std::int64_t next = next_due(); next <= now; next = next_due()) {
     model_->Advance(next);
     wire_->now_ms = next;
     while (const std::function<void()> action = wire_->agenda().TakeDue(next)) action();
   }
-  model_->Advance(now);
+  if (model_->now_ms() < now) model_->Advance(now);
   wire_->now_ms = now;
   catching_up_ = false;
 }

@@ -20,7 +20,7 @@ ScreenRect RectOf(const standin::Box& box) {
   return {box.left, box.top, box.left + box.width, box.top + box.height};
 }
 
-std::string TextOf(const standin::Window& window) {
+const std::string& TextOf(const standin::Window& window) {
   return window.kind == standin::Kind::kMultiLine ? window.lines.text() : window.text;
 }
 
@@ -69,7 +69,7 @@ ProgramId SimWindowOps::Program(WindowHandle window) {
   const standin::Window* found = Know(window);
   if (found == nullptr) return 0;
   return static_cast<ProgramId>(
-      HandleOf(BelongsToSdr(*found) ? model_.ids().main : TopOf(*found).id));
+      HandleOf(BelongsToSdr(*found) ? model_.ids().main : found->top));
 }
 
 std::string SimWindowOps::Title(WindowHandle window) {
@@ -90,8 +90,9 @@ Answer<std::string> SimWindowOps::Text(WindowHandle window) {
   const standin::Window* found = nullptr;
   const Reply reply = Ask({window, Sent::kText, {}, 0}, found);
   if (found == nullptr) return {reply, {}};
-  std::string text = TextOf(*found).substr(0, kLongestText);
-  return {reply, text.empty() ? kNoWindowText : std::move(text)};
+  const std::string& text = TextOf(*found);
+  if (text.empty()) return {reply, kNoWindowText};
+  return {reply, text.substr(0, kLongestText)};
 }
 
 Answer<std::int32_t> SimWindowOps::LineCount(WindowHandle edit) {
@@ -107,7 +108,9 @@ Answer<std::string> SimWindowOps::Line(WindowHandle edit, std::int32_t index) {
   const standin::Window* found = nullptr;
   const Reply reply = Ask({edit, Sent::kLine, {}, index}, found);
   if (found == nullptr) return {reply, {}};
-  return {reply, found->lines.Line(index).substr(0, kLongestText)};
+  std::string line = found->lines.Line(index);
+  if (line.size() > kLongestText) line.resize(kLongestText);
+  return {reply, std::move(line)};
 }
 
 Answer<std::int32_t> SimWindowOps::LineStart(WindowHandle edit, std::int32_t index) {
@@ -150,7 +153,7 @@ void SimWindowOps::CarryOut(const Message& message) {
 }
 
 void SimWindowOps::CarryOutLate() {
-  if (late_.empty() || model_.now_ms() < model_.hung_until_ms()) return;
+  if (model_.now_ms() < model_.hung_until_ms()) return;
   for (const Message& message : std::exchange(late_, {})) CarryOut(message);
 }
 
@@ -177,7 +180,7 @@ Reply SimWindowOps::SetPlacement(WindowHandle window, const Placement& placement
   const standin::Window* found = Know(window);
   if (found == nullptr) return Reply::kGone;
   if (model_.elevated() && BelongsToSdr(*found)) return Reply::kRefused;
-  const bool answers = WaitForAnswer(window);
+  const bool answers = WaitForAnswer(*found);
   Keep(placed_, window);
   const ScreenRect& rect = placement.normal_position;
   const standin::WindowId id = IdOf(window);
@@ -240,25 +243,35 @@ void SimWindowOps::Keep(std::vector<WindowHandle>& windows, WindowHandle window)
   if (windows.size() > kMaxForegrounds) windows.erase(windows.begin());
 }
 
-Reply SimWindowOps::Ask(const Message& message, const standin::Window*& window) {
-  if (Look(message.window) == nullptr) return Reply::kGone;
-  ++send_count_;
+void SimWindowOps::KeepMessage(const Message& message) {
   messages_.push_back(message);
   if (messages_.size() > kKeptMessages) {
     messages_.erase(messages_.begin(), messages_.begin() + kKeptMessages / 2);
   }
-  if (on_message_) on_message_(message);
+}
+
+// A look in between is needed only where something may have happened since the last one.
+Reply SimWindowOps::Ask(const Message& message, const standin::Window*& window) {
   const standin::Window* found = Look(message.window);
+  if (found == nullptr) return Reply::kGone;
+  ++send_count_;
+  if (keeps_messages_) KeepMessage(message);
+  if (on_message_) on_message_(message);
+  if (on_message_ || acts_late_) found = Look(message.window);
   if (found == nullptr) return Reply::kGone;
   if (fail_sends_ > 0) {
     --fail_sends_;
     return Reply::kNoAnswer;
   }
-  if (silent_.contains(message.window)) return Reply::kNoAnswer;
+  if (!silent_.empty() && silent_.contains(message.window)) return Reply::kNoAnswer;
   if (model_.elevated() && BelongsToSdr(*found) && message.sent != Sent::kText) {
     return Reply::kRefused;
   }
-  if (!WaitForAnswer(message.window)) {
+  if (!acts_late_ && model_.now_ms() >= HungUntilMs(*found)) {
+    window = found;
+    return Reply::kAnswered;
+  }
+  if (!WaitForAnswer(*found)) {
     if (acts_late_) late_.push_back(message);
     return Reply::kNoAnswer;
   }
@@ -266,11 +279,14 @@ Reply SimWindowOps::Ask(const Message& message, const standin::Window*& window) 
   return window == nullptr ? Reply::kGone : Reply::kAnswered;
 }
 
+std::int64_t SimWindowOps::HungUntilMs(const standin::Window& window) const {
+  return BelongsToSdr(window) ? model_.hung_until_ms() : model_.stranger_hung_until_ms(window.top);
+}
+
 // False when the window's program hangs for longer than is waited.
-bool SimWindowOps::WaitForAnswer(WindowHandle window) {
-  const standin::Window& top = TopOf(*Look(window));
-  const bool sdr = BelongsToSdr(top);
-  const standin::WindowId stranger = sdr ? 0 : top.id;
+bool SimWindowOps::WaitForAnswer(const standin::Window& window) {
+  const bool sdr = BelongsToSdr(window);
+  const standin::WindowId stranger = sdr ? 0 : window.top;
   const auto hung_until_ms = [&] {
     return sdr ? model_.hung_until_ms() : model_.stranger_hung_until_ms(stranger);
   };
@@ -285,19 +301,8 @@ bool SimWindowOps::WaitForAnswer(WindowHandle window) {
 
 const standin::Window* SimWindowOps::Look(WindowHandle window) {
   catch_up_();
-  CarryOutLate();
+  if (!late_.empty()) CarryOutLate();
   return model_.tree().Find(IdOf(window));
-}
-
-const standin::Window& SimWindowOps::TopOf(const standin::Window& window) const {
-  const standin::Window* top = &window;
-  while (top->parent != 0) top = model_.tree().Find(top->parent);
-  return *top;
-}
-
-bool SimWindowOps::BelongsToSdr(const standin::Window& window) const {
-  const standin::WindowId top = TopOf(window).id;
-  return top == model_.ids().main || top == model_.ids().info_window;
 }
 
 }  // namespace corvane::sim

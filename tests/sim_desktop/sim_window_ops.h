@@ -44,6 +44,8 @@ class SimWindowOps : public WindowOps {
   static constexpr std::size_t kKeptMessages = 10000;
   [[nodiscard]] const std::vector<Message>& messages() const { return messages_; }
   void ForgetMessages() { messages_.clear(); }
+  // False: none is kept any more.
+  void SetKeepsMessages(bool keeps) { keeps_messages_ = keeps; }
   [[nodiscard]] std::int64_t send_count() const { return send_count_; }
   // Is called with each message before it arrives.
   void SetOnMessage(std::function<void(const Message&)> hook) { on_message_ = std::move(hook); }
@@ -97,8 +99,13 @@ class SimWindowOps : public WindowOps {
  private:
   // `window` is set when the reply is kAnswered. Waits for a hang to end within the limit.
   Reply Ask(const Message& message, const standin::Window*& window);
-  bool WaitForAnswer(WindowHandle window);
-  bool Answers(WindowHandle window) { return Look(window) == nullptr || WaitForAnswer(window); }
+  bool WaitForAnswer(const standin::Window& window);
+  [[nodiscard]] std::int64_t HungUntilMs(const standin::Window& window) const;
+  void KeepMessage(const Message& message);
+  bool Answers(WindowHandle window) {
+    const standin::Window* found = Look(window);
+    return found == nullptr || WaitForAnswer(*found);
+  }
   void CarryOut(const Message& message);
   void CarryOutLate();
   const standin::Window* Look(WindowHandle window);
@@ -106,8 +113,9 @@ class SimWindowOps : public WindowOps {
   const standin::Window* Know(WindowHandle window) {
     return missing_ && missing_() ? nullptr : Look(window);
   }
-  [[nodiscard]] const standin::Window& TopOf(const standin::Window& window) const;
-  [[nodiscard]] bool BelongsToSdr(const standin::Window& window) const;
+  [[nodiscard]] bool BelongsToSdr(const standin::Window& window) const {
+    return window.top == model_.ids().main || window.top == model_.ids().info_window;
+  }
 
   static constexpr std::size_t kMaxForegrounds = 1000;
   static void Keep(std::vector<WindowHandle>& windows, WindowHandle window);
@@ -123,6 +131,7 @@ class SimWindowOps : public WindowOps {
   std::vector<Message> late_;
   std::uint32_t show_state_ = kNoShowState;
   std::vector<Message> messages_;
+  bool keeps_messages_ = true;
   std::function<void(const Message&)> on_message_;
   std::function<bool()> missing_;
   std::int64_t send_count_ = 0;
