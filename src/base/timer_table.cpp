@@ -2,6 +2,7 @@
 #include "base/timer_table.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace corvane {
@@ -12,53 +13,58 @@ constexpr int kShortestIntervalMs = 10;
 
 TimerTable::Id TimerTable::Add(int interval_ms, std::function<void()> handler) {
   Entry entry;
+  entry.id = ++last_id_;
   entry.interval_ms = std::max(interval_ms, kShortestIntervalMs);
   entry.handler = std::make_shared<const std::function<void()>>(std::move(handler));
-  entries_.emplace(++last_id_, std::move(entry));
+  entries_.push_back(std::move(entry));
   return last_id_;
 }
 
 void TimerTable::Remove(Id id) {
-  entries_.erase(id);
+  std::erase_if(entries_, [id](const Entry& entry) { return entry.id == id; });
+}
+
+std::size_t TimerTable::IndexOf(Id id) const {
+  const auto found = std::ranges::lower_bound(entries_, id, {}, &Entry::id);
+  if (found == entries_.end() || found->id != id) throw std::out_of_range("no such timer");
+  return static_cast<std::size_t>(found - entries_.begin());
 }
 
 void TimerTable::SetEnabled(Id id, bool enabled, std::int64_t now_ms) {
-  Entry& entry = entries_.at(id);
+  Entry& entry = entries_[IndexOf(id)];
   if (entry.enabled == enabled) return;
   entry.enabled = enabled;
   entry.due_ms = now_ms + entry.interval_ms;
 }
 
 bool TimerTable::enabled(Id id) const {
-  return entries_.at(id).enabled;
+  return entries_[IndexOf(id)].enabled;
 }
 
 int TimerTable::interval_ms(Id id) const {
-  return entries_.at(id).interval_ms;
+  return entries_[IndexOf(id)].interval_ms;
 }
 
 std::optional<std::int64_t> TimerTable::NextDueMs() const {
   std::optional<std::int64_t> next;
-  for (const auto& [id, entry] : entries_) {
+  for (const Entry& entry : entries_) {
     if (entry.enabled && (!next || entry.due_ms < *next)) next = entry.due_ms;
   }
   return next;
 }
 
 TimerTable::Handler TimerTable::TakeDue(std::int64_t now_ms, Pass& pass) {
-  auto first = entries_.end();
-  for (auto at = entries_.begin(); at != entries_.end(); ++at) {
-    const Entry& entry = at->second;
+  Entry* first = nullptr;
+  for (Entry& entry : entries_) {
     if (!entry.enabled || entry.due_ms > now_ms) continue;
-    if (std::ranges::find(pass.ticked, at->first) != pass.ticked.end()) continue;
-    if (first == entries_.end() || entry.due_ms < first->second.due_ms) first = at;
+    if (std::ranges::find(pass.ticked, entry.id) != pass.ticked.end()) continue;
+    if (first == nullptr || entry.due_ms < first->due_ms) first = &entry;
   }
-  if (first == entries_.end()) return nullptr;
-  Entry& entry = first->second;
-  const std::int64_t missed = (now_ms - entry.due_ms) / entry.interval_ms;
-  entry.due_ms += (missed + 1) * entry.interval_ms;
-  pass.ticked.push_back(first->first);
-  return entry.handler;
+  if (first == nullptr) return nullptr;
+  const std::int64_t missed = (now_ms - first->due_ms) / first->interval_ms;
+  first->due_ms += (missed + 1) * first->interval_ms;
+  pass.ticked.push_back(first->id);
+  return first->handler;
 }
 
 void EventQueue::Add(EventSource source, std::function<void()> event) {

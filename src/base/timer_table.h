@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -47,12 +46,16 @@ class TimerTable {
 
  private:
   struct Entry {
+    Id id = 0;
     int interval_ms = 0;
     bool enabled = false;
     std::int64_t due_ms = 0;
     Handler handler;
   };
-  std::map<Id, Entry> entries_;
+  // The place of a timer that is there; throws std::out_of_range for another.
+  [[nodiscard]] std::size_t IndexOf(Id id) const;
+
+  std::vector<Entry> entries_;  // by id
   Id last_id_ = 0;
 };
 

@@ -21,12 +21,16 @@ std::string DayFolders::FolderOf(const DateTime& day) const {
 }
 
 void DayFolders::CreateDayFolders(const DateTime& now) {
-  day_folder_ = FolderOf(now);
-  const std::string recordings = day_folder_ + kRecordings;
+  const std::array day = {now.year, now.month, now.day};
+  if (day_folder_.empty() || day != day_) {
+    day_ = day;
+    day_folder_ = FolderOf(now);
+    recordings_ = day_folder_ + kRecordings;
+  }
   // The innermost of the three is there only with the others. A folder inside one that is missing
   // cannot be made: the first failure is the one to report.
-  const bool there = files_.IsDirectory(recordings) ||
-                     (Ensure(program_folder_ + kBase) && Ensure(day_folder_) && Make(recordings));
+  const bool there = files_.IsDirectory(recordings_) ||
+                     (Ensure(program_folder_ + kBase) && Ensure(day_folder_) && Make(recordings_));
   if (there) reported_.clear();
 }
 

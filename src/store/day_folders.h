@@ -1,6 +1,7 @@
 // The folder of the day, in which everything that happens on that day is filed.
 #pragma once
 
+#include <array>
 #include <set>
 #include <string>
 
@@ -35,7 +36,9 @@ class DayFolders {
   Files& files_;
   Form1& form_;
   std::string program_folder_;
+  std::array<int, 3> day_{};  // that the next two are of: its year, month and day
   std::string day_folder_;
+  std::string recordings_;
   std::set<std::string> reported_;
 };
 

@@ -65,8 +65,10 @@ bool MemoryDisk::Exists(std::string_view path) const {
 }
 
 bool MemoryDisk::IsDirectory(std::string_view path) const {
+  if (asked_ && asked_->path == path) return asked_->is_directory;
   const Place place = Resolve(path);
-  return place.allowed && HasDirectory(place.key);
+  asked_ = Asked{std::string(path), place.allowed && HasDirectory(place.key)};
+  return asked_->is_directory;
 }
 
 bool MemoryDisk::HasParent(std::string_view path) const {
@@ -85,6 +87,7 @@ std::string* MemoryDisk::Content(std::string_view path) {
 
 void MemoryDisk::MakeDirectory(std::string_view path) {
   Place place = Resolve(path);
+  asked_.reset();
   entries_.try_emplace(std::move(place.key), Entry{std::move(place.name), std::nullopt});
 }
 
@@ -101,6 +104,7 @@ std::string& MemoryDisk::Create(std::string_view path) {
   if (!place.allowed || !HasDirectory(KeyAbove(place.key))) {
     throw std::runtime_error("no folder for " + std::string(path));
   }
+  asked_.reset();
   Entry& entry =
       entries_.try_emplace(std::move(place.key), Entry{std::move(place.name), ""}).first->second;
   entry.content.emplace();
@@ -110,6 +114,7 @@ std::string& MemoryDisk::Create(std::string_view path) {
 bool MemoryDisk::Remove(std::string_view path) {
   const Place place = Resolve(path);
   if (!place.allowed || !entries_.contains(place.key)) return false;
+  asked_.reset();
   for (auto entry = entries_.lower_bound(place.key);
        entry != entries_.end() && entry->first.starts_with(place.key);) {
     entry = entries_.erase(entry);
@@ -121,6 +126,7 @@ void MemoryDisk::Move(std::string_view from, std::string_view to) {
   const Place source = Resolve(from);
   const Place target = Resolve(to);
   if (source.key == target.key) return;
+  asked_.reset();
   const auto replaced = entries_.find(target.key);
   const std::string name = replaced == entries_.end() ? target.name : replaced->second.name;
   Remove(to);

@@ -51,6 +51,13 @@ class MemoryDisk {
   [[nodiscard]] bool HasDirectory(const std::string& key) const;
 
   std::map<std::string, Entry> entries_;
+  // The latest question whether a folder is there, until something is made or goes: a program asks
+  // for the folder of the day several times a second.
+  struct Asked {
+    std::string path;
+    bool is_directory = false;
+  };
+  mutable std::optional<Asked> asked_;
 };
 
 }  // namespace corvane::sim

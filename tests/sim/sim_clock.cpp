@@ -35,10 +35,19 @@ DateTime FromSeconds(std::int64_t seconds) {
 }  // namespace
 
 SimClock::SimClock(const Loop& loop)
-    : loop_(loop), base_tick_ms_(loop.TickMs()), base_seconds_(Seconds(kStart)) {}
+    : loop_(loop),
+      base_tick_ms_(loop.TickMs()),
+      base_seconds_(Seconds(kStart)),
+      told_seconds_(base_seconds_),
+      told_(kStart) {}
 
 DateTime SimClock::Now() const {
-  return FromSeconds(base_seconds_ + (loop_.TickMs() - base_tick_ms_) / 1000);
+  const std::int64_t seconds = base_seconds_ + (loop_.TickMs() - base_tick_ms_) / 1000;
+  if (seconds != told_seconds_) {
+    told_ = FromSeconds(seconds);
+    told_seconds_ = seconds;
+  }
+  return told_;
 }
 
 std::string SimClock::GeneralDate(const DateTime& time) const {

@@ -34,6 +34,9 @@ class SimClock : public WallClock {
   const Loop& loop_;
   std::int64_t base_tick_ms_;
   std::int64_t base_seconds_;
+  // The latest second that was asked for: as a rule the next one asks for the same.
+  mutable std::int64_t told_seconds_;
+  mutable DateTime told_;
   std::function<std::string(const DateTime&)> write_ = FixedGeneralDate;
   std::function<std::optional<DateTime>(std::string_view)> read_ = ParseFixedGeneralDate;
 };

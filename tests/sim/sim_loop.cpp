@@ -48,13 +48,14 @@ SimLoop::SimLoop(std::int64_t start_ms) : now_ms_(start_ms) {}
 
 SimLoop::~SimLoop() = default;
 
-std::int64_t SimLoop::TickMs() const {
-  return coarse_ ? BeginOfStep(StepOf(now_ms_)) : now_ms_;
+std::int64_t SimLoop::CoarseMs() const {
+  return BeginOfStep(StepOf(now_ms_));
 }
 
 std::int64_t SimLoop::EndOfStep(std::int64_t ms) const {
+  if (!coarse_) return ms;
   const std::int64_t begin = BeginOfStep(StepOf(ms));
-  return !coarse_ || begin == ms ? ms : BeginOfStep(StepOf(ms) + 1);
+  return begin == ms ? ms : BeginOfStep(StepOf(ms) + 1);
 }
 
 std::unique_ptr<Timer> SimLoop::MakeTimer(int interval_ms, std::function<void()> handler) {
@@ -108,8 +109,9 @@ void SimLoop::AdvanceMs(std::int64_t ms) {
 
 bool SimLoop::RunUntil(const std::function<bool()>& done, std::int64_t limit_ms) {
   const std::int64_t end = now_ms_ + std::max<std::int64_t>(limit_ms, 0);
+  TimerTable::Pass pass;
   for (;;) {
-    TimerTable::Pass pass;
+    pass.ticked.clear();  // a new one, in the memory of the one before
     const std::int64_t began = now_ms_;
     const std::int64_t spins_before = spins_broken_;
     if (done()) return true;
@@ -187,9 +189,8 @@ void SimLoop::RunEvent(const std::function<void()>& event) {
 }
 
 bool SimLoop::DispatchPosted() {
-  const std::function<void()> event = queue_.Take();
-  if (!event) return false;
-  RunEvent(event);
+  if (queue_.empty()) return false;
+  RunEvent(queue_.Take());
   return true;
 }
 

@@ -14,7 +14,7 @@
 
 namespace corvane::sim {
 
-class SimLoop : public Loop {
+class SimLoop final : public Loop {
  public:
   // So many dispatches or empty DoEvents at one moment count as a loop that waits for the clock:
   // it then moves by 1 ms.
@@ -23,7 +23,7 @@ class SimLoop : public Loop {
   explicit SimLoop(std::int64_t start_ms = 1'000'000);
   ~SimLoop() override;
 
-  [[nodiscard]] std::int64_t TickMs() const override;
+  [[nodiscard]] std::int64_t TickMs() const override { return coarse_ ? CoarseMs() : now_ms_; }
   [[nodiscard]] std::unique_ptr<Timer> MakeTimer(int interval_ms,
                                                  std::function<void()> handler) override;
   void Post(EventSource source, std::function<void()> event) override;
@@ -76,6 +76,7 @@ class SimLoop : public Loop {
     std::function<void()> event;
   };
 
+  [[nodiscard]] std::int64_t CoarseMs() const;
   // The first moment from `ms` on at which a sleep or a timer can end.
   [[nodiscard]] std::int64_t EndOfStep(std::int64_t ms) const;
   void MoveTo(std::int64_t ms);

@@ -68,8 +68,7 @@ WindowHandle SimWindowOps::Parent(WindowHandle window) {
 ProgramId SimWindowOps::Program(WindowHandle window) {
   const standin::Window* found = Know(window);
   if (found == nullptr) return 0;
-  return static_cast<ProgramId>(
-      HandleOf(BelongsToSdr(*found) ? model_.ids().main : found->top));
+  return static_cast<ProgramId>(HandleOf(BelongsToSdr(*found) ? model_.ids().main : found->top));
 }
 
 std::string SimWindowOps::Title(WindowHandle window) {

@@ -1,6 +1,9 @@
 // The editor's user, and the account.
 #include "simulation/random_editor.h"
 
+#include <cstring>
+#include <type_traits>
+
 #include "base/number_text.h"
 #include "store/list_text.h"
 #include "ui/editor_lines.h"
@@ -25,6 +28,14 @@ std::int32_t ListedGroup(const Dialog& dialog) {
   const std::size_t open = caption.find('(');
   return ParseDecimal<std::int32_t>(caption.substr(open + 1, caption.size() - open - 2))
       .value_or(0);
+}
+
+template <typename Table, typename Record>
+bool SameBytes(const Table& table, const std::vector<Record>& records) {
+  static_assert(std::is_trivially_copyable_v<Record>);
+  return table.size() == records.size() &&
+         (records.empty() ||
+          std::memcmp(&*table.begin(), records.data(), records.size() * sizeof(Record)) == 0);
 }
 
 }  // namespace
@@ -108,7 +119,7 @@ void RandomEditor::Update(Dialog& dialog) {
       const FixedLabel label{CleanLabel(dialog.txtGssiLabel.text.get())};
       group->second.label = label.padded();
       group->second.priority = static_cast<std::int16_t>(CodeOf(dialog.cboGSSIPriority));
-      ++edits_;
+      NoteEdit();
     }
   }
   user.Click(dialog.cmdUpdateGSSI);
@@ -124,7 +135,7 @@ void RandomEditor::NameSubscriber(Dialog& dialog) {
     if (subscriber != subscribers_.end()) {
       const FixedLabel label{CleanLabel(dialog.txtSSI_labelEdit.text.get())};
       subscriber->second = label.padded();
-      ++edits_;
+      NoteEdit();
     }
   }
   static_cast<void>(user.KeyPress(dialog.txtSSI_labelEdit, kEnterCode));
@@ -137,22 +148,42 @@ void RandomEditor::ToggleLockout(Dialog& dialog) {
     const auto group = groups_.find({CodeOf(dialog.cboCountry), CodeOf(dialog.cboNetworks), *gssi});
     if (group != groups_.end()) {
       group->second.follow = !group->second.follow;
-      ++edits_;
+      NoteEdit();
     }
   }
   world_.editor->MouseUp(dialog.lstGSSI_Lockouts, kRightButton, line);
 }
 
+void RandomEditor::NoteEdit() {
+  ++edits_;
+  found_ = {};
+}
+
 std::string RandomEditor::Check() {
   const App::View view = world_.view();
-  for (const GssiRecord& record : view.groups) {
+  std::string wrong;
+  if (!SameBytes(view.groups, found_.groups)) wrong = CheckGroups(view.groups);
+  if (wrong.empty() && !SameBytes(view.subscribers, found_.subscribers)) {
+    wrong = CheckSubscribers(view.subscribers);
+  }
+  if (wrong.empty() && view.dialog != nullptr) wrong = CheckLockouts(*view.dialog);
+  return wrong;
+}
+
+std::string RandomEditor::CheckGroups(const GssiTable& groups) {
+  for (const GssiRecord& record : groups) {
     const Group now{std::string(record.Label.padded()), record.Priority, record.Follow};
     const auto [known, is_new] = groups_.try_emplace({record.Mcc, record.Mnc, record.Gssi}, now);
     if (!is_new && now != known->second) {
       return "group " + std::to_string(record.Gssi) + " is another than it was edited to";
     }
   }
-  for (const SsiRecord& record : view.subscribers) {
+  found_.groups.assign(groups.begin(), groups.end());
+  return {};
+}
+
+std::string RandomEditor::CheckSubscribers(const SsiTable& subscribers) {
+  for (const SsiRecord& record : subscribers) {
     const std::string now(record.Label.padded());
     const auto [known, is_new] =
         subscribers_.try_emplace({record.Mcc, record.Mnc, record.LastGssi, record.Ssi}, now);
@@ -160,16 +191,33 @@ std::string RandomEditor::Check() {
       return "subscriber " + std::to_string(record.Ssi) + " is another than it was edited to";
     }
   }
-  if (view.dialog == nullptr) return {};
-  const CheckList& list = view.dialog->lstGSSI_Lockouts;
+  found_.subscribers.assign(subscribers.begin(), subscribers.end());
+  return {};
+}
+
+std::string RandomEditor::CheckLockouts(const Dialog& dialog) {
+  const CheckList& list = dialog.lstGSSI_Lockouts;
+  const int country = CodeOf(dialog.cboCountry);
+  const int network = CodeOf(dialog.cboNetworks);
+  const bool same_lines =
+      country == found_.country && network == found_.network && list.items() == found_.lines;
+  std::vector<bool>& ticks = found_.ticks;
+  bool same = same_lines && ticks.size() == found_.lines.size();
+  for (int line = 0; same && line < list.count(); ++line) {
+    same = list.ticked(line) == ticks[static_cast<std::size_t>(line)];
+  }
+  if (same) return {};
+  ticks.clear();
   for (int line = 0; line < list.count(); ++line) {
-    const auto group =
-        groups_.find({CodeOf(view.dialog->cboCountry), CodeOf(view.dialog->cboNetworks),
-                      NumberAt(list, line).value_or(-1)});
+    const auto group = groups_.find({country, network, NumberAt(list, line).value_or(-1)});
     if (group == groups_.end() || list.ticked(line) != group->second.follow) {
       return "the editor shows another lockout: " + list.Item(line);
     }
+    ticks.push_back(list.ticked(line));
   }
+  found_.country = country;
+  found_.network = network;
+  found_.lines = list.items();
   return {};
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "scenarios/world.h"
 
@@ -36,6 +37,21 @@ class RandomEditor {
   using GroupKey = std::tuple<int, int, std::int32_t>;
   using SubscriberKey = std::tuple<int, int, std::int32_t, std::int32_t>;
 
+  // What was compared with the account and found right. It still is for as long as neither has
+  // changed, in which case bytes alone are compared.
+  struct Found {
+    std::vector<GssiRecord> groups;
+    std::vector<SsiRecord> subscribers;
+    int country = 0;
+    int network = 0;
+    std::vector<std::string> lines;  // of the editor's list of groups
+    std::vector<bool> ticks;
+  };
+
+  [[nodiscard]] std::string CheckGroups(const GssiTable& groups);
+  [[nodiscard]] std::string CheckSubscribers(const SsiTable& subscribers);
+  [[nodiscard]] std::string CheckLockouts(const Dialog& dialog);
+  void NoteEdit();
   void Open();
   void UseOpen(Dialog& dialog);
   void Update(Dialog& dialog);
@@ -48,6 +64,7 @@ class RandomEditor {
   std::function<int(int, int)> pick_;
   std::map<GroupKey, Group> groups_;
   std::map<SubscriberKey, std::string> subscribers_;
+  Found found_;
   int edits_ = 0;
 };
 

@@ -60,20 +60,18 @@ void Watch::Violated(const std::string& what) {
 }
 
 bool Watch::IsLocked(std::int32_t group) const {
-  const App::View view = world_.app->view();
-  return std::any_of(view.groups.begin(), view.groups.end(), [&](const GssiRecord& record) {
-    return record.Gssi == group && record.Mcc == view.network.mcc() &&
-           record.Mnc == view.network.mnc() && !record.Follow;
+  return std::any_of(view_.groups.begin(), view_.groups.end(), [&](const GssiRecord& record) {
+    return record.Gssi == group && record.Mcc == view_.network.mcc() &&
+           record.Mnc == view_.network.mnc() && !record.Follow;
   });
 }
 
 bool Watch::MustBeFollowed(const OnAir& call) const {
-  const App::View view = world_.app->view();
   const Form1& form = world_.app->form();
   standin::Model& model = world_.desktop->model();
-  return Undisturbed() && call.for_us && !view.call.FollowingCall() && view.flags.mblnSetupDone &&
-         view.scanner.ScanPrimed && !form.chkCreateCallActivityCvsFile.checked() &&
-         !view.locks.IsDropped(call.group) && !view.locks.IsHeldElsewhere(call.group) &&
+  return Undisturbed() && call.for_us && !view_.call.FollowingCall() && view_.flags.mblnSetupDone &&
+         view_.scanner.ScanPrimed && !form.chkCreateCallActivityCvsFile.checked() &&
+         !view_.locks.IsDropped(call.group) && !view_.locks.IsHeldElsewhere(call.group) &&
          !IsLocked(call.group) && model.running() && model.hung_until_ms() <= model.now_ms() &&
          world_.loop.depth() == 0 && world_.Parked() &&
          model.receiver().LockedCarrier() == model.air().control_carrier &&
@@ -115,10 +113,9 @@ void Watch::Look() {
 }
 
 void Watch::LookAtTheCall() {
-  const App::View view = world_.app->view();
   const std::int64_t now = world_.loop.TickMs();
   const std::optional<int> following =
-      view.call.FollowingCall() ? std::optional<int>(view.call.FollowedCallId()) : std::nullopt;
+      view_.call.FollowingCall() ? std::optional<int>(view_.call.FollowedCallId()) : std::nullopt;
   if (following != following_) {
     following_ = following;
     since_ms_ = now;
@@ -130,8 +127,9 @@ void Watch::LookAtTheCall() {
   }
   if (following) {
     const auto call = on_air_.find(*following);
-    if (call == on_air_.end() || call->second.group != view.call.followed_group() ||
-        call->second.carrier != view.call.carrier() || call->second.slot != view.call.timeslot()) {
+    if (call == on_air_.end() || call->second.group != view_.call.followed_group() ||
+        call->second.carrier != view_.call.carrier() ||
+        call->second.slot != view_.call.timeslot()) {
       Violated("what is followed was never set up so: call " + std::to_string(*following));
     } else if (!call->second.for_us) {
       // A queued call is followed, too, as the network may still grant it.
@@ -156,20 +154,18 @@ std::int64_t Watch::VoiceEnds(const OnAir& call) const {
 }
 
 void Watch::LookAtTheGroup() {
-  const App::View view = world_.app->view();
-  const std::int32_t group = view.call.followed_group().value_or(-1);
+  const std::int32_t group = view_.call.followed_group().value_or(-1);
   if (IsLocked(group)) Violated("a locked-out group is followed: " + std::to_string(group));
-  if (view.locks.IsDropped(group)) Violated("a dropped group is followed");
-  if (view.locks.IsHeldElsewhere(group)) Violated("another group than the held one is followed");
+  if (view_.locks.IsDropped(group)) Violated("a dropped group is followed");
+  if (view_.locks.IsHeldElsewhere(group)) Violated("another group than the held one is followed");
 }
 
 void Watch::LookAtTheTuning() {
-  const App::View view = world_.app->view();
   const std::int64_t now = world_.loop.TickMs();
   if (!Undisturbed() || world_.loop.depth() > 0) return;
   const std::int64_t since = std::max(since_ms_, calm_from_ms_);
   if (following_) {
-    const std::int64_t wanted = CarrierFrequency(view.presets, view.call.carrier().value_or(0));
+    const std::int64_t wanted = CarrierFrequency(view_.presets, view_.call.carrier().value_or(0));
     if (now > since + kTunedWithinMs &&
         world_.desktop->model().receiver().state().frequency_hz != wanted) {
       Violated("not tuned to the followed call " + std::to_string(*following_));
@@ -181,13 +177,12 @@ void Watch::LookAtTheTuning() {
 
 void Watch::LookAtTheWindow() {
   const Form1& form = world_.app->form();
-  const App::View view = world_.app->view();
-  if (view.call.FollowingCall() &&
+  if (view_.call.FollowingCall() &&
       (form.lblCallID.caption.get().empty() || form.lblGroupNumber.caption.get().empty() ||
        form.ShapeBusy_state.fill_colour.get() != kGreen)) {
     Violated("a followed call does not show");
   }
-  if (form.ShapeBusy_state.border_width.get() != (view.call.RecordingActive() ? 3 : 1)) {
+  if (form.ShapeBusy_state.border_width.get() != (view_.call.RecordingActive() ? 3 : 1)) {
     Violated("the recording ring is wrong");
   }
   if (form.lstCallLog.count() > 1030) Violated("the call log grows without end");
@@ -195,10 +190,10 @@ void Watch::LookAtTheWindow() {
   if (world_.loop.spins_broken() != 0) Violated("something waits without letting time pass");
   if (world_.loop.deepest() >= 12) Violated("events inside events without end");
   if (world_.loop.depth() == 0) {
-    if (!view.tmrStartup.enabled()) Violated("the poll timer stands still");
-    if (view.flags.mblnReceiving || view.flags.mblnSending) Violated("the link is left busy");
+    if (!view_.tmrStartup.enabled()) Violated("the poll timer stands still");
+    if (view_.flags.mblnReceiving || view_.flags.mblnSending) Violated("the link is left busy");
   }
-  if (!view.tmrSaveTimed.enabled() || !view.tmrCallWDT.enabled()) {
+  if (!view_.tmrSaveTimed.enabled() || !view_.tmrCallWDT.enabled()) {
     Violated("a timer stands still");
   }
 }

@@ -14,7 +14,7 @@ namespace corvane::sim {
 
 class Watch {
  public:
-  explicit Watch(World& world) : world_(world) {}
+  explicit Watch(World& world) : world_(world), view_(world.view()) {}
 
   // A call goes on the air now. Undisturbed, it must be followed if the rules say so.
   void CallBegins(const std::string& command);
@@ -59,6 +59,7 @@ class Watch {
   void LookAtTheRecording();
 
   World& world_;
+  const App::View view_;  // whatever of it may be replaced, as the editor, is not looked at
   std::map<int, OnAir> on_air_;
   std::map<std::pair<int, int>, std::int64_t> voice_until_ms_;  // by carrier and timeslot
   std::optional<Expected> expecting_;
