@@ -6,7 +6,9 @@
 namespace corvane {
 
 void SdrAnswers::OnReply(WindowHandle window, PatientWindows::Asked asked, Reply reply) {
-  if (sdr_ == 0 || windows_.Program(window) != sdr_) return;
+  // What changes nothing, which is nearly all of them, need not be asked whose it is.
+  const bool as_before = reply == Reply::kAnswered && state_ == State::kAnswers;
+  if (sdr_ == 0 || as_before || windows_.Program(window) != sdr_) return;
   switch (reply) {
     case Reply::kNoAnswer:
       if (state_ == State::kAnswers) Change(State::kSilent);

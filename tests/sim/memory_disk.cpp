@@ -5,8 +5,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "base/text.h"
-
 namespace corvane::sim {
 
 namespace {
@@ -39,11 +37,10 @@ MemoryDisk::Place MemoryDisk::Resolve(std::string_view path) {
     if (part.empty()) continue;
     const bool drive = place.key.empty() && part.size() == 2 && part[1] == ':';
     if (!drive && !NameAllowed(part)) place.allowed = false;
-    place.key += part;
+    for (const char c : part) place.key += c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
     place.key += '\\';
     place.name = part;
   }
-  place.key = Lowered(place.key);
   return place;
 }
 
@@ -53,22 +50,25 @@ bool MemoryDisk::HasDirectory(const std::string& key) const {
   return found != entries_.end() && !found->second.content;
 }
 
-const MemoryDisk::Entry* MemoryDisk::Find(std::string_view path) const {
+const MemoryDisk::Asked& MemoryDisk::Ask(std::string_view path) const {
+  const auto known = std::ranges::find(asked_, path, &Asked::path);
+  if (known != asked_.end() && !path.empty()) return *known;
+  Asked& asked = asked_[next_asked_];
+  next_asked_ = (next_asked_ + 1) % asked_.size();
   const Place place = Resolve(path);
-  if (!place.allowed) return nullptr;
-  const auto found = entries_.find(place.key);
-  return found == entries_.end() ? nullptr : &found->second;
+  const auto found = place.allowed ? entries_.find(place.key) : entries_.end();
+  asked.path = path;
+  asked.entry = found == entries_.end() ? nullptr : &found->second;
+  asked.is_directory = place.allowed && HasDirectory(place.key);
+  return asked;
 }
 
 bool MemoryDisk::Exists(std::string_view path) const {
-  return Find(path) != nullptr;
+  return Ask(path).entry != nullptr;
 }
 
 bool MemoryDisk::IsDirectory(std::string_view path) const {
-  if (asked_ && asked_->path == path) return asked_->is_directory;
-  const Place place = Resolve(path);
-  asked_ = Asked{std::string(path), place.allowed && HasDirectory(place.key)};
-  return asked_->is_directory;
+  return Ask(path).is_directory;
 }
 
 bool MemoryDisk::HasParent(std::string_view path) const {
@@ -77,7 +77,7 @@ bool MemoryDisk::HasParent(std::string_view path) const {
 }
 
 const std::string* MemoryDisk::Content(std::string_view path) const {
-  const Entry* entry = Find(path);
+  const Entry* entry = Ask(path).entry;
   return entry != nullptr && entry->content ? &*entry->content : nullptr;
 }
 
@@ -87,8 +87,8 @@ std::string* MemoryDisk::Content(std::string_view path) {
 
 void MemoryDisk::MakeDirectory(std::string_view path) {
   Place place = Resolve(path);
-  asked_.reset();
-  entries_.try_emplace(std::move(place.key), Entry{std::move(place.name), std::nullopt});
+  Forget();
+  entries_.try_emplace(std::move(place.key), Entry{std::string(place.name), std::nullopt});
 }
 
 void MemoryDisk::MakeDirectories(std::string_view path) {
@@ -104,9 +104,9 @@ std::string& MemoryDisk::Create(std::string_view path) {
   if (!place.allowed || !HasDirectory(KeyAbove(place.key))) {
     throw std::runtime_error("no folder for " + std::string(path));
   }
-  asked_.reset();
+  Forget();
   Entry& entry =
-      entries_.try_emplace(std::move(place.key), Entry{std::move(place.name), ""}).first->second;
+      entries_.try_emplace(std::move(place.key), Entry{std::string(place.name), ""}).first->second;
   entry.content.emplace();
   return *entry.content;
 }
@@ -114,7 +114,7 @@ std::string& MemoryDisk::Create(std::string_view path) {
 bool MemoryDisk::Remove(std::string_view path) {
   const Place place = Resolve(path);
   if (!place.allowed || !entries_.contains(place.key)) return false;
-  asked_.reset();
+  Forget();
   for (auto entry = entries_.lower_bound(place.key);
        entry != entries_.end() && entry->first.starts_with(place.key);) {
     entry = entries_.erase(entry);
@@ -126,9 +126,10 @@ void MemoryDisk::Move(std::string_view from, std::string_view to) {
   const Place source = Resolve(from);
   const Place target = Resolve(to);
   if (source.key == target.key) return;
-  asked_.reset();
+  Forget();
   const auto replaced = entries_.find(target.key);
-  const std::string name = replaced == entries_.end() ? target.name : replaced->second.name;
+  const std::string name =
+      replaced == entries_.end() ? std::string(target.name) : replaced->second.name;
   Remove(to);
   std::vector<std::map<std::string, Entry>::node_type> moved;
   for (auto entry = entries_.lower_bound(source.key);

@@ -4,6 +4,8 @@
 // nowhere. A file that is replaced or written again keeps the name it was made with.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -41,23 +43,28 @@ class MemoryDisk {
     std::optional<std::string> content;  // nullopt: a folder
   };
   struct Place {
-    std::string key;   // in lower case, a "\" after each part
-    std::string name;  // the last part as given
+    std::string key;        // in lower case, a "\" after each part
+    std::string_view name;  // the last part as given
     bool allowed = true;
+  };
+  // What was asked of late, until something is made or goes: a program asks for its folder of the
+  // day, and for files that are not there, several times a second.
+  struct Asked {
+    std::string path;
+    const Entry* entry = nullptr;
+    bool is_directory = false;
   };
 
   [[nodiscard]] static Place Resolve(std::string_view path);
-  [[nodiscard]] const Entry* Find(std::string_view path) const;
+  [[nodiscard]] const Asked& Ask(std::string_view path) const;
+  void Forget() {
+    for (Asked& asked : asked_) asked.path.clear();
+  }
   [[nodiscard]] bool HasDirectory(const std::string& key) const;
 
   std::map<std::string, Entry> entries_;
-  // The latest question whether a folder is there, until something is made or goes: a program asks
-  // for the folder of the day several times a second.
-  struct Asked {
-    std::string path;
-    bool is_directory = false;
-  };
-  mutable std::optional<Asked> asked_;
+  mutable std::array<Asked, 4> asked_;
+  mutable std::size_t next_asked_ = 0;
 };
 
 }  // namespace corvane::sim

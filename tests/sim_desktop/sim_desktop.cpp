@@ -25,7 +25,7 @@ standin::Scenario Parse(std::string_view text) {
 
 }  // namespace
 
-SimWire::SimWire(Loop& loop, standin::Model& model, std::function<void()> catch_up)
+SimWire::SimWire(SimLoop& loop, standin::Model& model, std::function<void()> catch_up)
     : loop_(loop), model_(model), catch_up_(std::move(catch_up)) {
   model_.server().SetWire(this);
 }
@@ -102,7 +102,7 @@ SimSocket* SimWire::Find(standin::ClientId client) const {
   return found->second.socket;
 }
 
-SimDesktop::SimDesktop(Loop& loop, standin::Options options, std::string_view scenario)
+SimDesktop::SimDesktop(SimLoop& loop, standin::Options options, std::string_view scenario)
     : loop_(loop), start_ms_(loop.TickMs()) {
   const auto catch_up = [this] { CatchUp(); };
   model_ = std::make_unique<standin::Model>(std::move(options), Parse(scenario));

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/loop.h"
+#include "sim/sim_loop.h"
 #include "sim_desktop/sim_socket.h"
 #include "sim_desktop/sim_window_ops.h"
 #include "standin/agenda.h"
@@ -21,7 +21,7 @@ namespace corvane::sim {
 // The connections between sockets and server: every byte takes `latency_ms`.
 class SimWire : public standin::NetRemoteServer::Wire {
  public:
-  SimWire(Loop& loop, standin::Model& model, std::function<void()> catch_up);
+  SimWire(SimLoop& loop, standin::Model& model, std::function<void()> catch_up);
   ~SimWire() override;
 
   void SetLatencyMs(int ms) { latency_ms_ = ms; }
@@ -40,7 +40,7 @@ class SimWire : public standin::NetRemoteServer::Wire {
   void Connect(SimSocket& socket, std::uint64_t connection, std::uint16_t port);
   void Disconnect(standin::ClientId client);
   void ToServer(standin::ClientId client, std::string bytes);
-  [[nodiscard]] Loop& loop() { return loop_; }
+  [[nodiscard]] SimLoop& loop() { return loop_; }
   void CatchUp() { catch_up_(); }
 
   // For SimDesktop.
@@ -57,7 +57,7 @@ class SimWire : public standin::NetRemoteServer::Wire {
   [[nodiscard]] bool IsCurrent(const Peer& peer) const;
   [[nodiscard]] SimSocket* Find(standin::ClientId client) const;
 
-  Loop& loop_;
+  SimLoop& loop_;
   standin::Model& model_;
   std::function<void()> catch_up_;
   standin::Agenda agenda_;
@@ -70,7 +70,7 @@ class SimWire : public standin::NetRemoteServer::Wire {
 class SimDesktop {
  public:
   // Throws std::invalid_argument with the line number when the scenario is faulty.
-  explicit SimDesktop(Loop& loop, standin::Options options = {}, std::string_view scenario = {});
+  explicit SimDesktop(SimLoop& loop, standin::Options options = {}, std::string_view scenario = {});
   ~SimDesktop();
   SimDesktop(const SimDesktop&) = delete;
   SimDesktop& operator=(const SimDesktop&) = delete;
@@ -102,7 +102,7 @@ class SimDesktop {
   [[nodiscard]] standin::WindowId own_window() const { return own_window_; }
 
  private:
-  Loop& loop_;
+  SimLoop& loop_;
   std::int64_t start_ms_;
   bool catching_up_ = false;
   std::unique_ptr<standin::Model> model_;

@@ -26,7 +26,7 @@ const std::string& TextOf(const standin::Window& window) {
 
 }  // namespace
 
-SimWindowOps::SimWindowOps(Loop& loop, standin::Model& model, std::function<void()> catch_up)
+SimWindowOps::SimWindowOps(SimLoop& loop, standin::Model& model, std::function<void()> catch_up)
     : loop_(loop), model_(model), catch_up_(std::move(catch_up)) {}
 
 WindowHandle SimWindowOps::HandleOf(standin::WindowId id) {

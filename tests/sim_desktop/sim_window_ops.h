@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "base/loop.h"
 #include "link/window_ops.h"
+#include "sim/sim_loop.h"
 #include "standin/model.h"
 
 namespace corvane::sim {
@@ -18,7 +18,7 @@ namespace corvane::sim {
 class SimWindowOps : public WindowOps {
  public:
   // `catch_up` brings the model to the loop's present time; it is called before every look.
-  SimWindowOps(Loop& loop, standin::Model& model, std::function<void()> catch_up);
+  SimWindowOps(SimLoop& loop, standin::Model& model, std::function<void()> catch_up);
 
   // A message to a window that hangs waits like a bounded send does, on the loop's clock, up to
   // kSendLimitMs; once it has hung for kHungAfterMs it is not asked any more.
@@ -120,7 +120,7 @@ class SimWindowOps : public WindowOps {
   static constexpr std::size_t kMaxForegrounds = 1000;
   static void Keep(std::vector<WindowHandle>& windows, WindowHandle window);
 
-  Loop& loop_;
+  SimLoop& loop_;
   standin::Model& model_;
   std::function<void()> catch_up_;
   standin::WindowId own_ = 0;
