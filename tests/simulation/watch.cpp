@@ -14,6 +14,7 @@ constexpr std::int64_t kFollowWithinMs = 1500;
 constexpr std::int64_t kSetUpTakesMs = 3000;
 constexpr std::int64_t kTunedWithinMs = 2000;
 constexpr std::int64_t kParkedWithinMs = 4000;
+constexpr std::int64_t kReleasedWithinMs = 2000;
 // The longest time-out that a user can set, and what the way back takes.
 constexpr std::int64_t kGivenUpWithinMs = 34'000;
 constexpr std::int64_t kRecordingEndsWithinMs = 3000;
@@ -82,10 +83,13 @@ void Watch::CallBegins(const std::string& command) {
   OnAir call;
   const int id = NumberArgument(command, "id");
   call.group = NumberArgument(command, "group");
+  call.party = NumberArgument(command, "party");
   call.carrier = NumberArgument(command, "carrier");
   call.slot = NumberArgument(command, "slot");
   call.for_us = !Contains(command, "service=") && !Contains(command, " encrypted") &&
                 !Contains(command, "status=") && call.slot >= 1 && call.slot <= 4;
+  call.never = !call.for_us && !Contains(command, "status=Request_queued");
+  call.released = !Contains(command, " missed");
   const std::int64_t now = world_.loop.TickMs();
   call.over_ms = now + std::int64_t{1000} * NumberArgument(command, "for");
   on_air_[id] = call;
@@ -117,6 +121,7 @@ void Watch::LookAtTheCall() {
   const std::optional<int> following =
       view_.call.FollowingCall() ? std::optional<int>(view_.call.FollowedCallId()) : std::nullopt;
   if (following != following_) {
+    if (following_) LookAtTheHeard(*following_);
     following_ = following;
     since_ms_ = now;
     if (following) {
@@ -131,20 +136,38 @@ void Watch::LookAtTheCall() {
         call->second.carrier != view_.call.carrier() ||
         call->second.slot != view_.call.timeslot()) {
       Violated("what is followed was never set up so: call " + std::to_string(*following));
-    } else if (!call->second.for_us) {
-      // A queued call is followed, too, as the network may still grant it.
-      const standin::Call* heard = world_.desktop->model().air().Find(*following);
-      if (heard != nullptr && heard->service != "Point_to_multipoint") {
-        Violated("an individual call is followed");
-      }
+    } else if (call->second.never) {
+      // A queued call is followed, as the network may still grant it.
+      Violated("a call is followed that is none to follow");
     } else if (Undisturbed() && now > VoiceEnds(call->second) + kGivenUpWithinMs) {
       Violated("stuck on call " + std::to_string(*following));
+    } else {
+      LookAtTheRelease(call->second);
     }
   }
   if (expecting_ && following == expecting_->id) expecting_.reset();
   if (expecting_ && following) expecting_.reset();  // one that was set up before it
   if (expecting_ && now > expecting_->by_ms) {
     Violated("call " + std::to_string(expecting_->id) + " was not followed");
+  }
+}
+
+// The network says on the call's carrier that it is over.
+void Watch::LookAtTheRelease(const OnAir& call) {
+  const bool heard =
+      call.released && since_ms_ > calm_from_ms_ && call.over_ms > since_ms_ + kSetUpTakesMs;
+  if (heard && Undisturbed() && world_.loop.TickMs() > call.over_ms + kReleasedWithinMs) {
+    Violated("a released call is still followed: " + std::to_string(*following_));
+  }
+}
+
+// A call has ended whose subscriber is to be in the list now.
+void Watch::LookAtTheHeard(int id) {
+  const auto call = on_air_.find(id);
+  if (!Undisturbed() || since_ms_ <= calm_from_ms_ || call == on_air_.end()) return;
+  if (!view_.subscribers.Find(view_.network.mcc(), view_.network.mnc(), call->second.group,
+                              call->second.party)) {
+    Violated("who was heard is not listed: " + std::to_string(call->second.party));
   }
 }
 
@@ -165,13 +188,22 @@ void Watch::LookAtTheTuning() {
   if (!Undisturbed() || world_.loop.depth() > 0) return;
   const std::int64_t since = std::max(since_ms_, calm_from_ms_);
   if (following_) {
-    const std::int64_t wanted = CarrierFrequency(view_.presets, view_.call.carrier().value_or(0));
-    if (now > since + kTunedWithinMs &&
-        world_.desktop->model().receiver().state().frequency_hz != wanted) {
-      Violated("not tuned to the followed call " + std::to_string(*following_));
-    }
+    if (now > since + kTunedWithinMs) LookAtTheReceiver();
   } else if (now > since + kParkedWithinMs && !world_.Parked()) {
     Violated("not back on the control channel");
+  }
+}
+
+void Watch::LookAtTheReceiver() {
+  const standin::ReceiverState& receiver = world_.desktop->model().receiver().state();
+  const std::string call = " the followed call " + std::to_string(*following_);
+  if (receiver.frequency_hz != CarrierFrequency(view_.presets, view_.call.carrier().value_or(0))) {
+    Violated("not tuned to" + call);
+  }
+  if (receiver.slot != view_.call.timeslot()) Violated("not on the timeslot of" + call);
+  // What the user sets counts from the next call on.
+  if (since_ms_ > disturbed_ms_ && receiver.audio_gain != view_.presets.VcAudioGain) {
+    Violated("not as loud as was set:" + call);
   }
 }
 
@@ -181,6 +213,13 @@ void Watch::LookAtTheWindow() {
       (form.lblCallID.caption.get().empty() || form.lblGroupNumber.caption.get().empty() ||
        form.ShapeBusy_state.fill_colour.get() != kGreen)) {
     Violated("a followed call does not show");
+  }
+  if (Undisturbed() && world_.loop.depth() == 0 && !view_.call.FollowingCall() &&
+      form.ShapeBusy_state.fill_colour.get() == kGreen) {
+    Violated("a call shows that is not followed any more");
+  }
+  if (Undisturbed() && view_.call.FollowingCall() && form.chkCreateCallActivityCvsFile.checked()) {
+    Violated("a call is followed in LOG mode");
   }
   if (form.ShapeBusy_state.border_width.get() != (view_.call.RecordingActive() ? 3 : 1)) {
     Violated("the recording ring is wrong");
@@ -224,8 +263,14 @@ void Watch::LookAtFiles() {
     Violated("the next start shows a box: " + box.text);
   }
   const App::View after = next.view();
-  if (GroupsIn(before) != GroupsIn(after)) Violated("the groups are not as they were");
-  if (SubscribersIn(before) != SubscribersIn(after)) {
+  const std::vector<std::string> groups = GroupsIn(before);
+  const std::vector<std::string> subscribers = SubscribersIn(before);
+  if (std::ranges::adjacent_find(groups) != groups.end()) Violated("a group is listed twice");
+  if (std::ranges::adjacent_find(subscribers) != subscribers.end()) {
+    Violated("a subscriber is listed twice");
+  }
+  if (groups != GroupsIn(after)) Violated("the groups are not as they were");
+  if (subscribers != SubscribersIn(after)) {
     Violated("the subscribers are not as they were");
   }
 }

@@ -36,9 +36,12 @@ class Watch {
  private:
   struct OnAir {
     std::int32_t group = 0;
+    std::int32_t party = 0;
     int carrier = 0;
     int slot = 0;
-    bool for_us = false;  // a group's call, granted, not encrypted
+    bool for_us = false;   // a group's call, granted, not encrypted
+    bool never = false;    // neither now nor when the network decides otherwise
+    bool released = true;  // the network says when it is over
     std::int64_t over_ms = 0;
   };
   struct Expected {
@@ -55,6 +58,9 @@ class Watch {
   void LookAtTheCall();
   void LookAtTheGroup();
   void LookAtTheTuning();
+  void LookAtTheReceiver();
+  void LookAtTheRelease(const OnAir& call);
+  void LookAtTheHeard(int id);
   void LookAtTheWindow();
   void LookAtTheRecording();
 
