@@ -99,6 +99,8 @@ bool Player::BringUp() {
 
 Played Player::Go() {
   if (!BringUp()) watch_.Violated("the link did not come up");
+  const standin::ReceiverState& receiver = world_.desktop->model().receiver().state();
+  if (!receiver.demodulator_on || receiver.auto_on) watch_.Violated("SDR# is not set up");
   world_.loop.SetAfterEvent([this] { AfterEvent(); });
   const std::int64_t begin = world_.loop.TickMs();
   const std::int64_t end = begin + std::int64_t{plan_.minutes} * 60'000;

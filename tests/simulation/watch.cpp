@@ -67,12 +67,18 @@ bool Watch::IsLocked(std::int32_t group) const {
   });
 }
 
+// By what is kept, not by what the program makes of it.
+bool Watch::IsDropped(std::int32_t group) const {
+  return std::ranges::find(view_.locks.TempGroupLockouts, group, &GroupLocks::Lockout::gssi) !=
+         view_.locks.TempGroupLockouts.end();
+}
+
 bool Watch::MustBeFollowed(const OnAir& call) const {
   const Form1& form = world_.app->form();
   standin::Model& model = world_.desktop->model();
   return Undisturbed() && call.for_us && !view_.call.FollowingCall() && view_.flags.mblnSetupDone &&
          view_.scanner.ScanPrimed && !form.chkCreateCallActivityCvsFile.checked() &&
-         !view_.locks.IsDropped(call.group) && !view_.locks.IsHeldElsewhere(call.group) &&
+         !IsDropped(call.group) && view_.locks.held().value_or(call.group) == call.group &&
          !IsLocked(call.group) && model.running() && model.hung_until_ms() <= model.now_ms() &&
          world_.loop.depth() == 0 && world_.Parked() &&
          model.receiver().LockedCarrier() == model.air().control_carrier &&
@@ -179,8 +185,10 @@ std::int64_t Watch::VoiceEnds(const OnAir& call) const {
 void Watch::LookAtTheGroup() {
   const std::int32_t group = view_.call.followed_group().value_or(-1);
   if (IsLocked(group)) Violated("a locked-out group is followed: " + std::to_string(group));
-  if (view_.locks.IsDropped(group)) Violated("a dropped group is followed");
-  if (view_.locks.IsHeldElsewhere(group)) Violated("another group than the held one is followed");
+  if (IsDropped(group)) Violated("a dropped group is followed");
+  if (view_.locks.held().value_or(group) != group) {
+    Violated("another group than the held one is followed");
+  }
 }
 
 void Watch::LookAtTheTuning() {
@@ -237,7 +245,30 @@ void Watch::LookAtTheWindow() {
   }
 }
 
+int Watch::CountRecordings() const {
+  const std::vector<std::string> names = world_.files.List(World::kProgramFolder);
+  return static_cast<int>(std::ranges::count_if(names, [](const std::string& name) {
+    return name.ends_with(".wav") && !name.ends_with("newTmp.wav");
+  }));
+}
+
+void Watch::LookAtWhatWasRecorded() {
+  if (view_.call.RecordingActive() == recording_) return;
+  recording_ = !recording_;
+  if (recording_) {
+    recording_since_ms_ = world_.loop.TickMs();
+    recordings_before_ = CountRecordings();
+    order_faults_before_ = world_.mci.order_faults();
+  } else if (Undisturbed() && recording_since_ms_ > calm_from_ms_) {
+    if (CountRecordings() == recordings_before_) Violated("a call was recorded into no file");
+    if (world_.mci.order_faults() != order_faults_before_) {
+      Violated("the sound device was told things in a wrong order");
+    }
+  }
+}
+
 void Watch::LookAtTheRecording() {
+  LookAtWhatWasRecorded();
   const bool alone = world_.mci.recording() && !following_;
   const std::int64_t now = world_.loop.TickMs();
   if (!alone) {

@@ -63,6 +63,9 @@ class Watch {
   void LookAtTheHeard(int id);
   void LookAtTheWindow();
   void LookAtTheRecording();
+  void LookAtWhatWasRecorded();
+  [[nodiscard]] bool IsDropped(std::int32_t group) const;
+  [[nodiscard]] int CountRecordings() const;
 
   World& world_;
   const App::View view_;  // whatever of it may be replaced, as the editor, is not looked at
@@ -76,6 +79,11 @@ class Watch {
   std::optional<int> following_;
   std::int64_t since_ms_ = 0;  // that is so
   std::int64_t recording_alone_since_ms_ = -1;
+  // The recording that goes on: since when, and what there was before it.
+  bool recording_ = false;
+  std::int64_t recording_since_ms_ = 0;
+  int recordings_before_ = 0;
+  int order_faults_before_ = 0;
   int followed_ = 0;
   int expected_ = 0;
   std::string violation_;
