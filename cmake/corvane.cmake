@@ -30,6 +30,15 @@ if(CORVANE_SANITIZE)
     -fno-omit-frame-pointer)
   target_link_options(corvane_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(CORVANE_COVERAGE)
+  # Only src/ is counted. Where ccache has a base_dir, it names the sources from the build folder of
+  # a preset.
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/counted.txt
+    CONTENT "src:${PROJECT_SOURCE_DIR}/src/*\nsrc:../../src/*\n")
+  target_compile_options(corvane_options INTERFACE -fprofile-instr-generate -fcoverage-mapping
+    -fprofile-list=${CMAKE_BINARY_DIR}/counted.txt)
+  target_link_options(corvane_options INTERFACE -fprofile-instr-generate)
+endif()
 if(WIN32)
   target_compile_definitions(corvane_options INTERFACE
     WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00 WINVER=0x0A00)
@@ -56,6 +65,10 @@ function(corvane_library name)
   endforeach()
   add_library(corvane_${name} STATIC ${sources})
   target_link_libraries(corvane_${name} PUBLIC corvane_options)
+  if(CORVANE_COVERAGE)
+    # Counters of functions without linkage are told apart by the name of the compiled file.
+    set_target_properties(corvane_${name} PROPERTIES UNITY_BUILD OFF)
+  endif()
 endfunction()
 
 # What the checks are built with beyond the rest. They run once, so they are not optimised; what

@@ -11,10 +11,11 @@ import sys
 
 sys.dont_write_bytecode = True
 
-from lints import control_ids, form, includes, lists, manual, scripts, words  # noqa: E402
+from lints import (control_ids, form, includes, lists, manual, scripts,  # noqa: E402
+                   unreached, words)
 from lints.tree import Tree  # noqa: E402
 
-LINTS = (includes, words, form, lists, control_ids, scripts, manual)
+LINTS = (includes, words, form, lists, control_ids, scripts, manual, unreached)
 
 
 def findings_of(root):

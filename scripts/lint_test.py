@@ -55,6 +55,7 @@ GOOD = {
 }
 
 THING = "src/base/thing.cpp"
+UNREACHED = "tests/unreached.txt"
 
 
 def code(body, path=THING):
@@ -190,6 +191,15 @@ BROKEN = [
     ("broken script without an ending", {"scripts/run": "#!/bin/sh\ndone\n"},
      "shell", "scripts/run"),
     ("broken python", {"scripts/run.py": "def f(:\n"}, "python", "scripts/run.py"),
+    ("a way that is not there any more",
+     {UNREACHED: "src/core/follow.cpp | gone | true | never\n"}, "unreached", UNREACHED),
+    ("a way without a reason",
+     {UNREACHED: "src/core/follow.cpp | How to | true | \n"}, "unreached", UNREACHED),
+    ("a way twice", {UNREACHED: "src/core/follow.cpp | How to | true | a\n"
+                                "src/core/follow.cpp | How to | true | b\n"},
+     "unreached", UNREACHED),
+    ("a way in a Windows source",
+     {UNREACHED: "src/base/thing_win.cpp | Things | true | never\n"}, "unreached", UNREACHED),
     ("dead link", {"README.md": "See [it](docs/none.md).\n"}, "link", "README.md"),
 ]
 
@@ -206,6 +216,8 @@ FINE = [
     ("system header in a Windows header",
      {"src/base/box_win.h": "// Box.\n#pragma once\n\n#include <winsock2.h>\n"}),
     ("a longest function", code(function(75))),
+    ("a way over two lines",
+     {UNREACHED: "# Why.\n\nsrc/core/follow.cpp | How to follow. #include | false | never\n"}),
     ("a new source that is listed", listed("src/store/more.cpp", "// More.\n")),
 ]
 
