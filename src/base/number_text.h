@@ -19,7 +19,7 @@ template <std::integral Int>
   Int value{};
   const char* end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, value, 10);
-  if (result.ec != std::errc{} || result.ptr != end || text.empty()) return std::nullopt;
+  if (result.ec != std::errc{} || result.ptr != end) return std::nullopt;
   return value;
 }
 

@@ -63,9 +63,7 @@ class EventQueue {
  public:
   void Add(EventSource source, std::function<void()> event);
   [[nodiscard]] bool empty() const { return events_.empty(); }
-  [[nodiscard]] std::size_t size() const { return events_.size(); }
   [[nodiscard]] std::size_t socket_events() const;
-  void Clear() { events_.clear(); }
 
   // The oldest event of all; an empty function when there is none.
   [[nodiscard]] std::function<void()> Take();

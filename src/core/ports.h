@@ -18,7 +18,6 @@ struct NetworkIdentity {
 
   [[nodiscard]] std::int32_t mcc() const { return Number(CurrentMcc); }
   [[nodiscard]] std::int32_t mnc() const { return Number(CurrentMnc); }
-  [[nodiscard]] std::int32_t la() const { return Number(CurrentLa); }
 
  private:
   static std::int32_t Number(const std::string& text) {

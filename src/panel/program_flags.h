@@ -14,7 +14,6 @@ class Flag {
     return *this;
   }
   constexpr operator bool() const { return bits_ != 0; }  // NOLINT: reads as the plain value
-  [[nodiscard]] constexpr std::int16_t bits() const { return bits_; }
 
  private:
   std::int16_t bits_ = 0;

@@ -27,7 +27,6 @@ class LabelLines {
 
   [[nodiscard]] std::size_t size() const { return lines_.size(); }
   [[nodiscard]] const std::string& operator[](std::size_t index) const { return lines_[index]; }
-  [[nodiscard]] std::size_t key_fields() const { return key_fields_; }
 
   void Reset();
   void Append(std::string line);

@@ -93,7 +93,6 @@ class SsiTable {
  public:
   [[nodiscard]] std::size_t size() const { return records_.size(); }
   [[nodiscard]] bool empty() const { return records_.empty(); }
-  [[nodiscard]] std::size_t highest_index() const { return records_.highest_index(); }
   [[nodiscard]] const SsiRecord& operator[](std::size_t index) const { return records_[index]; }
   [[nodiscard]] auto begin() const { return records_.begin(); }
   [[nodiscard]] auto end() const { return records_.end(); }

@@ -174,7 +174,7 @@ void MainForm::ComboSelected(ComboBox& combo, int index) {
   if (!Accepts(combo)) return;
   if (index < 0 || index >= static_cast<int>(combo.entries.get().size())) return;
   combo.list_index.TakeFromUser(index);
-  if (&combo == &form_.cboBaseFrequency) ApplyBaseFrequency();
+  ApplyBaseFrequency();  // there is no other
 }
 
 void MainForm::MouseUp(Control& control, int button, int) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace corvane {
 namespace {
 
@@ -39,6 +41,35 @@ TEST(DateTime, AnythingElseIsRefused) {
   }
   EXPECT_FALSE(ParseIsoDate("2026-11-31 14:23:05"));
   EXPECT_FALSE(ParseIsoDate("15/11/2026 14:23:05"));
+}
+
+TEST(DateTime, OneWrongCharacterAnywhereIsRefused) {
+  const std::string general = "15/11/2026 14:23:05";
+  const std::string iso = "2026-11-15 14:23:05";
+  for (std::size_t at = 0; at < general.size(); ++at) {
+    std::string text = general;
+    text[at] = 'x';
+    EXPECT_FALSE(ParseFixedGeneralDate(text)) << text;
+    text = iso;
+    text[at] = 'x';
+    EXPECT_FALSE(ParseIsoDate(text)) << text;
+  }
+}
+
+TEST(DateTime, EveryPartHasItsLeastAndItsGreatestValue) {
+  const DateTime least = {100, 1, 1, 0, 0, 0};
+  const DateTime greatest = {9999, 12, 31, 23, 59, 59};
+  EXPECT_TRUE(IsValid(least));
+  EXPECT_TRUE(IsValid(greatest));
+  for (int DateTime::*part : {&DateTime::year, &DateTime::month, &DateTime::day, &DateTime::hour,
+                              &DateTime::minute, &DateTime::second}) {
+    DateTime below = least;
+    --(below.*part);
+    EXPECT_FALSE(IsValid(below)) << FixedGeneralDate(below);
+    DateTime above = greatest;
+    ++(above.*part);
+    EXPECT_FALSE(IsValid(above)) << FixedGeneralDate(above);
+  }
 }
 
 TEST(DateTime, LeapDaysFollowTheGregorianCalendar) {

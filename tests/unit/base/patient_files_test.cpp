@@ -140,5 +140,44 @@ TEST_F(PatientFilesTest, AScannerAfterEveryWriteKeepsNoFileFromBeingReplaced) {
   }
 }
 
+TEST_F(PatientFilesTest, AReadOnlyFileIsNotWaitedForAsTheOneThatIsMovedEither) {
+  disk_.Put(kPath, "old");
+  disk_.Put(kOther, "new");
+  disk_.SetReadOnly(kOther, true);
+  HoldForEver(kPath);
+  EXPECT_EQ(Timed([&] { return files_.MoveOver(kOther, kPath); }),
+            std::pair(kPermissionDenied, std::int64_t{0}));
+}
+
+TEST_F(PatientFilesTest, OfFilesThatAreKeptOpenOnlySoManyAreRemembered) {
+  constexpr int kRemembered = 64;
+  const auto name = [](int number) { return kPath + std::to_string(number); };
+  const auto append_to = [&](int number) {
+    return Timed([&] { return files_.Append(name(number), "x"); }).second;
+  };
+  for (int number = 0; number < kRemembered; ++number) {
+    disk_.Put(name(number), "");
+    HoldForEver(name(number));
+    EXPECT_GE(append_to(number), kPatience_ms);
+  }
+  EXPECT_EQ(append_to(0), 0);
+  disk_.Put(name(kRemembered), "");
+  HoldForEver(name(kRemembered));
+  EXPECT_GE(append_to(kRemembered), kPatience_ms);
+  EXPECT_EQ(append_to(kRemembered), 0) << "the one that did not fit any more";
+  EXPECT_GE(append_to(0), kPatience_ms) << "all others were forgotten";
+}
+
+TEST_F(PatientFilesTest, QuestionsArePassedOn) {
+  disk_.Put(kPath, "");
+  EXPECT_FALSE(files_.IsReadOnly(kPath));
+  disk_.SetReadOnly(kPath, true);
+  EXPECT_TRUE(files_.IsReadOnly(kPath));
+  EXPECT_EQ(files_.FromUtf8("Stra\xC3\x9F"
+                            "e"),
+            "Stra\xDF"
+            "e");
+}
+
 }  // namespace
 }  // namespace corvane

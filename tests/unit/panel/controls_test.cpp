@@ -158,6 +158,14 @@ TEST_F(ListTest, RemovingMovesTheSelectionWithItsLine) {
   EXPECT_EQ(list_.count(), 3);
 }
 
+TEST_F(ListTest, RemovingALineBelowTheSelectionLeavesItWhereItIs) {
+  Fill(5);
+  list_.Select(1);
+  list_.Remove(3);
+  EXPECT_EQ(list_.list_index(), 1);
+  EXPECT_EQ(list_.count(), 4);
+}
+
 TEST_F(ListTest, RemovingDoesNotLeaveTheViewBehindTheEnd) {
   Fill(6);
   list_.Select(5);
@@ -196,6 +204,28 @@ TEST_F(ListTest, UsersSelectionAndScrollingAreTakenWithoutEcho) {
   EXPECT_EQ(list_.list_index(), 6);
   EXPECT_EQ(list_.top_index(), 5);
   EXPECT_TRUE(sink_.Take().empty());
+}
+
+TEST(CheckList, ALineThatIsNotThereHasNoTickAndTakesNone) {
+  sim::TraceSink sink;
+  CheckList list(sink, "list", 4);
+  list.Add("a", true);
+  (void)sink.Take();
+  for (const int line : {-1, 1}) {
+    EXPECT_FALSE(list.ticked(line));
+    list.Tick(line, true);
+  }
+  list.Tick(0, true);
+  EXPECT_TRUE(sink.Take().empty()) << "nor is there anything to tell of a tick that stays";
+  list.Tick(0, false);
+  EXPECT_FALSE(list.ticked(0));
+  EXPECT_EQ(sink.Take().size(), 1U);
+}
+
+TEST(ControlKind, OfListsThoseWithTicksAreListsToo) {
+  EXPECT_TRUE(Is(ControlKind::kCheckList, ControlKind::kListBox));
+  EXPECT_FALSE(Is(ControlKind::kListBox, ControlKind::kCheckList));
+  EXPECT_FALSE(Is(ControlKind::kLabel, ControlKind::kListBox));
 }
 
 }  // namespace

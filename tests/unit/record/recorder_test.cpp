@@ -235,9 +235,11 @@ TEST_F(RecorderTest, HalvesOfAByteRateGoToTheEvenNeighbour) {
 
 TEST_F(RecorderTest, AByteRateThatDoesNotFitCountsAsZero) {
   mci.SetStatus("bitspersample", "2147483647");
-  mci.SetStatus("samplespersec", "2147483647");
-  Record();
-  EXPECT_EQ(ByteRateField(kFinal), std::string("\x00\x00\x00\xEE", 4));
+  for (const char* rate : {"2147483647", "-2147483647"}) {
+    mci.SetStatus("samplespersec", rate);
+    Record();
+    EXPECT_EQ(ByteRateField(kFinal), std::string("\x00\x00\x00\xEE", 4)) << rate;
+  }
 }
 
 TEST_F(RecorderTest, ByteRateOfMoreThanSixDigitsIsTakenFromItsFirstDigits) {

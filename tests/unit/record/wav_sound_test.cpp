@@ -69,5 +69,17 @@ TEST_F(WavSoundTest, WhatIsNoRecordingIsNotJudged) {
   EXPECT_EQ(SoundIn(files_, kPath), Sound::kUnknown);
 }
 
+TEST_F(WavSoundTest, SoundBelowTheMiddleOfABitIsHeardInEightBitsToo) {
+  EXPECT_EQ(Judge("\x80\x7E", 8), Sound::kSome);
+}
+
+TEST_F(WavSoundTest, AHeaderWithoutSamplesIsNotJudged) {
+  EXPECT_EQ(Judge(std::string(100, '\0')), Sound::kNone);
+  std::string bytes = files_.Content(kPath).value();
+  bytes.replace(bytes.find("data"), 4, "last");
+  files_.Put(kPath, bytes);
+  EXPECT_EQ(SoundIn(files_, kPath), Sound::kUnknown);
+}
+
 }  // namespace
 }  // namespace corvane

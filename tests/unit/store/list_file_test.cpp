@@ -138,5 +138,36 @@ TEST_F(ListFileTest, AnEmptySettingsFileWithNothingBesideItIsStillReported) {
   EXPECT_EQ(run_.prompts.boxes(), std::vector{CorruptBox()});
 }
 
+TEST_F(ListFileTest, AReplacementThatIsNotWhatTheProgramWritesIsNotTaken) {
+  const std::string counts = "9001;7\r\n";
+  const std::string header = "GSSI;Call Activity\r\n";
+  const std::string zeros = header + "900" + std::string(2, '\0') + "\r\n";
+  for (const std::string& left : {counts, zeros}) {
+    files_.Put(kActivityPath + ".new", left);
+    ASSERT_TRUE(run_.Start());
+    run_.folders.CreateDayFolders(run_.clock.Now());
+    run_.activity.LoadCallActivity();
+    EXPECT_FALSE(Has(files_, kActivityPath));
+    EXPECT_EQ(files_.Content(kActivityPath + ".new"), left);
+  }
+}
+
+TEST_F(ListFileTest, AReplacementThatSomebodyHoldsIsLeftWhereItIs) {
+  const std::string groups = "9001;262;1;Fire;0;True\r\n";
+  files_.Remove(kGroupPath);
+  files_.Put(kGroupPath + ".new", groups);
+  files_.SetWriteLocked(kGroupPath + ".new", true);
+  EXPECT_TRUE(run_.Start());
+  files_.SetWriteLocked(kGroupPath + ".new", false);
+  files_.FailPath(".new", kPathAccess);
+  StoreRun second(files_);
+  EXPECT_TRUE(second.Start());
+  files_.FailPath(".new", kFileOk);
+  EXPECT_FALSE(Has(files_, kGroupPath));
+  StoreRun third(files_);
+  EXPECT_TRUE(third.Start());
+  EXPECT_EQ(files_.Content(kGroupPath), groups);
+}
+
 }  // namespace
 }  // namespace corvane

@@ -307,5 +307,18 @@ TEST_F(SubscriberListTest, TheGoldenListIsReadAndWrittenToTheByte) {
   EXPECT_EQ(files.Content(kSubscriberPath), golden);
 }
 
+TEST(ParseSubscriberList, ABadLineIsAnErrorWhetherOrNotSomebodyAsksWhy) {
+  const sim::SimLoop loop;
+  const sim::SimClock clock(loop);
+  const std::string line = "5010;9001;262;1;Car;15 listopada 2026 14:23:05\r\n";
+  SsiTable table;
+  std::string why_not;
+  const ErrorNumber error = ParseSubscriberList(line, clock, table, &why_not);
+  EXPECT_NE(error, kNoError);
+  EXPECT_NE(why_not, "");
+  EXPECT_EQ(ParseSubscriberList(line, clock, table, nullptr), error);
+  EXPECT_TRUE(table.empty());
+}
+
 }  // namespace
 }  // namespace corvane

@@ -162,7 +162,8 @@ TEST_F(SeenDatesTest, AMonthInLettersOfAnotherLanguageIsRefusedInWords) {
 }
 
 TEST_F(SeenDatesTest, WhatIsNoDateAtAllIsRefusedAsEver) {
-  for (const std::string text : {"", "never", "99/99/9999 10:00:00", "15", "12:30"}) {
+  for (const std::string text :
+       {"", "never", "never: again", "99/99/9999 10:00:00", "15", "12:30"}) {
     Put({text});
     EXPECT_TRUE(Load(kBritain).empty());
     EXPECT_EQ(boxes_, std::vector{FileAccessBox(13)}) << text;
@@ -174,6 +175,47 @@ TEST_F(SeenDatesTest, TheFixedFormIsReadUnderAllSettings) {
   Put({"2026-03-04 05:06:07"});
   for (const Settings& settings : {kBritain, kUnitedStates, kGermany, kJapan}) {
     EXPECT_EQ(Load(settings), (std::vector<DateTime>{{2026, 3, 4, 5, 6, 7}}));
+  }
+}
+
+TEST_F(SeenDatesTest, LettersAndDigitsOfAnyKindMakeADateInWords) {
+  for (const std::string text : {"(Sun) ~ 15 listopada 2026 14:23:05", "~15 \xE9t\xE9 14:23"}) {
+    Put({text});
+    EXPECT_TRUE(Load(kBritain).empty());
+    ExpectRefused(text, "cannot be read.");
+  }
+}
+
+// Such as those with the month in letters.
+TEST_F(SeenDatesTest, UnderSettingsThatWriteNoNumbersInARowDatesInNumbersAreStillRead) {
+  Put({"31/10/2026 9:05", "on the 15/11/2026 14:00:00"});
+  const std::string words = "on the ";
+  StoreRun run(files_);
+  run.clock.SetFormat([&](const DateTime& time) { return words + FixedGeneralDate(time); },
+                      [&](std::string_view text) {
+                        return text.starts_with(words)
+                                   ? ParseFixedGeneralDate(text.substr(words.size()))
+                                   : std::nullopt;
+                      });
+  ASSERT_TRUE(run.Start());
+  ASSERT_EQ(run.subscriber_table.size(), 2U);
+  EXPECT_EQ(run.subscriber_table[0].LastSeen, (DateTime{2026, 10, 31, 9, 5, 0}));
+  EXPECT_EQ(run.subscriber_table[1].LastSeen, (DateTime{2026, 11, 15, 14, 0, 0}));
+}
+
+TEST(ReadNumbers, TimesThatNoClockShowsAreRefused) {
+  const auto read = [](const std::string& text) { return ReadNumbers(text, DateOrder::kDayFirst); };
+  EXPECT_EQ(read("15/11/2026 9:05"), (DateTime{2026, 11, 15, 9, 5, 0}));
+  EXPECT_EQ(read("15/11/2026 12:05 am"), (DateTime{2026, 11, 15, 0, 5, 0}));
+  for (const char* text : {"15/11/2026", "15/11/2026 9", "15/11/2026 9:5", "15/11/2026 9:055",
+                           "15/11/2026 0:05 pm", "15/11/2026 13:05 pm", "15/11/2026 9:05 x"}) {
+    EXPECT_EQ(read(text), std::nullopt) << text;
+  }
+}
+
+TEST(ReadNumbers, TwoDigitsOfAYearAreOfThisCenturyUpTo49) {
+  for (const auto& [text, year] : {std::pair("1/2/49 9:05", 2049), {"1/2/50 9:05", 1950}}) {
+    EXPECT_EQ(ReadNumbers(text, DateOrder::kDayFirst), (DateTime{year, 2, 1, 9, 5, 0}));
   }
 }
 

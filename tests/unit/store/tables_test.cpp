@@ -58,6 +58,9 @@ TEST(Tables, NetworkCodesThatNoRecordCanHoldAreNotFound) {
   subscribers.Append(SsiRecord());
   EXPECT_EQ(groups.Find(65536, 0, 0), std::nullopt);
   EXPECT_EQ(groups.Find(0, 65536, 0), std::nullopt);
+  EXPECT_EQ(groups.Find(-65536, 0, 0), std::nullopt);
+  EXPECT_EQ(groups.Find(0, -65536, 0), std::nullopt);
+  EXPECT_EQ(subscribers.Find(0, -65536, 0, 0), std::nullopt);
   EXPECT_EQ(subscribers.Find(65536, 0, 0, 0), std::nullopt);
 }
 

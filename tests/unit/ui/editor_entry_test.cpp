@@ -26,6 +26,7 @@ TEST(FindParty, ReadsTheGroupOfACallLine) {
   EXPECT_EQ(Party("Call ID: 1207 - On carrier: 2610 - Group: 9001 "), Group(9001));
   EXPECT_EQ(Party("Call ID: 1207 - Group: 9001"), Group(9001));
   EXPECT_EQ(FindParty(" - Group: 16777215"), Group(16777215));
+  EXPECT_EQ(FindParty(" - Group:9001 [x]"), Group(9001));
 }
 
 TEST(FindParty, ReadsTheGroupOfASkippedCall) {

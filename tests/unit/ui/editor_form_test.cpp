@@ -300,6 +300,78 @@ TEST_F(EditorFormTest, DoesNothingOnceTheProgramShutsDown) {
   EXPECT_TRUE(Group(9001).Follow);
 }
 
+TEST_F(EditorFormTest, OffersNoNetworkZeroWhileOnlyTheCountryIsKnown) {
+  network_.CurrentMnc = "0";
+  Open();
+  EXPECT_EQ(Texts(dialog_.cboNetworks), (Lines{"7", "42"}));
+}
+
+TEST_F(EditorFormTest, ShowsNoSubscribersOfAnotherCountrysGroupOfTheSameNumber) {
+  AddSubscriber(5040, 9001, "Stranger", 204);
+  Open(9001);
+  EXPECT_EQ(dialog_.List1.items(),
+            (Lines{"5010 - " + Padded("Alpha"), "5011 - " + Padded("Beta")}));
+}
+
+TEST_F(EditorFormTest, TheFieldsBelongToTheSelectedSubscriberWhateverKeySelectedIt) {
+  constexpr int kEnd = 35;
+  constexpr int kTab = 9;
+  Open(9001, 5010);
+  ArrowTo(dialog_.List1, 1, kEnd);
+  EXPECT_EQ(dialog_.txtSSI_labelEdit.text, "Beta");
+  form_->TextEdited(dialog_.txtSSI_labelEdit, "being typed");
+  form_->KeyUp(dialog_.List1, kTab);
+  EXPECT_EQ(dialog_.txtSSI_labelEdit.text, "being typed");
+}
+
+TEST_F(EditorFormTest, ASubscriberOfAGroupWithoutARecordCanBeSelected) {
+  AddSubscriber(5030, 9999, "Gamma");
+  Open(9999);
+  ASSERT_EQ(dialog_.lstGSSI_Lockouts.list_index(), -1);
+  ClickLine(dialog_.List1, 0);
+  EXPECT_EQ(dialog_.txtSSI_labelEdit.text, "Gamma");
+  EXPECT_EQ(hand_over_.EditorGssi, 9999);
+  EXPECT_EQ(hand_over_.EditorSsi, 5030);
+}
+
+TEST_F(EditorFormTest, ALineWhoseRecordIsGoneHasEmptyFields) {
+  Open(9001, 5010);
+  groups_.Reset();
+  subscribers_.Reset();
+  RightClick(0);
+  EXPECT_FALSE(dialog_.lstGSSI_Lockouts.ticked(0));
+  ClickLine(dialog_.List1, 0);
+  EXPECT_EQ(dialog_.txtSSI_labelEdit.text, "");
+  ClickLine(dialog_.lstGSSI_Lockouts, 0);
+  EXPECT_EQ(dialog_.txtGssiLabel.text, "");
+  EXPECT_EQ(dialog_.List1.count(), 0);
+}
+
+TEST_F(EditorFormTest, DisabledControlsTakeNothing) {
+  Open(9001);
+  dialog_.txtGssiLabel.enabled = false;
+  dialog_.cmdUpdateGSSI.enabled = false;
+  (void)sink_.Take();
+  form_->TextEdited(dialog_.txtGssiLabel, "typed");
+  form_->Click(dialog_.cmdUpdateGSSI);
+  EXPECT_EQ(dialog_.txtGssiLabel.text, "North");
+  EXPECT_EQ(sink_.Take(), Lines{});
+}
+
+TEST_F(EditorFormTest, WhatHasNoMeaningHereDoesNothing) {
+  Open(9001, 5010);
+  (void)sink_.Take();
+  form_->Click(dialog_.lblLastSeen);
+  form_->DoubleClick(dialog_.List1);
+  form_->MouseMove(dialog_.Frame4, true);
+  form_->MouseUp(dialog_.txtGssiLabel, kLeftButton, -1);
+  form_->KeyUp(dialog_.txtGssiLabel, kDownArrowCode);
+  EXPECT_FALSE(form_->KeyPress(dialog_.lstGSSI_Lockouts, kEnterCode));
+  form_->SessionEnding();
+  EXPECT_EQ(sink_.Take(), Lines{});
+  EXPECT_EQ(unloaded_, 0);
+}
+
 }  // namespace
 
 }  // namespace corvane

@@ -299,6 +299,33 @@ TEST(MoveIntoView, ShowsTheTitleOfAWindowLargerThanTheScreen) {
   EXPECT_EQ(MoveIntoView({5000, 5000, 830, 408}, screens), (PixelRect{10, 20, 830, 408}));
 }
 
+TEST(MoveIntoView, BringsUpATitleThatIsAtTheVeryBottom) {
+  const PixelRect screens[] = {{0, 0, 1920, 1040}};
+  EXPECT_EQ(MoveIntoView({100, 1016, 830, 408}, screens), (PixelRect{100, 1016, 830, 408}));
+  EXPECT_EQ(MoveIntoView({100, 1017, 830, 408}, screens), (PixelRect{100, 632, 830, 408}));
+}
+
+TEST(MenuRow, ShowsItsKeyBehindItsCaption) {
+  sim::NoSink sink;
+  Form1 form(sink);
+  for (const MenuRow& row : MainWindowTable(form).menu) {
+    const std::string& caption = row.item.caption;
+    const std::string key = row.shortcut.text;
+    EXPECT_EQ(row.Text(), key.empty() ? caption : caption + "\t" + key);
+  }
+  EXPECT_EQ((MenuRow{mnuEndCall, form.mnuEndCall, nullptr, {'E', true, "Ctrl+E"}}).Text(),
+            form.mnuEndCall.caption.get() + "\tCtrl+E");
+}
+
+TEST(Lamp, IsLitInAnyColourButTheWindows) {
+  sim::NoSink sink;
+  Form1 form(sink);
+  const Lamp lamp = MainWindowTable(form).lamps.at(0);
+  EXPECT_FALSE(lamp.lit());
+  form.ShapeWinsock_state.fill_colour = kGreen;
+  EXPECT_TRUE(lamp.lit());
+}
+
 }  // namespace
 
 }  // namespace corvane

@@ -316,6 +316,30 @@ TEST_F(MainFormTest, ClosingAndTheEndOfTheSessionArePassedOn) {
   EXPECT_EQ(actions_.calls, (Calls{"CloseRequested", "SessionEnding"}));
 }
 
+TEST_F(MainFormTest, EnterInABoxOfNoNumberKeepsTheFocus) {
+  EXPECT_FALSE(main_form_.KeyPress(form_.lstCallLog, kEnterCode));
+  EXPECT_TRUE(sink_.Take().empty());
+  EXPECT_TRUE(actions_.calls.empty());
+}
+
+TEST_F(MainFormTest, RestoredSettingsWithoutASelectionLeaveThePresetsAlone) {
+  form_.cboBaseFrequency.list_index = -1;
+  for (OptionButton& option : form_.optOffsets) option.value = false;
+  presets_.BaseFrequency = 123;
+  presets_.FrequencyOffset = 45;
+  main_form_.ApplyRestoredSettings();
+  EXPECT_EQ(presets_.BaseFrequency, 123);
+  EXPECT_EQ(presets_.FrequencyOffset, 45);
+}
+
+// They end and time the editor.
+TEST_F(MainFormTest, EscapeAndInputElsewhereMeanNothingHere) {
+  main_form_.Escape();
+  main_form_.AnyInput();
+  EXPECT_TRUE(sink_.Take().empty());
+  EXPECT_TRUE(actions_.calls.empty());
+}
+
 }  // namespace
 
 }  // namespace corvane
