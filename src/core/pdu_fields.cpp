@@ -12,7 +12,8 @@ namespace {
 struct FieldShape {
   std::string_view key;
   std::size_t value_at;
-  std::size_t blank_from;  // the closing blank is searched from here
+  // The closing blank is searched from here; what lies between here and the value has none.
+  std::size_t blank_from;
 };
 
 constexpr FieldShape kBasicService{"Basic_service:", 14, 0};
@@ -28,7 +29,7 @@ std::optional<std::string_view> Value(std::string_view line, const FieldShape& s
   if (key == std::string_view::npos) return std::nullopt;
   const std::size_t blank = line.find(' ', key + shape.blank_from);
   const std::size_t start = key + shape.value_at;
-  if (blank == std::string_view::npos || blank < start) return std::nullopt;
+  if (blank == std::string_view::npos) return std::nullopt;
   return line.substr(start, blank - start);
 }
 

@@ -124,13 +124,12 @@ void Scanner::AppendToCcLog(std::string_view line) {
 void Scanner::WriteEventLog() {
   const ListBox& log = around_.form.lstCallLog;
   if (!around_.form.chkCreateEventLog.checked() || EventLogNextIndex == log.count()) return;
-  const std::string& folder = around_.folders.DayFolder();
-  if (folder.empty()) return;
   std::string lines;
   for (int index = EventLogNextIndex; index < log.count(); ++index) {
     lines += log.Item(index) + "\r\n";
   }
-  if (around_.logs.Append(LogKind::kEventLog, folder + "\\TETRA_event.log", lines)) {
+  if (around_.logs.Append(LogKind::kEventLog, around_.folders.DayFolder() + "\\TETRA_event.log",
+                          lines)) {
     EventLogNextIndex = static_cast<std::int16_t>(log.count());
   }
 }

@@ -299,5 +299,14 @@ TEST_F(ShutdownTest, NorDoesItWriteAnewWhatAStartHasRefused) {
   }
 }
 
+TEST_F(ShutdownTest, TheWarningIsShownOnceHoweverLongItStandsOpen) {
+  world_.BringUp();
+  world_.view().tmrShutdown.SetEnabled(true);
+  world_.prompts.SetWhileOpen([this](const SimPrompts::Box&) { world_.Run(3 * kShutdownTickMs); });
+  world_.Run(kShutdownTickMs + 100);
+  EXPECT_EQ(world_.prompts.boxes().size(), 1U);
+  EXPECT_EQ(world_.prompts.times_ended(), 1);
+}
+
 }  // namespace
 }  // namespace corvane::sim

@@ -120,5 +120,21 @@ TEST_F(WiringTest, DatesAreWrittenAsTheRegionHasThem) {
   EXPECT_THAT(world_.FileText("\\TETRA_SSI.txt"), HasSubstr(";11/15/2026 2:23:"));
 }
 
+TEST_F(WiringTest, AnExceptionOutOfAHandlerIsToldOf) {
+  world_.app->ReportException("no such page");
+  EXPECT_EQ(world_.CountStatusLog("Internal error: no such page - 15/11/2026 "), 1);
+}
+
+TEST_F(WiringTest, RecordOnlyGroupsAreAddedAndRemoved) {
+  Form1& form = world_.form();
+  world_.user().Click(form.optRecordMode[2]);
+  world_.user().TextEdited(form.txtRecOnlyGSSI, "9001");
+  EXPECT_FALSE(world_.user().KeyPress(form.txtRecOnlyGSSI, kEnterCode));
+  EXPECT_EQ(form.lstRecOnlyGSSI.items(), std::vector<std::string>{"9001"});
+  world_.user().ListSelected(form.lstRecOnlyGSSI, 0, true);
+  world_.user().KeyUp(form.lstRecOnlyGSSI, kDeleteCode);
+  EXPECT_EQ(form.lstRecOnlyGSSI.count(), 0);
+}
+
 }  // namespace
 }  // namespace corvane::sim

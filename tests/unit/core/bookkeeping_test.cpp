@@ -110,5 +110,11 @@ TEST_F(BookkeepingTest, ASubscriberOfTwoGroupsHasOneRecordForEach) {
   EXPECT_EQ(subscribers[1].LastGssi, 9002);
 }
 
+TEST_F(BookkeepingTest, WithoutAGroupNobodyIsFiled) {
+  call.AddHeard(5010);
+  bookkeeping.StoreCallSubscribers();
+  EXPECT_TRUE(subscribers.empty());
+}
+
 }  // namespace
 }  // namespace corvane

@@ -270,5 +270,13 @@ TEST_F(CallEndTest, ALineThatArrivesInsideAResetIsTakenAfterIt) {
   EXPECT_EQ(follower.call().FollowedCallId(), 1300);
 }
 
+TEST_F(CallEndTest, SignallingOfACallThatNobodyFollowsIsPassedOver) {
+  Prime();
+  EXPECT_EQ(follower.OnCallEvent(Event("D_Release", 9001, 0)), PollStep::kGoesOn);
+  EXPECT_EQ(follower.OnCallEvent(Granted(9001, 0, 5011)), PollStep::kGoesOn);
+  EXPECT_THAT(CallLog(), IsEmpty());
+  EXPECT_EQ(follower.call().talker(), std::nullopt);
+}
+
 }  // namespace
 }  // namespace corvane

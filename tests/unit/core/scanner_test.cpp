@@ -354,5 +354,19 @@ TEST_F(ScannerTest, ABoxThatShrankAndGrewAgainBetweenTwoPollsIsScannedFromWhereI
   EXPECT_EQ(form.lstCallLog.count(), 4) << "lines that came and went unseen are lost";
 }
 
+TEST_F(ScannerTest, ALineThatIsHandedOverTwiceIsTakenOnce) {
+  EXPECT_EQ(scanner.OnLine("D_Info a"), PollStep::kGoesOn);
+  EXPECT_EQ(scanner.OnLine("D_Info a"), PollStep::kGoesOn);
+  EXPECT_THAT(CallLog(), ElementsAre(" - D_Info a"));
+}
+
+TEST_F(ScannerTest, BeforeThereIsADayFolderNothingIsLogged) {
+  form.chkCreateCcVcLog.value = 1;
+  form.chkCreateEventLog.value = 1;
+  EXPECT_EQ(scanner.OnLine("D_Info a"), PollStep::kGoesOn);
+  EXPECT_THAT(files.List("C:\\Corvane"), IsEmpty());
+  EXPECT_THAT(CallLog(), ElementsAre(" - D_Info a"));
+}
+
 }  // namespace
 }  // namespace corvane

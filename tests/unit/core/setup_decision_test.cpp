@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <set>
 #include <string>
 
@@ -146,6 +147,11 @@ TEST_F(SetupDecisionTest, ALockedOutGroupEvenIfItIsHeld) {
 
 TEST_F(SetupDecisionTest, ACarrierWhoseFrequencyDoesNotFit) {
   EXPECT_EQ(Decide(Line(9001, 1, 9, 99999)).outcome, SetupOutcome::kBadFrequency);
+  presets_.BaseFrequency = std::numeric_limits<std::int32_t>::min();
+  presets_.FrequencyOffset = 0;
+  EXPECT_EQ(Decide(Line(9001, 1, 2, 0)).outcome, SetupOutcome::kFollowed);
+  presets_.FrequencyOffset = -6250;
+  EXPECT_EQ(Decide(Line(9001, 1, 2, 0)).outcome, SetupOutcome::kBadFrequency);
 }
 
 TEST_F(SetupDecisionTest, ATimeslotThatDoesNotExist) {
@@ -184,6 +190,11 @@ TEST_F(SetupDecisionTest, EveryOutcomeAndFieldHasANameOfItsOwn) {
     names.insert(NameOf(static_cast<SetupField>(i)));
   }
   EXPECT_EQ(names.size(), 8U);
+  names.clear();
+  for (int i = 0; i <= static_cast<int>(BrokenBy::kFault); ++i) {
+    names.insert(NameOf(static_cast<BrokenBy>(i)));
+  }
+  EXPECT_EQ(names.size(), 4U);
 }
 
 }  // namespace

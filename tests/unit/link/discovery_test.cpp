@@ -407,5 +407,22 @@ TEST_F(DiscoveryTest, FindsAReplacedNetworkInfoWithoutPressOrLine) {
   EXPECT_TRUE(flags.NetRemoteLinkUp);
 }
 
+TEST_F(DiscoveryTest, OfHeadersAndButtonsOfOneCaptionTheFirstIsTaken) {
+  tree().SetText(ids().tetra_header, "another plug-in *");
+  Add(ids().main, kStatic, "Net Remote *");
+  Add(ids().tetra_content, kButton, "Auto");
+  Discover();
+  EXPECT_EQ(At(SdrRole::kNetRemoteHeader), Handle(ids().net_remote_header));
+  tree().SetText(ids().tetra_header, "TETRA Demodulator *");
+  Discover();
+  EXPECT_EQ(At(SdrRole::kAutoBox), Handle(ids().automatic));
+}
+
+TEST_F(DiscoveryTest, OtherControlsOfNetworkInfoAreNoBoxToRead) {
+  Add(ids().info_window, kButton, "Clear");
+  Discover();
+  EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), Handle(ids().info_box));
+}
+
 }  // namespace
 }  // namespace corvane::test

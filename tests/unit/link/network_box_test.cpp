@@ -120,5 +120,17 @@ TEST_F(NetworkBoxRuleTest, WithoutWindowsNothingIsSent) {
   EXPECT_TRUE(sim().messages().empty());
 }
 
+TEST_F(NetworkBoxRuleTest, WhoRefusesNowHasNotTakenTheEarlierPressEither) {
+  sim().SetSilent(Box(), true);
+  Found();
+  sim().SetSilent(Box(), false);
+  sim().SetRefusing(true);
+  Found();
+  EXPECT_EQ(Presses(ids().network), 2);
+  sim().SetRefusing(false);
+  Found();
+  EXPECT_EQ(Presses(ids().network), 3);
+}
+
 }  // namespace
 }  // namespace corvane::test

@@ -87,7 +87,8 @@ class WrappedNetworkInfo : public ::testing::Test, protected LinkWorld {
     if (count > 0 && next_ == 0) next_ = count;
     for (; next_ < count; ++next_) {
       const auto line = box.Line(next_ - 1);
-      if (line && !line->empty()) lines.push_back(*line);
+      if (!line) break;  // in the next cycle
+      if (!line->empty()) lines.push_back(*line);
     }
     return lines;
   }
@@ -120,6 +121,72 @@ TEST_F(WrappedNetworkInfo, LinesThatComeWithAnotherWidthAreReadEachOnce) {
     ASSERT_EQ(lines.size(), 3U) << width;
     EXPECT_EQ(lines[0], "SSI:9001 D_Release Call ID:7 Disconnect_cause:User_requested") << width;
   }
+}
+
+TEST_F(WrappedNetworkInfo, WhateverQuestionIsNotAnsweredEveryLineIsReadOnce) {
+  for (const bool narrowed : {false, true}) {
+    for (int silent = 1; silent <= 40; ++silent) {
+      SCOPED_TRACE(std::to_string(silent) + (narrowed ? " narrowed" : " silent"));
+      desktop.Do("width 400");
+      (void)Read();
+      (void)Read();
+      std::vector<std::string> written;
+      for (int line = 0; line < 3; ++line) {
+        written.push_back("line " + std::to_string(silent) + "." + std::to_string(line) +
+                          " is longer than a box of this width shows in one");
+        Write(written.back());
+      }
+      int message = 0;
+      on_message = [&](const auto&) {
+        if (++message != silent) return;
+        narrowed ? desktop.Do("width 250") : desktop.windows().FailNextSends(1);
+      };
+      desktop.Do("width 300");
+      std::vector<std::string> read;
+      for (int cycle = 0; cycle < 4; ++cycle) {
+        for (const std::string& line : Read()) read.push_back(line);
+        loop.AdvanceMs(PatientWindows::kPauseMs);
+      }
+      on_message = nullptr;
+      ASSERT_EQ(read, written);
+    }
+  }
+}
+
+TEST_F(WrappedNetworkInfo, AWidthThatChangesBeforeTheFirstLookIsTaken) {
+  Write("a line that is longer than a narrow box shows in one row of it");
+  box.KeepOpen();
+  desktop.Do("width 200");
+  EXPECT_EQ(box.LineCount(), 0);
+  box.KeepOpen();
+  EXPECT_GT(box.LineCount(), 0);
+}
+
+TEST_F(WrappedNetworkInfo, WhatIsWrittenAfterTheBoxWasClearedWhileItsLinesAreSoughtIsRead) {
+  for (int line = 0; line < 20; ++line) Write("a line that is longer than a narrow box shows");
+  (void)Read();
+  desktop.Do("width 200");
+  on_message = [this](const auto& message) {
+    if (message.sent != Kind::kLineStart) return;
+    on_message = nullptr;
+    desktop.model().tree().SetText(desktop.ids().info_box, "");
+  };
+  EXPECT_TRUE(Read().empty());
+  ASSERT_FALSE(on_message) << "nothing was sought";
+  Write("the first line of the box as it is now");
+  EXPECT_EQ(Read(), std::vector<std::string>{"the first line of the box as it is now"});
+}
+
+TEST_F(WrappedNetworkInfo, OfALineInVeryManyPiecesTheLastOnesAreRead) {
+  (void)Read();
+  std::string text;
+  for (int word = 0; word < 5000; ++word) text += "w" + std::to_string(word) + " ";
+  desktop.model().tree().SetText(desktop.ids().info_box, "before\r\n" + text + "\r\n");
+  const std::vector<std::string> lines = Read();
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_LT(lines[1].size(), text.size() / 2);
+  EXPECT_TRUE(text.ends_with(lines[1])) << lines[1];
+  EXPECT_NE(lines[1].find("w4999"), std::string::npos);
 }
 
 TEST_F(NetworkInfoTest, AnotherBoxHasAnotherIdentity) {
@@ -216,6 +283,36 @@ TEST_F(NetworkInfoTest, APressThatGotNoAnswerIsNotRepeatedBeforeSomethingWasAnsw
   Cycles(150);
   EXPECT_EQ(Presses(ids().net_info), 1);
   EXPECT_TRUE(tree().IsVisible(ids().info_window)) << "it was carried out late";
+}
+
+TEST_F(NetworkInfoTest, AWindowThatIsHiddenWithSdrIsNotAskedFor) {
+  desktop.Do("window network-info hide");
+  tree().SetVisible(ids().main, false);
+  Cycles(5);
+  EXPECT_EQ(Presses(ids().net_info), 0);
+}
+
+TEST_F(NetworkInfoTest, AWindowThatIsNotThereForAMomentIsShownAgainAllTheSame) {
+  for (int moment = 1; moment <= 8; ++moment) {
+    desktop.Do("window network-info hide");
+    int question = 0;
+    sim().SetMissing([&] { return ++question == moment; });
+    Cycle();
+    sim().SetMissing(nullptr);
+    loop.AdvanceMs(1000);
+    Cycle();
+    EXPECT_TRUE(tree().IsVisible(ids().info_window)) << moment;
+    EXPECT_EQ(At(SdrRole::kNetworkInfoEdit), Handle(ids().info_box)) << moment;
+    loop.AdvanceMs(1000);
+  }
+}
+
+TEST_F(NetworkInfoTest, NoWindowAndADeadOneAreNotMinimised) {
+  desktop.Do("die");
+  box.Minimise();
+  Discover();
+  box.Minimise();
+  EXPECT_TRUE(sim().placed().empty());
 }
 
 TEST_F(NetworkInfoTest, WithSdrGoneNothingIsSent) {

@@ -40,6 +40,7 @@ TEST_F(PatientWindowsTest, AfterATimeOutNothingIsSentForAWhile) {
     EXPECT_EQ(patient.SetText(Edit(), "y"), Reply::kNoAnswer);
     EXPECT_EQ(patient.Text(Label()).reply, Reply::kNoAnswer);
     EXPECT_EQ(patient.Line(Edit(), 0).reply, Reply::kNoAnswer);
+    EXPECT_EQ(patient.LineStart(Edit(), 0).reply, Reply::kNoAnswer);
     EXPECT_EQ(patient.PressSelector(Button()), Reply::kNoAnswer);
     EXPECT_EQ(patient.Text(4711).reply, Reply::kGone);
   }
@@ -104,6 +105,7 @@ TEST_F(PatientWindowsTest, WhatSendsNoMessageGoesOnDuringThePause) {
   patient.EnumTopLevel([&seen](WindowHandle) { return ++seen > 0; });
   EXPECT_EQ(seen, tree().top_level().size());
   EXPECT_EQ(patient.OwnMainWindow(), sim().OwnMainWindow());
+  EXPECT_EQ(patient.Foreground(), sim().Foreground());
 }
 
 TEST_F(PatientWindowsTest, MovesNoWindowDuringThePause) {
@@ -174,6 +176,29 @@ TEST_F(PatientWindowsTest, TheListenerHearsWhatWasReallySent) {
   (void)patient.Text(Label());
   (void)patient.Text(Label());
   EXPECT_EQ(heard, (std::vector<Reply>{Reply::kAnswered, Reply::kNoAnswer}));
+}
+
+TEST_F(PatientWindowsTest, AWindowThatEndsWhileItIsLookedAtIsGone) {
+  sim().FailNextSends(1);
+  (void)patient.Press(Button());
+  int questions = 0;
+  sim().SetMissing([&questions] { return ++questions > 1; });
+  EXPECT_EQ(patient.Press(Button()), Reply::kGone);
+}
+
+TEST_F(PatientWindowsTest, ComesToTheFrontWhereNothingElseIsThough) {
+  sim().FailNextSends(1);
+  (void)patient.Press(Button());
+  ASSERT_TRUE(patient.Paused(Button()));
+  for (const standin::WindowId window : tree().top_level()) tree().SetVisible(window, false);
+  ASSERT_EQ(sim().Foreground(), 0u);
+  EXPECT_EQ(patient.SetForeground(sim().OwnMainWindow()), 0u);
+  EXPECT_EQ(sim().foregrounds(), std::vector{sim().OwnMainWindow()});
+}
+
+TEST_F(PatientWindowsTest, NobodyNeedListen) {
+  patient.SetListener(nullptr);
+  EXPECT_EQ(patient.Text(Label()).value, "TETRA Demodulator *");
 }
 
 }  // namespace

@@ -383,5 +383,35 @@ TEST_F(PollCycleTest, AConnectionLostForRealResetsAtOnceAndSettlesAWaitingReques
   ASSERT_TRUE(Settle());
 }
 
+// A set-up that is broken off is begun anew while the request of an earlier one still waits.
+TEST_F(PollCycleTest, ARequestThatWaitsAlreadyDoesNotWaitLongerForAnotherSetup) {
+  Connect();
+  flags.mblnNetRemoteResetRequested = true;
+  const auto reset_ms = loop.TickMs();
+  Cycle();
+  ASSERT_TRUE(flags.mblnSetupDone);
+  flags.mblnSetupDone = false;
+  flags.mblnNetRemoteResetRequested = true;
+  Cycle();
+  EXPECT_TRUE(flags.mblnSetupDone);
+  EXPECT_TRUE(flags.mblnNetRemoteResetRequested);
+  loop.AdvanceMs(PollCycle::kResetPauseMs - (loop.TickMs() - reset_ms));
+  Cycle();
+  EXPECT_FALSE(flags.mblnNetRemoteResetRequested);
+}
+
+TEST_F(PollCycleTest, ACycleEndsWhenTheSocketIsLostWhileTheBoxesAreFinished) {
+  Connect();
+  sim().SetSilent(Handle(ids().demodulator), true);
+  Cycle();
+  ASSERT_TRUE(flags.mblnSetupDone);
+  sim().SetSilent(Handle(ids().demodulator), false);
+  loop.AdvanceMs(PatientWindows::kPauseMs);
+  scans = 0;
+  At(50, [this] { desktop.socket().PretendState(SocketState::kClosing); });
+  Cycle();
+  EXPECT_EQ(scans, 0);
+}
+
 }  // namespace
 }  // namespace corvane::test

@@ -250,5 +250,37 @@ TEST_F(SdrSetupTest, SdrNotShownNormallyIsNotMoved) {
   EXPECT_TRUE(sim().placed().empty());
 }
 
+TEST_F(SdrSetupTest, ASocketThatIsLostWithACommandGetsNoOther) {
+  for (std::size_t last = 1; last <= 6; ++last) {
+    desktop.socket().PretendState(std::nullopt);
+    desktop.socket().ForgetSent();
+    flags.mblnSetupDone = false;
+    desktop.socket().SetOnSend([&] {
+      if (sent().size() + 1 >= last) desktop.socket().PretendState(SocketState::kClosing);
+    });
+    EXPECT_FALSE(setup.Run()) << last;
+    EXPECT_LE(sent().size(), last);
+    EXPECT_FALSE(flags.mblnSetupDone) << last;
+    desktop.socket().SetOnSend(nullptr);
+    desktop.Do("stop");
+    loop.AdvanceMs(300);
+  }
+}
+
+TEST_F(SdrSetupTest, FinishingTheBoxesEndsAtWhicheverMomentTheSocketIsLost) {
+  for (int moment = 0; moment < 150; moment += 5) {
+    desktop.socket().PretendState(std::nullopt);
+    desktop.Do("check demodulator off");
+    sim().SetSilent(Handle(ids().demodulator), true);
+    ASSERT_TRUE(setup.Run()) << moment;
+    sim().SetSilent(Handle(ids().demodulator), false);
+    const auto fronts = sim().foregrounds().size();
+    At(moment, [this] { desktop.socket().PretendState(SocketState::kClosing); });
+    EXPECT_FALSE(setup.FinishCheckBoxes()) << moment;
+    EXPECT_EQ(sim().foregrounds().size(), fronts + 1) << moment;
+    loop.AdvanceMs(300);
+  }
+}
+
 }  // namespace
 }  // namespace corvane::test
