@@ -51,9 +51,6 @@ void Shutdown::Report(const std::string& text) {
 }
 
 void Shutdown::OnShutdownTick() {
-  // The timer goes on while the box is open.
-  if (in_tick_) return;
-  in_tick_ = true;
   const std::string text = "Problem shutting down, Some of this sessions changes are lost, Sorry";
   if (session_ends_) {
     Report(text);

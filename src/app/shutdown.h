@@ -51,8 +51,9 @@ class Shutdown {
   // soon.
   void EndSession();
 
-  // The handler of tmrShutdown, which the caller makes with kShutdownTickMs and leaves disabled:
-  // the wait above took too long. Saves the settings and ends the program. Lets events run.
+  // The handler of tmrShutdown, which the caller makes with kShutdownTickMs, NonReentrant because
+  // the box lets it tick on, and leaves disabled: the wait above took too long. Saves the settings
+  // and ends the program. Lets events run.
   void OnShutdownTick();
 
  private:
@@ -60,7 +61,6 @@ class Shutdown {
   void Report(const std::string& text);
 
   ShutdownParts parts_;
-  bool in_tick_ = false;
   bool ended_ = false;
   bool session_ends_ = false;
 };

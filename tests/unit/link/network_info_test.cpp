@@ -153,6 +153,19 @@ TEST_F(WrappedNetworkInfo, WhateverQuestionIsNotAnsweredEveryLineIsReadOnce) {
   }
 }
 
+TEST_F(WrappedNetworkInfo, HasNoLinesUntilItIsToldWhereTheLastOneBegins) {
+  Write("a line");
+  box.KeepOpen();
+  on_message = [this](const auto& message) {
+    if (message.sent == Kind::kLineStart) desktop.windows().FailNextSends(1);
+  };
+  EXPECT_EQ(box.LineCount(), 0);
+  on_message = nullptr;
+  EXPECT_EQ(box.LineCount(), 0) << "SDR# is given a pause";
+  loop.AdvanceMs(PatientWindows::kPauseMs);
+  EXPECT_EQ(box.LineCount(), 2);
+}
+
 TEST_F(WrappedNetworkInfo, AWidthThatChangesBeforeTheFirstLookIsTaken) {
   Write("a line that is longer than a narrow box shows in one row of it");
   box.KeepOpen();

@@ -282,5 +282,28 @@ TEST_F(SdrSetupTest, FinishingTheBoxesEndsAtWhicheverMomentTheSocketIsLost) {
   }
 }
 
+// Each time events may run another tick is due, for its handler takes as long as its interval.
+TEST_F(SdrSetupTest, EndsAtWhicheverEventTheProgramShutsDown) {
+  constexpr int kTickMs = 10;
+  int last_tick = 0;
+  bool done = false;
+  while (!done && ++last_tick < 1000) {
+    flags.mblnShuttingDown = false;
+    desktop.Do("stop");
+    int tick = 0;
+    const auto timer = loop.MakeTimer(kTickMs, [&] {
+      loop.Sleep(kTickMs);
+      if (++tick == last_tick) flags.mblnShuttingDown = true;
+    });
+    timer->SetEnabled(true);
+    done = setup.Run();
+    EXPECT_EQ(tick, done ? last_tick - 1 : last_tick);
+    timer->SetEnabled(false);
+    loop.AdvanceMs(300);
+  }
+  EXPECT_GT(last_tick, 50);
+  EXPECT_TRUE(done);
+}
+
 }  // namespace
 }  // namespace corvane::test

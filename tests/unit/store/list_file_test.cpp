@@ -144,9 +144,10 @@ TEST_F(ListFileTest, AReplacementThatIsNotWhatTheProgramWritesIsNotTaken) {
   const std::string zeros = header + "900" + std::string(2, '\0') + "\r\n";
   for (const std::string& left : {counts, zeros}) {
     files_.Put(kActivityPath + ".new", left);
-    ASSERT_TRUE(run_.Start());
-    run_.folders.CreateDayFolders(run_.clock.Now());
-    run_.activity.LoadCallActivity();
+    StoreRun run(files_);
+    ASSERT_TRUE(run.Start());
+    run.folders.CreateDayFolders(run.clock.Now());
+    run.activity.LoadCallActivity();
     EXPECT_FALSE(Has(files_, kActivityPath));
     EXPECT_EQ(files_.Content(kActivityPath + ".new"), left);
   }
