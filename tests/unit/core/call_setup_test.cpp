@@ -337,5 +337,14 @@ TEST_F(CallSetupTest, WhatCameOfASetupHasAName) {
   link.on_wait = nullptr;
   EXPECT_EQ(follower.OnSetup(line).outcome, SetupOutcome::kFollowed);
 }
+TEST_F(CallSetupTest, TheCallKnowsWhereItIsAndForgetsItWhenItEnds) {
+  FollowCall();
+  EXPECT_EQ(follower.call().carrier(), 2610);
+  EXPECT_EQ(follower.call().timeslot(), 2);
+  follower.ManualRelease();
+  EXPECT_EQ(follower.call().carrier(), std::nullopt);
+  EXPECT_EQ(follower.call().timeslot(), std::nullopt);
+}
+
 }  // namespace
 }  // namespace corvane

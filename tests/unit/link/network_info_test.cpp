@@ -320,6 +320,15 @@ TEST_F(NetworkInfoTest, AWindowThatIsNotThereForAMomentIsShownAgainAllTheSame) {
   }
 }
 
+TEST_F(NetworkInfoTest, SdrThatDoesNotTellWhereItStandsHidesNoWindow) {
+  desktop.Do("window network-info hide");
+  int question = 0;
+  // Behind those about the window, its box, and whether it is seen.
+  sim().SetMissing([&] { return ++question == 4; });
+  Cycle();
+  EXPECT_EQ(Presses(ids().net_info), 1);
+}
+
 TEST_F(NetworkInfoTest, NoWindowAndADeadOneAreNotMinimised) {
   desktop.Do("die");
   box.Minimise();

@@ -186,6 +186,19 @@ TEST_F(SeenDatesTest, LettersAndDigitsOfAnyKindMakeADateInWords) {
   }
 }
 
+TEST_F(SeenDatesTest, TheFirstAndTheLastLetterAreLettersToo) {
+  for (const std::string letter : {"A", "Z", "a", "z", "\x80", "\xFF"}) {
+    Put({"15 " + letter + " 2026 14:23"});
+    EXPECT_TRUE(Load(kBritain).empty());
+    ExpectRefused("15 " + letter + " 2026 14:23", "cannot be read.");
+  }
+  for (const std::string other : {"@", "[", "`", "{"}) {
+    Put({"15 " + other + " 2026 14:23"});
+    EXPECT_TRUE(Load(kBritain).empty());
+    EXPECT_EQ(boxes_, std::vector{FileAccessBox(13)}) << other;
+  }
+}
+
 // Such as those with the month in letters.
 TEST_F(SeenDatesTest, UnderSettingsThatWriteNoNumbersInARowDatesInNumbersAreStillRead) {
   Put({"31/10/2026 9:05", "on the 15/11/2026 14:00:00"});
