@@ -172,6 +172,8 @@ TEST_F(ListTest, RemovingDoesNotLeaveTheViewBehindTheEnd) {
   EXPECT_EQ(list_.top_index(), 2);
   list_.Remove(0);
   EXPECT_EQ(list_.top_index(), 1);
+  list_.Remove(0);
+  EXPECT_EQ(list_.top_index(), 0);
 }
 
 TEST_F(ListTest, ReplacingKeepsSelectionAndPlace) {
