@@ -101,10 +101,10 @@ pictures_were_right() {
 BUILT_BESIDE=
 build_beside() {
   [ -z "$BUILT_BESIDE" ] || return 0
-  [[ " $* " == *" bench "* || " $* " == *" simulation "* ]] || return 0
+  [[ " $* " == *" bench "* || " $* " == *" simulation "* || " $* " == *" browser "* ]] || return 0
   (
     renice -n 19 -p "$BASHPID" >/dev/null
-    configure_and_build native benchmarks simulate || true
+    configure_and_build native make_day corvane-tools benchmarks simulate || true
   ) >/dev/null 2>&1 &
   BUILT_BESIDE=$!
   at_exit "kill $BUILT_BESIDE 2>/dev/null; wait $BUILT_BESIDE 2>/dev/null"
