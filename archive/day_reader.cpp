@@ -28,8 +28,6 @@ constexpr std::int64_t kRecordingEarlyS = 1;
 constexpr std::int64_t kRecordingLateS = 30;
 // The same call in two logs.
 constexpr std::int64_t kSameCallS = 3;
-// How much longer than its call a recording may be.
-constexpr double kRecordingSlackS = 2;
 
 std::uint64_t SizeOf(const std::filesystem::path& path) {
   std::error_code error;
@@ -228,15 +226,11 @@ class Reading {
     std::move(alone.begin(), alone.end(), std::back_inserter(result_.calls));
   }
 
-  // When the recording began; it is filed under the day on which it ended.
   [[nodiscard]] std::optional<std::int64_t> BeginOf(std::size_t day,
                                                     const FoundRecording& found) const {
     const std::optional<DateTime>& date = request_.days[day].date;
     if (!found.name || !date) return std::nullopt;
-    const std::int64_t second = found.name->second_of_day;
-    const bool day_before =
-        static_cast<double>(second) + found.seconds > kSecondsPerDay + kRecordingSlackS;
-    return SecondsOf(*date) + second - (day_before ? kSecondsPerDay : 0);
+    return BeginOfRecording(*date, found.name->second_of_day, found.seconds);
   }
 
   [[nodiscard]] RecordingFile FileOf(std::size_t day, const FoundRecording& found) const {

@@ -18,6 +18,16 @@ std::vector<CallRecord> EventCalls::TakeCalls() {
   return std::exchange(calls_, {});
 }
 
+void EventCalls::ForgetBefore(std::int64_t second) {
+  if (calls_.empty()) return;
+  const auto kept = std::find_if(calls_.begin(), calls_.end() - 1,
+                                 [&](const CallRecord& call) { return *call.start >= second; });
+  calls_.erase(calls_.begin(), kept);
+  // A whole day that was read at once leaves a lot of room behind.
+  constexpr std::size_t kRoom = 4;
+  if (calls_.capacity() > kRoom * (calls_.size() + kRoom)) calls_.shrink_to_fit();
+}
+
 void EventCalls::NoteTime(std::int64_t second) {
   if (extent_.last && second - *extent_.last >= kShortestGapS) {
     gaps_.push_back({*extent_.last, second});

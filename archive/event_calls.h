@@ -37,6 +37,8 @@ class EventCalls {
   // call begins or its end is told.
   [[nodiscard]] const std::vector<CallRecord>& calls() const { return calls_; }
   [[nodiscard]] std::vector<CallRecord> TakeCalls();
+  // Calls that began before that are not needed any more, but the last one is.
+  void ForgetBefore(std::int64_t second);
   // Whether the last call is followed and has not ended.
   [[nodiscard]] bool going_on() const { return open_ && calls_.back().followed; }
   [[nodiscard]] const Extent& extent() const { return extent_; }

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "archive/day_folder.h"
+#include "archive/instant.h"
 #include "archive/shared_file.h"
 #include "archive/wav_file.h"
 #include "base/number_text.h"
@@ -42,6 +43,15 @@ std::optional<std::int32_t> SecondOfDay(std::string_view digits) {
 
 }  // namespace
 
+std::int64_t BeginOfRecording(const DateTime& midnight, std::int64_t second_of_day,
+                              double seconds) {
+  // A recording may be longer than its call by so much.
+  constexpr double kSlackS = 2;
+  const bool day_before =
+      static_cast<double>(second_of_day) + seconds > static_cast<double>(kSecondsPerDay) + kSlackS;
+  return SecondsOf(midnight) + second_of_day - (day_before ? kSecondsPerDay : 0);
+}
+
 bool IsUnderWay(std::string_view name) {
   return SameWord(name, "newTmp.wav");
 }
@@ -49,6 +59,7 @@ bool IsUnderWay(std::string_view name) {
 std::optional<RecordingName> ParseRecordingName(std::string_view name) {
   if (!IsWav(name)) return std::nullopt;
   name.remove_suffix(4);
+  const std::size_t whole = name.size();
   RecordingName result;
   const auto second = SecondOfDay(TakeDigits(name));
   if (!second || !name.starts_with('_')) return std::nullopt;
@@ -64,6 +75,7 @@ std::optional<RecordingName> ParseRecordingName(std::string_view name) {
   result.forced = name.starts_with(kForced);
   if (result.forced) name.remove_prefix(kForced.size());
   result.renamed = !name.empty();
+  result.size = whole - name.size();
   return result;
 }
 

@@ -1,11 +1,14 @@
 // The recordings of a day folder, by their names and headers.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string_view>
 #include <vector>
+
+#include "base/date_time.h"
 
 namespace corvane::tools {
 
@@ -16,10 +19,16 @@ struct RecordingName {
   std::int32_t gssi = 0;
   bool forced = false;
   bool renamed = false;  // more text follows, which the user has put there
+  std::size_t size = 0;  // of what the program has written, without ".wav"
 };
 
 // nullopt when it does not begin as the program names recordings.
 [[nodiscard]] std::optional<RecordingName> ParseRecordingName(std::string_view name);
+
+// When the sound began, as of archive/instant.h: a recording is filed under the day on which it
+// ended. `second_of_day` is what its name says.
+[[nodiscard]] std::int64_t BeginOfRecording(const DateTime& midnight, std::int64_t second_of_day,
+                                            double seconds);
 
 // What the recorder writes to until a recording has its name.
 [[nodiscard]] bool IsUnderWay(std::string_view name);

@@ -3,12 +3,11 @@
 
 #include <algorithm>
 #include <optional>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
-#include "archive/day_folder.h"
 #include "archive/instant.h"
-#include "archive/log_lines.h"
 #include "archive/recordings.h"
 #include "archive/shared_file.h"
 #include "archive/wav_file.h"
@@ -17,44 +16,27 @@ namespace corvane::tools {
 
 namespace {
 
-// A recording begins when SDR# is tuned: not before the call's entry, and soon after it.
-constexpr std::int64_t kRecordingEarlyS = 1;
-constexpr std::int64_t kRecordingLateS = 30;
+// Others that look at new files, such as virus scanners, let go of them before that.
+constexpr std::int64_t kHeldLongS = 60;
 
-double SecondsOfSound(const std::filesystem::path& path) {
+// nullopt when the file cannot be opened now.
+std::optional<double> SecondsOfSound(const std::filesystem::path& path) {
   SharedFile file;
-  if (!file.Open(path)) return 0;
+  if (!file.Open(path)) return std::nullopt;
   const auto format = ReadWavFormat(file);
   return format ? format->seconds() : 0;
 }
 
 }  // namespace
 
-LiveDay::LiveDay(std::filesystem::path folder, const DateTime& day)
-    : folder_(std::move(folder)), day_(day), name_(FolderDate(day)) {}
+LiveDay::LiveDay(std::filesystem::path folder, const DateTime& day, LiveCalls& calls)
+    : folder_(std::move(folder)), day_(day), name_(FolderDate(day)), calls_(calls) {}
 
-void LiveDay::ReadEvents() {
-  const auto folder = OpenDayFolder(folder_);
-  if (!folder || folder->event_log.empty()) return;
-  if (!ordered_) {
-    LogLines lines;
-    if (!lines.Open(folder->event_log)) return;
-    calls_.BeginDay(0, OrderOfDates(lines, day_));
-    ordered_ = true;
-  }
-  for (const std::string& line : event_log_.NewLines(folder->event_log)) calls_.TakeLine(line);
-}
-
-const CallRecord* LiveDay::FindCall(const SharedCall& shared) const {
-  const std::vector<CallRecord>& calls = calls_.calls();
-  for (auto call = calls.rbegin(); call != calls.rend(); ++call) {
-    if (!call->start || *call->start > shared.begin + kRecordingEarlyS) continue;
-    if (*call->start < shared.begin - kRecordingLateS) return nullptr;
-    if (call->followed && call->call_id == shared.call.call_id && call->gssi == shared.call.gssi) {
-      return &*call;
-    }
-  }
-  return nullptr;
+void LiveDay::ForgetGone(const std::vector<SharedCall>& there) {
+  if (seen_.empty()) return;
+  std::unordered_set<std::string_view> names;
+  for (const SharedCall& shared : there) names.insert(shared.name);
+  std::erase_if(seen_, [&](const auto& one) { return !names.contains(one.first); });
 }
 
 std::vector<SharedCall> LiveDay::Look(std::int64_t now, const IsKnown& is_known,
@@ -66,9 +48,9 @@ std::vector<SharedCall> LiveDay::Look(std::int64_t now, const IsKnown& is_known,
        !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
     const std::filesystem::path& file = entry->path();
     const std::string name = file.filename().string();
-    if (given_.contains(name) || IsUnderWay(name) || is_known(name_, name)) continue;
+    if (given_.contains(name) || IsUnderWay(name)) continue;
     const auto said = ParseRecordingName(name);
-    if (!said) {
+    if (!said || is_known(name_, name)) {
       given_.insert(name);
       continue;
     }
@@ -81,25 +63,43 @@ std::vector<SharedCall> LiveDay::Look(std::int64_t now, const IsKnown& is_known,
     shared.call.call_id = said->call_id;
     if (said->forced) shared.call.end = EndOfCall::kForced;
   }
+  ForgetGone(ready);
   if (ready.empty()) return ready;
-  ReadEvents();
-  std::erase_if(ready, [&](SharedCall& shared) {
-    const std::int64_t first = seen_.try_emplace(shared.name, now).first->second;
-    const bool waited = now - first >= kEndComesLateS || now < first;
-    if (const CallRecord* call = FindCall(shared)) {
-      const EndOfCall end = shared.call.end;
-      shared.call = *call;
-      if (end == EndOfCall::kForced) shared.call.end = end;
-    }
-    if (shared.call.end == EndOfCall::kUnknown && !waited) return true;
-    seen_.erase(shared.name);
-    given_.insert(shared.name);
-    shared.seconds = SecondsOfSound(shared.file);
-    if (shared.seconds <= 0) notices.push_back(name_ + "/" + shared.name + " holds no sound");
-    return shared.seconds <= 0;
-  });
+  calls_.Read(now);
+  std::erase_if(ready, [&](SharedCall& shared) { return !IsComplete(shared, now, notices); });
+  if (seen_.empty()) calls_.ForgetOld(now);
   std::ranges::sort(ready, {}, &SharedCall::name);
   return ready;
+}
+
+bool LiveDay::IsComplete(SharedCall& shared, std::int64_t now, std::vector<std::string>& notices) {
+  const std::int64_t first = seen_.try_emplace(shared.name, now).first->second;
+  const bool waited = now - first >= kEndComesLateS || now < first;
+  const auto seconds = SecondsOfSound(shared.file);
+  if (!seconds) {
+    if (now - first >= kHeldLongS && held_.insert(shared.name).second) {
+      notices.push_back(name_ + "/" + shared.name + " cannot be opened");
+    }
+    return false;
+  }
+  shared.seconds = *seconds;
+  shared.begin = BeginOfRecording(day_, shared.begin - SecondsOf(day_), shared.seconds);
+  const CallRecord* call = calls_.Find(shared.call, shared.begin);
+  // One that was short may have passed midnight all the same.
+  if (call == nullptr && shared.begin > now) {
+    call = calls_.Find(shared.call, shared.begin - kSecondsPerDay);
+    if (call != nullptr) shared.begin -= kSecondsPerDay;
+  }
+  if (call != nullptr) {
+    const EndOfCall end = shared.call.end;
+    shared.call = *call;
+    if (end == EndOfCall::kForced) shared.call.end = end;
+  }
+  if (shared.call.end == EndOfCall::kUnknown && !waited) return false;
+  seen_.erase(shared.name);
+  given_.insert(shared.name);
+  if (shared.seconds <= 0) notices.push_back(name_ + "/" + shared.name + " holds no sound");
+  return shared.seconds > 0;
 }
 
 }  // namespace corvane::tools

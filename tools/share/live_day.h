@@ -10,9 +10,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "archive/event_calls.h"
 #include "base/date_time.h"
-#include "tools/growing_file.h"
+#include "tools/share/live_calls.h"
 #include "tools/share/sidecar.h"
 
 namespace corvane::tools {
@@ -22,28 +21,31 @@ class LiveDay {
   // How long the end of a call may be written after its recording got its name.
   static constexpr std::int64_t kEndComesLateS = 2;
 
-  LiveDay(std::filesystem::path folder, const DateTime& day);
+  // `calls` outlives it.
+  LiveDay(std::filesystem::path folder, const DateTime& day, LiveCalls& calls);
 
   // Whether a recording needs no looking at any more.
   using IsKnown = std::function<bool(const std::string& day, const std::string& name)>;
 
   // The calls that are complete and were not given before; `now` is local time. `notices` gets a
-  // line for each recording that is passed over.
+  // line for each recording that is passed over, or waited for because it cannot be opened.
   [[nodiscard]] std::vector<SharedCall> Look(std::int64_t now, const IsKnown& is_known,
                                              std::vector<std::string>& notices);
 
  private:
-  void ReadEvents();
-  [[nodiscard]] const CallRecord* FindCall(const SharedCall& shared) const;
+  // What is gone comes again under another name or not at all.
+  void ForgetGone(const std::vector<SharedCall>& there);
+  // Fills in what is known besides the name.
+  [[nodiscard]] bool IsComplete(SharedCall& shared, std::int64_t now,
+                                std::vector<std::string>& notices);
 
   std::filesystem::path folder_;
   DateTime day_;
   std::string name_;
-  EventCalls calls_;
-  bool ordered_ = false;
-  GrowingFile event_log_;
+  LiveCalls& calls_;
   std::unordered_set<std::string> given_;
   std::unordered_map<std::string, std::int64_t> seen_;  // when a recording was seen first
+  std::unordered_set<std::string> held_;
 };
 
 }  // namespace corvane::tools

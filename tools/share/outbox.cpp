@@ -1,10 +1,13 @@
 // Placing files so that they appear at once, and the notes about it.
 #include "tools/share/outbox.h"
 
+#include <algorithm>
 #include <fstream>
+#include <set>
 #include <system_error>
 #include <utility>
 
+#include "archive/recordings.h"
 #include "archive/shared_file.h"
 #include "base/text.h"
 
@@ -21,6 +24,20 @@ constexpr std::size_t kLargestNotes = 1U << 28U;
 fs::path PartOf(fs::path path) {
   path += kPart;
   return path;
+}
+
+// What the user has put behind the name that the program gave, taken off.
+std::string OwnName(std::string_view name) {
+  const auto said = ParseRecordingName(name);
+  if (!said || !said->renamed) return std::string(name);
+  return std::string(name.substr(0, said->size)) + ".wav";
+}
+
+// "20261115/142305_1207_9001.wav"
+bool IsKey(std::string_view text) {
+  const std::size_t at = text.find('/');
+  const bool parts = at != std::string_view::npos && at > 0 && at + 1 < text.size();
+  return parts && text.find_first_of(std::string_view("\0\r", 2)) == std::string_view::npos;
 }
 
 bool WriteFile(const fs::path& path, const std::string& text) {
@@ -55,33 +72,61 @@ std::string Outbox::Open() {
   std::error_code error;
   fs::create_directories(folder_, error);
   if (!fs::is_directory(folder_, error)) return folder_.string() + " cannot be made";
-  std::string notes;
-  if (fs::exists(folder_ / kNotes, error) && !ReadShared(folder_ / kNotes, kLargestNotes, notes)) {
-    return (folder_ / kNotes).string() + " cannot be read";
+  std::string said;
+  if (fs::exists(notes(), error) && !ReadShared(notes(), kLargestNotes, said)) {
+    return notes().string() + " cannot be read";
   }
   std::set<std::string> begun;
-  LineReader lines(notes);
+  LineReader lines(said);
   for (std::string_view line; lines.Next(line);) {
-    if (line.starts_with("begun ")) begun.emplace(line.substr(6));
-    if (line.starts_with("done ")) shared_.emplace(line.substr(5));
+    const std::string_view key = line.substr(std::min(line.find(' '), line.size() - 1) + 1);
+    if (line.empty()) continue;
+    if (line.starts_with("begun ") && IsKey(key)) {
+      begun.emplace(key);
+    } else if (line.starts_with("done ") && IsKey(key)) {
+      Remember(key);
+    } else {
+      ++damaged_notes_;
+    }
   }
   // Where a run ended in between, the sidecar has its name or has it not.
   for (const std::string& key : begun) {
     fs::path sidecar = folder_ / fs::path(key);
     sidecar.replace_extension(".json");
-    if (!fs::exists(PartOf(sidecar), error)) shared_.insert(key);
+    if (!fs::exists(PartOf(sidecar), error)) Remember(key);
   }
   // An end of line that was cut off must not join the next note.
-  if (!notes.empty() && notes.back() != '\n') {
-    std::ofstream stream(folder_ / kNotes, std::ios::binary | std::ios::app);
+  if (!said.empty() && said.back() != '\n') {
+    std::ofstream stream(notes(), std::ios::binary | std::ios::app);
     stream << '\n';
   }
   return "";
 }
 
-bool Outbox::HasDay(const std::string& day) const {
-  const auto next = shared_.lower_bound(day + "/");
-  return next != shared_.end() && next->starts_with(day + "/");
+void Outbox::Remember(std::string_view key) {
+  const std::size_t at = key.find('/');
+  shared_[std::string(key.substr(0, at))].insert(OwnName(key.substr(at + 1)));
+}
+
+bool Outbox::HasShared(const std::string& day, const std::string& name) const {
+  const auto of_day = shared_.find(day);
+  if (of_day != shared_.end() && of_day->second.contains(OwnName(name))) return true;
+  std::error_code error;
+  return fs::exists((folder_ / day / name).replace_extension(".json"), error);
+}
+
+void Outbox::ForgetDaysBefore(const std::string& day) {
+  shared_.erase(shared_.begin(), shared_.lower_bound(day));
+}
+
+fs::path Outbox::notes() const {
+  return folder_ / kNotes;
+}
+
+bool Outbox::HardLink(const fs::path& file, const fs::path& name) {
+  std::error_code error;
+  fs::create_hard_link(file, name, error);
+  return !error;
 }
 
 fs::path Outbox::RecordingOf(const SharedCall& call) const {
@@ -98,13 +143,12 @@ std::string Outbox::PlaceRecording(const SharedCall& call) const {
   fs::create_directories(target.parent_path(), error);
   if (fs::equivalent(call.file, target, error)) return "";
   fs::remove(target, error);
-  fs::create_hard_link(call.file, target, error);
-  if (!error || CopyFile(call.file, target)) return "";
+  if (link_(call.file, target) || CopyFile(call.file, target)) return "";
   return target.string() + " cannot be written";
 }
 
 bool Outbox::Note(const char* what, const std::string& key) {
-  std::ofstream stream(folder_ / kNotes, std::ios::binary | std::ios::app);
+  std::ofstream stream(notes(), std::ios::binary | std::ios::app);
   stream << what << ' ' << key << '\n';
   stream.close();
   return !stream.fail();
@@ -116,12 +160,12 @@ std::string Outbox::Share(const SharedCall& call, const std::string& json) {
   const std::string key = call.day + "/" + call.name;
   const fs::path sidecar = SidecarOf(call);
   if (!WriteFile(PartOf(sidecar), json)) return sidecar.string() + " cannot be written";
-  if (!Note("begun", key)) return (folder_ / kNotes).string() + " cannot be written";
+  if (!Note("begun", key)) return notes().string() + " cannot be written";
   std::error_code error;
   fs::rename(PartOf(sidecar), sidecar, error);
   if (error) return sidecar.string() + " cannot be written";
-  shared_.insert(key);
-  return Note("done", key) ? "" : (folder_ / kNotes).string() + " cannot be written";
+  Remember(key);
+  return Note("done", key) ? "" : notes().string() + " cannot be written";
 }
 
 }  // namespace corvane::tools

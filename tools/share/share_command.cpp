@@ -1,21 +1,18 @@
 // corvane-tools share: from the command line to the exit code.
 #include <filesystem>
-#include <map>
-#include <memory>
-#include <set>
+#include <optional>
 #include <utility>
+#include <vector>
 
+#include "archive/day_folder.h"
 #include "archive/day_reader.h"
 #include "archive/instant.h"
 #include "archive/recordings.h"
-#include "archive/user_files.h"
 #include "base/number_text.h"
-#include "panel/presets.h"
 #include "tools/command.h"
 #include "tools/progress.h"
-#include "tools/share/hooks.h"
-#include "tools/share/live_day.h"
-#include "tools/share/outbox.h"
+#include "tools/share/call_sharer.h"
+#include "tools/share/follower.h"
 #include "tools/share/share_options.h"
 #include "tools/system.h"
 
@@ -26,65 +23,11 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kShare = "share";
-constexpr std::int64_t kSecondsPerDay = 86400;
-// Names that the user gives meanwhile are taken over.
-constexpr std::int64_t kListsAgeS = 60;
-
-// What the program's folder adds to the facts of a call.
-class Surroundings {
- public:
-  explicit Surroundings(fs::path folder) : folder_(std::move(folder)) {}
-
-  // What cannot be read is not there.
-  void Load() {
-    if (folder_.empty()) return;
-    bool found = false;
-    UserLists lists;
-    if (LoadGroups(folder_.string(), lists.groups, found).empty() &&
-        LoadSubscribers(folder_.string(), lists.subscribers, found).empty()) {
-      lists_ = std::move(lists);
-    }
-    ReplayStart start;
-    if (LoadSettings((folder_ / "corvane_simple.dat").string(), start).empty()) {
-      presets_ = start.presets;
-    }
-    std::set<std::pair<std::int32_t, std::int32_t>> networks;
-    for (const GssiRecord& group : lists_.groups) networks.insert({group.Mcc, group.Mnc});
-    only_ = networks.size() == 1 ? std::optional(*networks.begin()) : std::nullopt;
-  }
-
-  [[nodiscard]] const UserLists& lists() const { return lists_; }
-
-  void Complete(CallRecord& call) const {
-    if (!call.mcc && !call.mnc && only_) {
-      call.mcc = only_->first;
-      call.mnc = only_->second;
-    }
-    if (!call.mcc || !call.mnc || !call.gssi) return;
-    const std::string label = lists_.GroupLabel(*call.mcc, *call.mnc, *call.gssi);
-    if (!label.empty()) call.label = label;
-    for (Talker& talker : call.talkers) {
-      const std::string name = lists_.SubscriberLabel(*call.mcc, *call.mnc, *call.gssi, talker.ssi);
-      if (!name.empty()) talker.label = name;
-    }
-  }
-
-  [[nodiscard]] std::optional<std::int64_t> FrequencyOf(const CallRecord& call) const {
-    if (!call.carrier || !presets_) return std::nullopt;
-    return CarrierFrequency(*presets_, *call.carrier);
-  }
-
- private:
-  fs::path folder_;
-  UserLists lists_;
-  std::optional<Presets> presets_;
-  std::optional<std::pair<std::int32_t, std::int32_t>> only_;
-};
 
 class ShareRun {
  public:
   ShareRun(const ShareOptions& options, Console& console)
-      : options_(options), console_(console), outbox_(options.outbox), hooks_(options.hook) {}
+      : options_(options), console_(console), sharer_(options, console) {}
 
   ExitCode Run() {
     std::string wrong;
@@ -94,19 +37,22 @@ class ShareRun {
       day_ = OpenDayFolder(options_.day);
       if (!day_) wrong = options_.day + ": there is no such folder";
     }
-    if (wrong.empty()) wrong = outbox_.Open();
+    if (wrong.empty()) wrong = sharer_.Open();
     if (wrong.empty()) wrong = options_.follow ? Follow() : ShareDay();
-    if (wrong.empty() && hooks_.ever_failed()) wrong = "not every program of --exec succeeded";
+    if (wrong.empty() && sharer_.any_hook_failed()) wrong = "not every program of --exec succeeded";
     return wrong.empty() ? ExitCode::kDone : Fail(console_, kShare, wrong);
   }
 
  private:
   std::string ShareDay() {
-    around_ = std::make_unique<Surroundings>(ProgramFolderOf(*day_));
-    around_->Load();
+    sharer_.SetFolder(ProgramFolderOf(*day_));
+    sharer_.around().Load();
     DayRequest request;
     request.days = {*day_};
-    request.lists = &around_->lists();
+    // A recording is filed under the day on which its call ended.
+    const auto before_it = DayBefore();
+    if (before_it) request.days.insert(request.days.begin(), *before_it);
+    request.lists = &sharer_.around().lists();
     std::string wrong;
     std::size_t before = 0;
     std::size_t without = 0;
@@ -115,22 +61,36 @@ class ShareRun {
     std::size_t done = 0;
     for (CallRecord& call : result.calls) {
       progress.Show(++done);
-      if (!call.recording) continue;
+      if (!call.recording || !IsOfDay(call.recording->file)) continue;
       SharedCall shared;
       if (!Describe(std::move(call), shared)) {
         ++without;
-      } else if (outbox_.HasShared(shared.day, shared.name)) {
+      } else if (sharer_.outbox().HasShared(shared.day, shared.name)) {
         ++before;
       } else if (wrong.empty()) {
-        wrong = ShareOne(shared);
+        wrong = sharer_.Share(std::move(shared));
       }
     }
-    hooks_.WaitForAll();
+    sharer_.WaitForHooks();
     progress.Clear();
-    TellFailedHooks();
-    console_.err.Write(Decimal(count_) + " calls shared, " + Decimal(before) + " before, " +
-                       Decimal(without) + " recordings without sound, time or group\n");
+    sharer_.TellFailedHooks();
+    console_.err.Write(Decimal(sharer_.count()) + " calls shared, " + Decimal(before) +
+                       " before, " + Decimal(without) +
+                       " recordings without sound, time or group\n");
     return wrong;
+  }
+
+  [[nodiscard]] std::optional<DayFolder> DayBefore() const {
+    const std::vector<fs::path> earlier = EarlierDays(*day_);
+    if (earlier.empty()) return std::nullopt;
+    auto found = OpenDayFolder(earlier.front());
+    const bool next = found && found->date && day_->date &&
+                      SecondsOf(*found->date) + kSecondsPerDay == SecondsOf(*day_->date);
+    return next ? found : std::nullopt;
+  }
+
+  [[nodiscard]] bool IsOfDay(const fs::path& recording) const {
+    return recording.parent_path().parent_path() == day_->path;
   }
 
   // False when nobody could tell what the recording is of.
@@ -141,7 +101,7 @@ class ShareRun {
     shared.seconds = call.recording->seconds;
     const auto said = ParseRecordingName(shared.name);
     if (said && day_->date) {
-      shared.begin = SecondsOf(*day_->date) + said->second_of_day;
+      shared.begin = BeginOfRecording(*day_->date, said->second_of_day, shared.seconds);
     } else {
       shared.begin = call.start.value_or(0);
     }
@@ -150,69 +110,19 @@ class ShareRun {
   }
 
   std::string Follow() {
-    around_ = std::make_unique<Surroundings>(options_.folder);
     const auto clock = SystemClock();
-    std::map<std::int64_t, LiveDay> days;  // by their midnights
-    std::int64_t loaded = 0;
-    const auto known = [this](const std::string& day, const std::string& name) {
-      return outbox_.HasShared(day, name);
-    };
+    Follower follower(options_.folder, sharer_);
     for (;;) {
-      const std::int64_t now = SecondsOf(clock->Now());
-      const std::int64_t midnight = now - now % kSecondsPerDay;
-      if (now - loaded >= kListsAgeS || now < loaded) {
-        around_->Load();
-        loaded = now;
-      }
-      const bool goes_on = outbox_.HasDay(FolderDate(TimeAt(midnight - kSecondsPerDay)));
-      if (days.empty() && goes_on) Watch(days, midnight - kSecondsPerDay);
-      Watch(days, midnight);
-      while (days.size() > 2) days.erase(days.begin());
-      std::vector<std::string> notices;
-      for (auto& [day, live] : days) {
-        for (const SharedCall& shared : live.Look(now, known, notices)) {
-          const std::string wrong = ShareOne(shared);
-          if (!wrong.empty()) return wrong;
-        }
-      }
-      for (const std::string& notice : notices) console_.err.Write(notice + "\n");
-      TellFailedHooks();
-      if (!console_.out.Flush() || !console_.err.Flush()) return "the output was lost";
+      std::string wrong = follower.Look(SecondsOf(clock->Now()));
+      if (!wrong.empty()) return wrong;
       WaitMs(kBetweenLooksMs);
     }
   }
 
-  void Watch(std::map<std::int64_t, LiveDay>& days, std::int64_t midnight) const {
-    const DateTime day = TimeAt(midnight);
-    days.try_emplace(midnight, fs::path(options_.folder) / "Daily" / FolderDate(day), day);
-  }
-
-  std::string ShareOne(SharedCall shared) {
-    around_->Complete(shared.call);
-    SidecarFacts facts;
-    facts.begin_utc = UtcOf(shared.begin);
-    facts.frequency_hz = around_->FrequencyOf(shared.call);
-    facts.system = options_.system;
-    std::string wrong = outbox_.Share(shared, SidecarJson(shared, facts));
-    if (!wrong.empty()) return wrong;
-    ++count_;
-    const std::string json = outbox_.SidecarOf(shared).string();
-    hooks_.Start(outbox_.RecordingOf(shared).string(), json);
-    console_.out.Write(json + "\n");
-    return console_.out.Flush() ? "" : "the output could not be written";
-  }
-
-  void TellFailedHooks() {
-    for (const std::string& line : hooks_.Failed()) console_.err.Write(line + "\n");
-  }
-
   const ShareOptions& options_;
   Console& console_;
-  Outbox outbox_;
-  Hooks hooks_;
+  CallSharer sharer_;
   std::optional<DayFolder> day_;
-  std::unique_ptr<Surroundings> around_;
-  std::size_t count_ = 0;
 };
 
 ExitCode RunShare(const Arguments& arguments, Console& console) {
