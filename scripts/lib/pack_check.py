@@ -12,6 +12,7 @@ CASES = "build/mingw/tests"
 FILES = (
     "dist/Corvane.exe",
     "dist/SdrStandin.exe",
+    "dist/corvane-tools.exe",
     f"{CASES}/contract/contract_win.exe",
     f"{CASES}/contract/contract_win_mci.exe",
     f"{CASES}/desktop/desktop_test.exe",

@@ -10,6 +10,7 @@
 #include "tools/command.h"
 #include "tools/share/hooks.h"
 #include "tools/system.h"
+#include "tools/watch/notifier.h"
 #include "tools/watch/watcher.h"
 
 namespace corvane::tools {
@@ -34,6 +35,7 @@ is noticed: nothing is received any more, the disk runs low. Writes into none of
   --copies DIR     keep a copy of TETRA_GSSI.txt and TETRA_SSI.txt there, one for each day
   --exec COMMAND   start this program for each notice; the word NOTICE in COMMAND becomes its text,
                    which stands at the end without that word
+  --notify         show each notice beside the clock as well; Windows alone
   --help           this page
 
 exit status: 2 wrong usage, a folder that is not there, a file that cannot be written.
@@ -43,10 +45,12 @@ struct WatchOptions {
   std::string folder = ".";
   std::string stamps;
   std::vector<std::string> hook;
+  bool notify = false;
   WatchLimits limits;
 };
 
 bool TakeOption(std::string_view name, const std::string& value, WatchOptions& options) {
+  if (name == "--notify") return options.notify = true;
   if (name == "--deaf") {
     const auto seconds = ParseDecimal<std::int64_t>(value);
     options.limits.deaf_s = seconds.value_or(0);
@@ -81,6 +85,10 @@ class WatchRun {
     if (!options_.stamps.empty() && IsInFolder(options_.stamps)) {
       return Fail(console_, kWatch, options_.stamps + " is in Corvane's folder");
     }
+    if (options_.notify) notifier_ = SystemNotifier();
+    if (options_.notify && notifier_ == nullptr) {
+      return Fail(console_, kWatch, "this system has no notices beside the clock: take --exec");
+    }
     Watcher watcher(options_.folder, options_.limits);
     const auto clock = SystemClock();
     const auto files = SystemFiles();
@@ -98,9 +106,13 @@ class WatchRun {
       for (const std::string& notice : seen.notices) {
         console_.out.Write(IsoDate(now) + " " + notice + "\n");
         StartHook(notice);
+        if (notifier_ != nullptr && !notifier_->Show(notice)) {
+          console_.err.Write("the system refused to show this notice\n");
+        }
       }
       std::erase_if(hooks_, [](const auto& hook) { return hook->Code().has_value(); });
       if (!console_.out.Flush()) return Fail(console_, kWatch, "the output could not be written");
+      if (notifier_ != nullptr) notifier_->Attend();
       WaitMs(kBetweenLooksMs);
     }
   }
@@ -134,12 +146,14 @@ class WatchRun {
   const WatchOptions& options_;
   Console& console_;
   std::vector<std::unique_ptr<StartedProgram>> hooks_;
+  std::unique_ptr<Notifier> notifier_;
 };
 
 ExitCode RunWatch(const Arguments& arguments, Console& console) {
   WatchOptions options;
   ArgumentRules rules;
   rules.with_value = {"--folder", "--deaf", "--room", "--stamps", "--copies", "--exec"};
+  rules.flags = {"--notify"};
   rules.take_word = [](const std::string& word) { return "what is " + word + "?"; };
   rules.take_option = [&](std::string_view name, const std::string& value) {
     return TakeOption(name, value, options);

@@ -14,10 +14,12 @@ namespace corvane::desktop {
 
 class Process {
  public:
-  // Starts `program` with `folder` as its current folder. Null when it could not be started.
+  // Starts `program` with `folder` as its current folder. Null when it could not be started. What
+  // it prints is added to `output`, when there is one.
   [[nodiscard]] static std::unique_ptr<Process> Start(const std::filesystem::path& program,
                                                       const std::vector<std::string>& arguments,
-                                                      const std::filesystem::path& folder);
+                                                      const std::filesystem::path& folder,
+                                                      const std::filesystem::path& output = {});
   ~Process();
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;

@@ -34,16 +34,29 @@ std::wstring Quoted(const std::wstring& argument) {
   return L"\"" + argument + L"\"";
 }
 
+// A file that the new process writes to, and that others read meanwhile.
+HANDLE OpenOutput(const std::filesystem::path& file) {
+  SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+  const HANDLE opened = CreateFileW(file.c_str(), FILE_APPEND_DATA,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    &inherited, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  return opened == INVALID_HANDLE_VALUE ? nullptr : opened;
+}
+
 // Makes the process, of which nothing runs yet. While other programs begin and are killed beside
 // it, Wine 8 answers about one in 5,000 of such calls with ERROR_INTERNAL_ERROR: the new process is
 // gone before anything of the program has run. Only that is asked again, and said.
 bool CreateSuspended(const std::wstring& program, const std::wstring& command,
-                     const std::wstring& folder, PROCESS_INFORMATION& information) {
+                     const std::wstring& folder, HANDLE output, PROCESS_INFORMATION& information) {
   for (int refused = 0;; ++refused) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
+    if (output != nullptr) {
+      startup.dwFlags = STARTF_USESTDHANDLES;
+      startup.hStdOutput = startup.hStdError = output;
+    }
     std::wstring own_command = command;  // the call may change it
-    if (CreateProcessW(program.c_str(), own_command.data(), nullptr, nullptr, FALSE,
+    if (CreateProcessW(program.c_str(), own_command.data(), nullptr, nullptr, output != nullptr,
                        CREATE_SUSPENDED, nullptr, folder.c_str(), &startup, &information)) {
       return true;
     }
@@ -78,13 +91,18 @@ Process::~Process() {
 
 std::unique_ptr<Process> Process::Start(const std::filesystem::path& program,
                                         const std::vector<std::string>& arguments,
-                                        const std::filesystem::path& folder) {
+                                        const std::filesystem::path& folder,
+                                        const std::filesystem::path& output) {
   std::wstring command = Quoted(program.wstring());
   for (const std::string& argument : arguments) {
     command += L" " + Quoted(std::filesystem::path(argument).wstring());
   }
   PROCESS_INFORMATION information{};
-  if (!CreateSuspended(program.wstring(), command, folder.wstring(), information)) return nullptr;
+  const HANDLE sink = output.empty() ? nullptr : OpenOutput(output);
+  const bool made =
+      CreateSuspended(program.wstring(), command, folder.wstring(), sink, information);
+  if (sink != nullptr) CloseHandle(sink);
+  if (!made) return nullptr;
   AssignProcessToJobObject(OwnJob(), information.hProcess);
   ResumeThread(information.hThread);
   CloseHandle(information.hThread);

@@ -93,6 +93,7 @@ TEST_F(WatchTest, WrongUsageIsTold) {
                              {"watch", "--deaf", "-1"},
                              {"watch", "--room", "x"},
                              {"watch", "--exec", "\""},
+                             {"watch", "--folder", Path("."), "--notify"},
                              {"watch", "--folder", Path("none")},
                              {"watch", "--folder", Path("."), "--stamps", Path("TETRA_cc.log")}};
   for (const Arguments& arguments : wrong) {
