@@ -145,8 +145,9 @@ struct OwnUse {
   std::size_t private_kib = 0;
 };
 [[nodiscard]] OwnUse UseOfThisProgram();
-// What a thousand lives of a window may add to it: one KiB each.
+// What a thousand lives of a window may add to it: one KiB each, and what the system makes once.
 inline constexpr std::size_t kSpareKib = 1024;
+inline constexpr unsigned kSpareObjects = 20;
 // How much private memory so many of the system's own labels leave behind when they end. Wine 10
 // forgets a few bytes for each that was given a font; a heap that keeps blocks of a size together
 // keeps a whole page for them.
