@@ -12,6 +12,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 #include <fstream>
 #include <iterator>
@@ -47,7 +48,12 @@ struct Wanted {
 
 struct Sum {
   std::mutex lock;
-  std::map<std::string, std::pair<int, int>> kinds;  // steps carried out, and in how many runs
+  struct Kind {
+    long times = 0;     // such steps carried out
+    long runs = 0;      // with one of them at least
+    long survived = 0;  // runs of these in which all held
+  };
+  std::map<std::string, Kind> kinds;
   long runs = 0;
   long followed = 0;
   long expected = 0;
@@ -110,8 +116,10 @@ void Add(Sum& sum, const Plan& plan, const Played& played) {
   sum.virtual_ms += played.at_ms;
   if (played.digest != 0) sum.digests[plan.seed] = played.digest;
   for (const auto& [kind, count] : played.kinds) {
-    sum.kinds[kind].first += count;
-    ++sum.kinds[kind].second;
+    Sum::Kind& of_kind = sum.kinds[kind];
+    of_kind.times += count;
+    ++of_kind.runs;
+    if (played.violation.empty()) ++of_kind.survived;
   }
   if (!played.violation.empty() && (!sum.failing || plan.seed < sum.failing->seed)) {
     sum.failing = plan;
@@ -141,17 +149,20 @@ void RunAll(const Wanted& wanted, Sum& sum) {
   for (std::thread& other : others) other.join();
 }
 
-void Report(const Sum& sum, double seconds, int jobs) {
-  std::printf("%-40s %9s %9s\n", "injected", "times", "runs");
-  for (const auto& [kind, counts] : sum.kinds) {
-    std::printf("%-40s %9d %9d\n", kind.c_str(), counts.first, counts.second);
+// `seconds` on the clock and `core_seconds` of computing, which other programs do not lengthen.
+void Report(const Sum& sum, double seconds, double core_seconds, int jobs) {
+  std::printf("%-40s %9s %9s %9s\n", "injected", "times", "runs", "survived");
+  for (const auto& [kind, of_kind] : sum.kinds) {
+    std::printf("%-40s %9ld %9ld %9ld\n", kind.c_str(), of_kind.times, of_kind.runs,
+                of_kind.survived);
   }
   const double hours = static_cast<double>(sum.virtual_ms) / 3'600'000.0;
   std::printf(
-      "%ld runs, %.1f virtual hours in %.1f s on %d threads: %.0f times real time each\n"
+      "%ld runs, %.1f virtual hours in %.1f s on %d threads; %.1f s of one core: %.0f times real "
+      "time\n"
       "%ld calls followed, %ld of them had to be; %ld actions inside waits, %ld edits\n",
-      sum.runs, hours, seconds, jobs, hours * 3600.0 / seconds / jobs, sum.followed, sum.expected,
-      sum.in_waits, sum.edits);
+      sum.runs, hours, seconds, jobs, core_seconds, hours * 3600.0 / core_seconds, sum.followed,
+      sum.expected, sum.in_waits, sum.edits);
 }
 
 void Explain(const Sum& sum) {
@@ -255,7 +266,8 @@ int main(int argc, char** argv) {
         std::printf("%u %016llx\n", seed, static_cast<unsigned long long>(digest));
       }
     }
-    Report(sum, took.count(), wanted->jobs);
+    const double computed = static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+    Report(sum, took.count(), computed, wanted->jobs);
     if (!sum.failing) return 0;
     Explain(sum);
     return 1;
