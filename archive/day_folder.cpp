@@ -35,11 +35,6 @@ std::filesystem::path Bare(const std::filesystem::path& path) {
 
 }  // namespace
 
-std::string Utf8Name(const std::filesystem::path& path) {
-  const std::u8string text = path.generic_u8string();
-  return {text.begin(), text.end()};
-}
-
 std::optional<DateTime> DateOfFolder(std::string_view name) {
   if (name.size() != 8) return std::nullopt;
   const auto year = ParseDecimal<int>(name.substr(0, 4));

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "archive/path_text.h"
 #include "base/date_time.h"
 
 namespace corvane::tools {
@@ -19,9 +20,6 @@ struct DayFolder {
   std::filesystem::path cc_log;
   std::filesystem::path daily_calls;  // of the day itself; "" for each that is not there
 };
-
-// A path as notices and records name it: UTF-8, "/" between folders.
-[[nodiscard]] std::string Utf8Name(const std::filesystem::path& path);
 
 // The day of "20261115"; nullopt for any other name.
 [[nodiscard]] std::optional<DateTime> DateOfFolder(std::string_view name);

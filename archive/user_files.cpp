@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "archive/path_text.h"
 #include "archive/replay_ports.h"
 #include "archive/shared_file.h"
 #include "archive/utf8.h"
@@ -69,7 +70,7 @@ class NotedPrompts : public Prompts {
 std::filesystem::path FindFile(const std::string& folder, const char* name) {
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-    if (SameWord(entry.path().filename().string(), name)) return entry.path();
+    if (SameWord(NarrowName(entry.path().filename()), name)) return entry.path();
   }
   return {};
 }
@@ -102,7 +103,7 @@ std::string LoadGroups(const std::string& folder, GssiTable& table, bool& found)
   Form1 form(window);
   GroupList list(files, form, table, "");
   const ErrorNumber failure = list.Load();
-  return failure == kNoError ? "" : path.string() + ": " + MeaningOf(failure);
+  return failure == kNoError ? "" : NarrowName(path) + ": " + MeaningOf(failure);
 }
 
 std::string LoadSubscribers(const std::string& folder, SsiTable& table, bool& found) {
@@ -115,7 +116,7 @@ std::string LoadSubscribers(const std::string& folder, SsiTable& table, bool& fo
   AnyDates clock;
   SubscriberList list(files, clock, form, table, "");
   const ErrorNumber failure = list.Load();
-  return failure == kNoError ? "" : path.string() + ": " + MeaningOf(failure);
+  return failure == kNoError ? "" : NarrowName(path) + ": " + MeaningOf(failure);
 }
 
 std::string UserLists::GroupLabel(std::int32_t mcc, std::int32_t mnc, std::int32_t gssi) const {

@@ -7,6 +7,7 @@
 
 int main(int count, char** values) {
   using namespace corvane::tools;
+  UseLanguageOfSystem();
   MakeStreamsBinary();
   FileOutput out(stdout);
   FileOutput err(stderr);

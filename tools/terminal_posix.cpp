@@ -5,6 +5,8 @@
 
 namespace corvane::tools {
 
+void UseLanguageOfSystem() {}
+
 void MakeStreamsBinary() {}
 
 bool OutputIsTerminal() {

@@ -2,12 +2,17 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <clocale>
 #include <cstdio>
 #include <initializer_list>
 
 #include "tools/terminal.h"
 
 namespace corvane::tools {
+
+void UseLanguageOfSystem() {
+  std::setlocale(LC_CTYPE, "");
+}
 
 void MakeStreamsBinary() {
   for (std::FILE* stream : {stdin, stdout, stderr}) {

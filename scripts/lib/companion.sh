@@ -64,11 +64,26 @@ LISTS
         >"$to/lists/export-$form" || return 1
     done
     find "$to/program" -type f ! -name TETRA_GSSI.txt -delete
-    "${tools[@]}" share "${out#"$ROOT"/}/Daily/20261115" --outbox "${to#"$ROOT"/}/outbox" |
-      wc -l >"$to/shared" || return 1
-    grep -qx '2' "$to/shared" || return 1
+    # What is started for each call reads the sidecar, which has other letters than those of ASCII
+    # in its path.
+    "${tools[@]}" share "${out#"$ROOT"/}/Daily/20261115" \
+      --outbox "${to#"$ROOT"/}/outbox $LETTERS" --exec "$(hook_of "${tools[-1]}") lists import \
+      op25 JSON --network 262/42 --folder \"${to#"$ROOT"/}\"" >"$to/said" || return 1
+    [ "$(grep -c '\.json' "$to/said")" -eq 2 ] || return 1
+    rm "$to/said"
   done
   diff -r "$out/native" "$out/windows"
+}
+
+# "Öl €": letters that every code page has at another place or not at all.
+LETTERS=$'\xc3\x96l \xe2\x82\xac'
+
+# hook_of PROGRAM: how --exec names it.
+hook_of() {
+  case $1 in
+    *.exe) printf '"%s"' "$(windows_path "$1")" ;;
+    *) printf '"%s"' "$1" ;;
+  esac
 }
 
 # make_recorded_day FOLDER: two calls with their recordings, one of them with two talkers.
@@ -82,7 +97,7 @@ make_recorded_day() {
     '15/11/2026 14:24:00 - Call ID: 8 - On carrier: 2611 - Group: 9002' \
     '15/11/2026 14:24:00 - Call ID: 8 - Calling SSI: 5020' \
     '15/11/2026 14:24:03 - Call ID: 8 - VC D-Released' >"$1/TETRA_event.log"
-  python3 - "$1/Record/142305_7_9001.wav" 4 "$1/Record/142400_8_9002.wav" 3 <<'PYTHON'
+  python3 - "$1/Record/142305_7_9001.wav" 4 "$1/Record/142400_8_9002 $LETTERS.wav" 3 <<'PYTHON'
 import sys
 import wave
 

@@ -66,8 +66,9 @@ class ReportRun {
 
   // What is wrong with a list is no reason to have no report.
   void LoadLists() {
-    const std::string folder =
-        options_.lists.empty() ? ProgramFolderOf(request_.days.front()).string() : options_.lists;
+    const std::string folder = options_.lists.empty()
+                                   ? NarrowName(ProgramFolderOf(request_.days.front()))
+                                   : options_.lists;
     if (folder.empty()) {
       notes_.push_back("no lists: names are those of the logs");
       return;
@@ -81,7 +82,7 @@ class ReportRun {
     const std::filesystem::path settings = std::filesystem::path(folder) / "corvane_simple.dat";
     std::error_code error;
     if (std::filesystem::exists(settings, error)) {
-      take(LoadSettings(settings.string(), request_.start));
+      take(LoadSettings(NarrowName(settings), request_.start));
     }
     request_.lists = &lists_;
   }

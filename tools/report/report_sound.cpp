@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "archive/path_text.h"
 #include "archive/shared_file.h"
 #include "base/number_text.h"
 #include "tools/output.h"
@@ -107,7 +108,7 @@ std::string SoundWork::Merge(std::vector<std::string>& notices) const {
   Progress progress(console_, !options_.quiet, data);
   std::uint64_t done = 0;
   for (const Part& part : parts) {
-    if (!Copy(part, out)) return part.file.string() + " was changed meanwhile";
+    if (!Copy(part, out)) return NarrowName(part.file) + " was changed meanwhile";
     done += part.format.data_bytes;
     progress.Show(done);
   }

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "archive/path_text.h"
 #include "base/number_text.h"
 #include "tools/share/sidecar.h"
 
@@ -11,7 +12,7 @@ namespace corvane::tools {
 std::string CallSharer::Open() {
   std::string wrong = outbox_.Open();
   if (wrong.empty() && outbox_.damaged_notes() > 0) {
-    Tell(Decimal(outbox_.damaged_notes()) + " lines of " + outbox_.notes().string() +
+    Tell(Decimal(outbox_.damaged_notes()) + " lines of " + NarrowName(outbox_.notes()) +
          " are damaged: calls whose notes are lost and whose files are gone may be shared again");
   }
   return wrong;
@@ -30,8 +31,8 @@ std::string CallSharer::Share(SharedCall call) {
   std::string wrong = outbox_.Share(call, SidecarJson(call, facts));
   if (!wrong.empty()) return wrong;
   ++count_;
-  const std::string json = outbox_.SidecarOf(call).string();
-  hooks_.Start(outbox_.RecordingOf(call).string(), json);
+  const std::string json = NarrowName(outbox_.SidecarOf(call));
+  hooks_.Start(NarrowName(outbox_.RecordingOf(call)), json);
   console_.out.Write(json + "\n");
   return console_.out.Flush() ? "" : "the output could not be written";
 }

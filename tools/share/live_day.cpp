@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "archive/instant.h"
+#include "archive/path_text.h"
 #include "archive/recordings.h"
 #include "archive/shared_file.h"
 #include "archive/wav_file.h"
@@ -47,7 +48,7 @@ std::vector<SharedCall> LiveDay::Look(std::int64_t now, const IsKnown& is_known,
   for (auto entry = std::filesystem::directory_iterator(folder, error);
        !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
     const std::filesystem::path& file = entry->path();
-    const std::string name = file.filename().string();
+    const std::string name = Utf8Name(file.filename());
     if (given_.contains(name) || IsUnderWay(name)) continue;
     const auto said = ParseRecordingName(name);
     if (!said || is_known(name_, name)) {

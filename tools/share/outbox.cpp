@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "archive/path_text.h"
 #include "archive/recordings.h"
 #include "archive/shared_file.h"
 #include "base/text.h"
@@ -71,10 +72,10 @@ bool CopyFile(const fs::path& from, const fs::path& to) {
 std::string Outbox::Open() {
   std::error_code error;
   fs::create_directories(folder_, error);
-  if (!fs::is_directory(folder_, error)) return folder_.string() + " cannot be made";
+  if (!fs::is_directory(folder_, error)) return NarrowName(folder_) + " cannot be made";
   std::string said;
   if (fs::exists(notes(), error) && !ReadShared(notes(), kLargestNotes, said)) {
-    return notes().string() + " cannot be read";
+    return NarrowName(notes()) + " cannot be read";
   }
   std::set<std::string> begun;
   LineReader lines(said);
@@ -91,7 +92,7 @@ std::string Outbox::Open() {
   }
   // Where a run ended in between, the sidecar has its name or has it not.
   for (const std::string& key : begun) {
-    fs::path sidecar = folder_ / fs::path(key);
+    fs::path sidecar = folder_ / PathOfUtf8(key);
     sidecar.replace_extension(".json");
     if (!fs::exists(PartOf(sidecar), error)) Remember(key);
   }
@@ -112,7 +113,7 @@ bool Outbox::HasShared(const std::string& day, const std::string& name) const {
   const auto of_day = shared_.find(day);
   if (of_day != shared_.end() && of_day->second.contains(OwnName(name))) return true;
   std::error_code error;
-  return fs::exists((folder_ / day / name).replace_extension(".json"), error);
+  return fs::exists((folder_ / day / PathOfUtf8(name)).replace_extension(".json"), error);
 }
 
 void Outbox::ForgetDaysBefore(const std::string& day) {
@@ -130,7 +131,7 @@ bool Outbox::HardLink(const fs::path& file, const fs::path& name) {
 }
 
 fs::path Outbox::RecordingOf(const SharedCall& call) const {
-  return folder_ / call.day / call.name;
+  return folder_ / call.day / PathOfUtf8(call.name);
 }
 
 fs::path Outbox::SidecarOf(const SharedCall& call) const {
@@ -144,7 +145,7 @@ std::string Outbox::PlaceRecording(const SharedCall& call) const {
   if (fs::equivalent(call.file, target, error)) return "";
   fs::remove(target, error);
   if (link_(call.file, target) || CopyFile(call.file, target)) return "";
-  return target.string() + " cannot be written";
+  return NarrowName(target) + " cannot be written";
 }
 
 bool Outbox::Note(const char* what, const std::string& key) {
@@ -159,13 +160,13 @@ std::string Outbox::Share(const SharedCall& call, const std::string& json) {
   if (!wrong.empty()) return wrong;
   const std::string key = call.day + "/" + call.name;
   const fs::path sidecar = SidecarOf(call);
-  if (!WriteFile(PartOf(sidecar), json)) return sidecar.string() + " cannot be written";
-  if (!Note("begun", key)) return notes().string() + " cannot be written";
+  if (!WriteFile(PartOf(sidecar), json)) return NarrowName(sidecar) + " cannot be written";
+  if (!Note("begun", key)) return NarrowName(notes()) + " cannot be written";
   std::error_code error;
   fs::rename(PartOf(sidecar), sidecar, error);
-  if (error) return sidecar.string() + " cannot be written";
+  if (error) return NarrowName(sidecar) + " cannot be written";
   Remember(key);
-  return Note("done", key) ? "" : notes().string() + " cannot be written";
+  return Note("done", key) ? "" : NarrowName(notes()) + " cannot be written";
 }
 
 }  // namespace corvane::tools

@@ -7,6 +7,7 @@
 #include "archive/day_folder.h"
 #include "archive/day_reader.h"
 #include "archive/instant.h"
+#include "archive/path_text.h"
 #include "archive/recordings.h"
 #include "base/number_text.h"
 #include "tools/command.h"
@@ -97,7 +98,7 @@ class ShareRun {
   bool Describe(CallRecord call, SharedCall& shared) const {
     shared.day = day_->name;
     shared.file = call.recording->file;
-    shared.name = shared.file.filename().string();
+    shared.name = Utf8Name(shared.file.filename());
     shared.seconds = call.recording->seconds;
     const auto said = ParseRecordingName(shared.name);
     if (said && day_->date) {

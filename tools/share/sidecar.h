@@ -14,7 +14,7 @@ namespace corvane::tools {
 // A call whose recording has its name.
 struct SharedCall {
   std::string day;   // of its folder, "20261115"
-  std::string name;  // of the recording, "142305_1207_9001.wav"
+  std::string name;  // of the recording, "142305_1207_9001.wav"; UTF-8
   std::filesystem::path file;
   CallRecord call;
   std::int64_t begin = 0;  // of the sound; local time, as of archive/instant.h

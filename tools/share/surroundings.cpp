@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 
+#include "archive/path_text.h"
 #include "archive/replay.h"
 
 namespace corvane::tools {
@@ -12,12 +13,12 @@ void Surroundings::Load() {
   if (folder_.empty()) return;
   bool found = false;
   UserLists lists;
-  if (LoadGroups(folder_.string(), lists.groups, found).empty() &&
-      LoadSubscribers(folder_.string(), lists.subscribers, found).empty()) {
+  if (LoadGroups(NarrowName(folder_), lists.groups, found).empty() &&
+      LoadSubscribers(NarrowName(folder_), lists.subscribers, found).empty()) {
     lists_ = std::move(lists);
   }
   ReplayStart start;
-  if (LoadSettings((folder_ / "corvane_simple.dat").string(), start).empty()) {
+  if (LoadSettings(NarrowName(folder_ / "corvane_simple.dat"), start).empty()) {
     presets_ = start.presets;
   }
   std::set<std::pair<std::int32_t, std::int32_t>> networks;

@@ -121,8 +121,12 @@ class WatchRun {
   // Nothing is ever added to a file of the program.
   [[nodiscard]] bool IsInFolder(const fs::path& file) const {
     std::error_code error;
-    const std::string folder = fs::weakly_canonical(options_.folder, error).string();
-    return fs::weakly_canonical(file, error).parent_path().string().starts_with(folder);
+    fs::path folder = fs::weakly_canonical(fs::absolute(file, error), error).parent_path();
+    while (!fs::equivalent(folder, options_.folder, error)) {
+      if (folder == folder.parent_path()) return false;
+      folder = folder.parent_path();
+    }
+    return true;
   }
 
   void StartHook(const std::string& notice) {

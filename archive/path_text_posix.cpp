@@ -1,0 +1,10 @@
+// Bytes are bytes.
+#include "archive/path_text.h"
+
+namespace corvane::tools {
+
+std::string NarrowName(const std::filesystem::path& path) {
+  return path.string();
+}
+
+}  // namespace corvane::tools

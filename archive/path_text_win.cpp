@@ -1,0 +1,18 @@
+// The standard library would give UTF-8, and takes the code page.
+#include <windows.h>
+
+#include "archive/path_text.h"
+
+namespace corvane::tools {
+
+std::string NarrowName(const std::filesystem::path& path) {
+  const std::wstring& wide = path.native();
+  const auto length = static_cast<int>(wide.size());
+  const int size =
+      WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+  std::string text(static_cast<std::size_t>(size), '\0');
+  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, text.data(), size, nullptr, nullptr);
+  return text;
+}
+
+}  // namespace corvane::tools
