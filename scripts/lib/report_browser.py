@@ -108,6 +108,16 @@ class Day:
             return [...document.getElementById("group").options].find(
               (one) => one.textContent.startsWith("9002 ")).value;""")
         check(f"{by_group} calls by group", filter_by(self.driver, group=chosen) == by_group)
+        spoke = len({(call, start) for start, call in re.findall(
+            r"^(.{19}) - Call ID: (\d+) - Calling SSI: 5113\b", self.logs, re.M)})
+        chosen = self.driver.execute_script("""
+            return [...document.getElementById("radio").options].find(
+              (one) => one.textContent.startsWith("5113 ")).value;""")
+        check("at least those that a radio began",
+              filter_by(self.driver, radio=chosen) >= spoke > 0)
+        # No radio of the generated day has a name.
+        check("all by what has no name",
+              filter_by(self.driver, unnamed=True) == self.logs.count("- Calling SSI: "))
         released = self.logs.count(" - VC D-Released")
         check(f"{released} by a word", filter_by(self.driver, text="released") == released)
         check(f"{self.recorded} by recording",
@@ -115,6 +125,69 @@ class Day:
         check("fewer by two words", 0 < filter_by(self.driver, text="released 9002") < by_group)
         check("some by their length", 0 < filter_by(self.driver, least="10") < released)
         check("none by a length that no call has", filter_by(self.driver, least="3000") == 0)
+
+    def parts(self):
+        """In the order in which somebody asks in the morning."""
+        titles = self.driver.execute_script("""
+            return [...document.querySelectorAll("h2, h3")].map((one) => one.textContent);""")
+        wanted = ["Overview", "Airtime", "How calls ended", "Airtime of groups", "Missed and why",
+                  "New groups and radios", "Unnamed", "Silent gaps", "24 hours",
+                  "What happened to setups", "Calls", "Groups and radios"]
+        check(f"{titles}", [title for title in titles if title in wanted] == wanted)
+
+    def timeline(self):
+        """A click where a call is drawn chooses it in the table."""
+        found = self.driver.execute_script("""
+            const canvas = document.getElementById("lanes");
+            const draw = canvas.getContext("2d");
+            const data = draw.getImageData(0, 0, canvas.width, canvas.height).data;
+            const colours = new Set();
+            for (let at = 0; at < data.length; at += 4) {
+              colours.add(data[at] << 16 | data[at + 1] << 8 | data[at + 2]);
+            }
+            const before = document.querySelector("#grid [aria-selected=true]");
+            const chosen = new Set();
+            for (let x = 160; x < canvas.clientWidth / 2; x += 7) {
+              // The table scrolls into view.
+              const box = canvas.getBoundingClientRect();
+              canvas.dispatchEvent(new MouseEvent("click", {bubbles: true,
+                clientX: box.left + x, clientY: box.top + 32}));
+              const row = document.querySelector("#grid [aria-selected=true]");
+              if (row) chosen.add(row.textContent);
+            }
+            return {colours: colours.size, before: before !== null, chosen: [...chosen]};""")
+        check("lanes are drawn", found["colours"] > 3)
+        check(f"clicks choose calls of the lane: {len(found['chosen'])}", not found["before"] and
+              len(found["chosen"]) > 3 and all("9001" in text for text in found["chosen"]))
+
+    def setups(self, tools):
+        day = glob.glob(self.folder + "/Daily/*")[0]
+        printed = subprocess.run([tools, "replay", day + "/TETRA_cc.log", "--events",
+                                  day + "/TETRA_event.log", "-F", "csv", "-q"], check=False,
+                                 stdout=subprocess.PIPE, encoding="utf-8").stdout
+        outcomes = {}
+        for row in csv.DictReader(io.StringIO(printed)):
+            outcomes[row["outcome"]] = outcomes.get(row["outcome"], 0) + 1
+        shown = self.driver.execute_script("""
+            return [...document.querySelectorAll("#outcomes tbody tr")].map((row) =>
+              [row.cells[0].textContent, row.cells[1].textContent]);""")
+        check(f"what replay decided: {shown}", len(shown) > 2 and {
+            name.replace(" ", "_"): int(number.replace(",", "")) for name, number in shown} ==
+            outcomes)
+
+    def people(self):
+        shown = self.driver.execute_script("""
+            location.hash = "#group-9002";
+            window.dispatchEvent(new Event("hashchange"));
+            const person = document.getElementById("person");
+            return {text: person.textContent, rows: [...person.querySelectorAll("table")].map(
+              (table) => table.tBodies[0].rows.length), hidden: person.hidden};""")
+        calls = len(re.findall(r"Group: 9002 ", self.logs))
+        check("the page of a group", not shown["hidden"] and
+              shown["text"].startswith("Group 9002 Group 9002") and f"{calls} calls" in
+              shown["text"])
+        check(f"who spoke, who answered whom and when {shown['rows']}", len(shown["rows"]) == 3 and
+              all(rows > 0 for rows in shown["rows"]))
 
     def exports(self, tools):
         everything = filter_by(self.driver)
@@ -317,6 +390,10 @@ def use(page, folder, tools, axe=""):
             day = Day(driver, downloads, page, folder)
             cases.run("TheReportOpens", day.opens)
             cases.run("TotalsEqualTheLogs", day.totals)
+            cases.run("ItsPartsAreInTheirOrder", day.parts)
+            cases.run("TheTimelineLeadsToCalls", day.timeline)
+            cases.run("SetupsAreWhatReplayDecides", day.setups, tools)
+            cases.run("GroupsHavePages", day.people)
             cases.run("Filters", day.filters)
             cases.run("ExportsWhatIsShown", day.exports, tools)
             cases.run("PlaysARecording", day.plays)

@@ -144,5 +144,26 @@ TEST_F(WatchBesideCorvane, TellsSilenceAndLittleRoomStampsLinesAndKeepsCopies) {
   ExpectItGoesOn();
 }
 
+class ListsBesideCorvane : public CompanionTest {
+ protected:
+  unsigned Import() {
+    StartTools({"lists", "import", "op25", Beside("list.tsv").string(), "--write"});
+    return tools_->WaitForExit(kGenerousLimit_ms).value_or(99);
+  }
+};
+
+// Corvane would write over the new names.
+TEST_F(ListsBesideCorvane, NamesAreWrittenOnlyWhenCorvaneIsClosed) {
+  Folder().Write("TETRA_GSSI.txt", kNamedGroups);
+  Folder().Write("../list.tsv", "9002\tSouth\n");
+  Begin();
+  EXPECT_EQ(Import(), 2u);
+  EXPECT_TRUE(Contains(Said(), "Corvane runs in ")) << Said();
+  EXPECT_EQ(Folder().Read("TETRA_GSSI.txt"), kNamedGroups);
+  CloseCorvane();
+  EXPECT_EQ(Import(), 0u) << Said();
+  EXPECT_TRUE(Contains(Folder().Read("TETRA_GSSI.txt"), ";262;42;South;"));
+}
+
 }  // namespace
 }  // namespace corvane::desktop

@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+#include <regex>
+
+#include "base/text.h"
 #include "unit/archive/folder_fixture.h"
 #include "unit/archive/wav_bytes.h"
 
@@ -24,6 +28,7 @@ TEST(ParseRecordingName, TextBehindItIsTheUsers) {
   ASSERT_TRUE(name);
   EXPECT_EQ(name->gssi, 9001);
   EXPECT_TRUE(name->renamed);
+  EXPECT_EQ(name->size, std::string("142305_1207_9001").size());
 }
 
 TEST(ParseRecordingName, OtherNames) {
@@ -33,6 +38,27 @@ TEST(ParseRecordingName, OtherNames) {
                            "142305__9001.wav", "142305-1207-9001.wav", "142305_1207_9001.mp3"}) {
     EXPECT_FALSE(ParseRecordingName(name)) << name;
   }
+}
+
+// The manual says by which mask other programs read names; they compile it as this is compiled.
+TEST(RecordingNames, TheMaskOfTheManualReadsThem) {
+  std::ifstream page("docs/manual/phone.md", std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(page), {}};
+  const std::string row = "| file mask | `";
+  const std::size_t at = text.find(row);
+  ASSERT_NE(at, std::string::npos);
+  std::string mask = text.substr(at + row.size());
+  mask.resize(mask.find('`'));
+  mask = ReplaceAll(ReplaceAll(mask, "#TIME", "([0-9]{6})"), "#TG", "([0-9]+)");
+  const std::regex reader(mask);
+  for (const char* name : {"142305_1207_9001.wav", "142305_1207_9001_call_forced_end.wav",
+                           "142305_1207_9001 the long one.wav"}) {
+    std::cmatch found;
+    ASSERT_TRUE(std::regex_search(name, found, reader)) << name;
+    EXPECT_EQ(found.str(1), "142305");
+    EXPECT_EQ(found.str(2), "9001");
+  }
+  EXPECT_FALSE(std::regex_search("newTmp.wav", reader));
 }
 
 class FindRecordingsTest : public FolderTest {};

@@ -1,6 +1,11 @@
 // corvane-tools report as it is called.
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <map>
+#include <utility>
+
+#include "archive/instant.h"
 #include "base/text.h"
 #include "tools/report/report_files.h"
 #include "unit/archive/wav_bytes.h"
@@ -142,6 +147,61 @@ TEST_F(ReportCommandTest, ADayWithoutEventLogIsToldFromOneWithoutGaps) {
   const std::string days = Between(Content("p.html"), "\"days\":[", "]");
   EXPECT_THAT(days, HasSubstr("\"name\":\"20261114\",\"start\":1794614400,\"logged\":false"));
   EXPECT_THAT(days, HasSubstr("\"name\":\"20261115\",\"start\":1794700800,\"logged\":true"));
+}
+
+// What a night leaves behind: recordings cut off, renamed, without sound, too many to look at, no
+// control channel log, a half line at the end.
+TEST_F(ReportCommandTest, ADayInAnyStateIsReadAndNothingInItChanges) {
+  constexpr int kMany = 10'000;
+  const std::string day = Day("a");
+  const std::string log = "Daily/20261115/TETRA_event.log";
+  Put(log, Content(log) + "15/11/2026 14:30:00 - Call ID: 8 - On car");
+  const std::string whole = WavBytes(std::vector<int>(300, 9000), 1000);
+  const std::string first = Put("Daily/20261115/Record/000000_1_9001.wav", whole);
+  for (int i = 1; i < kMany; ++i) {
+    const std::string name = IsoDate(TimeAt(i)).substr(11) + "_" + std::to_string(i) + "_9001.wav";
+    std::filesystem::create_hard_link(first,
+                                      Path("Daily/20261115/Record/" + ReplaceAll(name, ":", "")));
+  }
+  Put("Daily/20261115/Record/142306_7_9001.wav", whole.substr(0, whole.size() / 2));
+  Put("Daily/20261115/Record/150000_9_9001 kept.wav", whole);
+  Put("Daily/20261115/Record/the best one.wav", whole.substr(0, 20));
+  Put("Daily/20261115/Record/newTmp.wav", whole);
+  const auto state = [&] {
+    std::map<std::string, std::pair<std::uintmax_t, std::filesystem::file_time_type>> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(Path("Daily"))) {
+      files[entry.path().string()] = {entry.is_directory() ? 0 : entry.file_size(),
+                                      entry.last_write_time()};
+    }
+    return files;
+  };
+  const auto before = state();
+  const std::string text = Content(log);
+  const Run run = Tools({"report", day, "-o", Path("page.html")});
+  EXPECT_EQ(run.code, ExitCode::kDone) << run.err;
+  EXPECT_THAT(run.err, HasSubstr("10003 calls, 10003 followed, 10003 recorded\n"));
+  EXPECT_EQ(state(), before);
+  EXPECT_EQ(Content(log), text);
+  const std::string notices = Between(Content("page.html"), "\"notices\":[", "]");
+  for (const char* notice : {"2 recordings were renamed", "1 recordings hold no sound",
+                             "newTmp.wav is a recording under way", "no TETRA_cc.log"}) {
+    EXPECT_THAT(notices, HasSubstr(notice));
+  }
+}
+
+TEST_F(ReportCommandTest, OnATerminalTheWorkHasABar) {
+  Day("a");
+  for (int i = 0; i < 5; ++i) {
+    Put("Daily/20261115/Record/14000" + std::to_string(i) + "_7_9001.wav",
+        WavBytes(std::vector<int>(300, 9000), 1000));
+  }
+  StringOutput out;
+  StringOutput err;
+  Console console{out, err, false, true};
+  ASSERT_EQ(RunTools({"report", Path("Daily/20261115"), "-o", Path("p.html")}, console),
+            ExitCode::kDone);
+  EXPECT_THAT(err.text(), HasSubstr("\r[##########"));
+  EXPECT_THAT(err.text(), HasSubstr("] 100 %"));
 }
 
 TEST_F(ReportCommandTest, WhatFailsIsNeverDone) {
