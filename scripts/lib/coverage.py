@@ -35,6 +35,11 @@ class Source:
         rows[0] = rows[0][column - 1:]
         return unreached.plain(" ".join(rows))
 
+    def decides(self, place):
+        """Not what a macro of the system decides, nor what the compiler does."""
+        before = self.rows[place[0] - 1][:place[1] - 1]
+        return self.text_at(*place) != "" and not before.endswith("if constexpr (")
+
     def unreached(self):
         """(text, way) -> first line; of a function that is not called, nothing but itself."""
         found = {}
@@ -62,9 +67,10 @@ def read(report, root):
         lines = entry["summary"]["lines"]
         source.lines = [lines["count"], lines["covered"]]
         for branch in entry["branches"]:
-            ways = source.ways[tuple(branch[:4])]
-            ways[0] += branch[4]
-            ways[1] += branch[5]
+            place = tuple(branch[:4])
+            if source.decides(place):
+                source.ways[place][0] += branch[4]
+                source.ways[place][1] += branch[5]
     for function in data["functions"]:
         path = Path(function["filenames"][0])
         if path.is_relative_to(root / "src"):

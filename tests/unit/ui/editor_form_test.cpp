@@ -300,6 +300,20 @@ TEST_F(EditorFormTest, DoesNothingOnceTheProgramShutsDown) {
   EXPECT_TRUE(Group(9001).Follow);
 }
 
+TEST_F(EditorFormTest, WithoutANetworkARecordOfNoneIsNotSelectedEither) {
+  AddGroup(1, "Nowhere", 0, true, 0, 0);
+  network_.CurrentMcc = "0";
+  network_.CurrentMnc = "0";
+  Open();
+  EXPECT_EQ(Shown(dialog_.cboCountry), kSelectNetwork);
+  EXPECT_EQ(Shown(dialog_.cboNetworks), kSelectNetwork);
+  network_.CurrentMcc = "1";
+  network_.CurrentMnc = "1";
+  Open();
+  EXPECT_EQ(Shown(dialog_.cboCountry), "1");
+  EXPECT_EQ(Shown(dialog_.cboNetworks), "1");
+}
+
 TEST_F(EditorFormTest, OffersNoNetworkZeroWhileOnlyTheCountryIsKnown) {
   network_.CurrentMnc = "0";
   Open();
