@@ -161,9 +161,11 @@ TEST_F(ListTest, RemovingMovesTheSelectionWithItsLine) {
 TEST_F(ListTest, RemovingALineBelowTheSelectionLeavesItWhereItIs) {
   Fill(5);
   list_.Select(1);
+  (void)sink_.Take();
   list_.Remove(3);
   EXPECT_EQ(list_.list_index(), 1);
   EXPECT_EQ(list_.count(), 4);
+  EXPECT_EQ(sink_.Take().size(), 1U) << "the window is told";
 }
 
 TEST_F(ListTest, RemovingDoesNotLeaveTheViewBehindTheEnd) {
