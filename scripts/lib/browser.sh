@@ -12,7 +12,7 @@ fetch_axe() {
     command -v npm >/dev/null || return 1
     rm -rf "$folder"
     mkdir -p "$folder"
-    (cd "$folder" && run_logged axe-core timeout 120 npm pack --silent "axe-core@$AXE_VERSION" &&
+    (cd "$folder" && run_logged axe-core timeout 40 npm pack --silent "axe-core@$AXE_VERSION" &&
       tar -xzf "axe-core-$AXE_VERSION.tgz" package/axe.min.js) || return 1
   fi
   AXE=$folder/package/axe.min.js
