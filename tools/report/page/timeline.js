@@ -53,7 +53,7 @@ const drawTimeline = () => {
   canvas.height = height * scale;
   const draw = canvas.getContext("2d");
   draw.scale(scale, scale);
-  draw.font = "12px system-ui, sans-serif";
+  draw.font = "12px " + getComputedStyle(document.body).fontFamily;
   draw.textBaseline = "middle";
   draw.strokeStyle = colour("--line");
   draw.fillStyle = colour("--quiet");
