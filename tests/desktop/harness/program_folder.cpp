@@ -57,8 +57,11 @@ std::filesystem::path FinishedProgram(const std::string& name) {
 ProgramFolder::ProgramFolder(const std::filesystem::path& name) {
   static int made = 0;
   AwaitOneDay();
-  own_ = std::filesystem::temp_directory_path() /
-         ("corvane-" + std::to_string(OwnProcessId()) + "-" + std::to_string(++made));
+  // A test that was killed leaves its folder to whoever gets its number again.
+  do {
+    own_ = std::filesystem::temp_directory_path() /
+           ("corvane-" + std::to_string(OwnProcessId()) + "-" + std::to_string(++made));
+  } while (!std::filesystem::create_directory(own_));
   path_ = name.empty() ? own_ : own_ / name;
   std::filesystem::create_directories(path_);
   std::filesystem::copy_file(FinishedProgram("Corvane.exe"), path_ / "Corvane.exe",
