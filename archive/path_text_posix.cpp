@@ -7,4 +7,8 @@ std::string NarrowName(const std::filesystem::path& path) {
   return path.string();
 }
 
+std::filesystem::path PathOfNarrow(std::string_view text) {
+  return text;
+}
+
 }  // namespace corvane::tools

@@ -69,7 +69,7 @@ class NotedPrompts : public Prompts {
 // that does not tell small letters from capitals.
 std::filesystem::path FindFile(const std::string& folder, const char* name) {
   std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+  for (const auto& entry : std::filesystem::directory_iterator(PathOfNarrow(folder), error)) {
     if (SameWord(NarrowName(entry.path().filename()), name)) return entry.path();
   }
   return {};
@@ -94,7 +94,8 @@ std::string MeaningOf(ErrorNumber error) {
 
 std::string LoadGroups(const std::string& folder, GssiTable& table, bool& found) {
   std::error_code error;
-  if (!std::filesystem::is_directory(folder, error)) return folder + ": there is no such folder";
+  if (!std::filesystem::is_directory(PathOfNarrow(folder), error))
+    return folder + ": there is no such folder";
   const std::filesystem::path path = FindFile(folder, "TETRA_GSSI.txt");
   found = !path.empty();
   if (!found) return "";
@@ -130,9 +131,10 @@ std::string UserLists::SubscriberLabel(std::int32_t mcc, std::int32_t mnc, std::
   return found ? Utf8(subscribers[*found].Label.trimmed()) : std::string();
 }
 
-std::string LoadSettings(const std::string& path, ReplayStart& start) {
+std::string LoadSettings(const std::string& name, ReplayStart& start) {
+  const std::filesystem::path path = PathOfNarrow(name);
   std::string content;
-  if (const FileError error = ReadFile(path, content)) return path + ": " + MeaningOf(error);
+  if (const FileError error = ReadFile(path, content)) return name + ": " + MeaningOf(error);
   OneFile files(path);
   NotedPrompts prompts;
   ReplayLoop loop;
@@ -142,7 +144,7 @@ std::string LoadSettings(const std::string& path, ReplayStart& start) {
   Form1 form(window);
   StartErrors errors(files, prompts, "");
   SettingsFile settings(files, prompts, now, flags, form, start.presets, errors, "");
-  if (settings.ReadSettings() != Load::kOk) return path + ": no settings of this version";
+  if (settings.ReadSettings() != Load::kOk) return name + ": no settings of this version";
   start.zero_offset = form.optOffsets[0].value;
   start.log_mode = form.chkCreateCallActivityCvsFile.checked();
   return "";

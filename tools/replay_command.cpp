@@ -6,6 +6,7 @@
 
 #include "archive/event_feed.h"
 #include "archive/log_lines.h"
+#include "archive/path_text.h"
 #include "archive/replay.h"
 #include "archive/timed_lines.h"
 #include "archive/user_files.h"
@@ -47,8 +48,8 @@ std::string ChooseNetwork(const ReplayOptions& options, const GssiTable& groups,
 
 bool IsSameFile(const std::string& a, const std::string& b) {
   std::error_code error;
-  return !a.empty() && !b.empty() && std::filesystem::is_regular_file(a, error) &&
-         std::filesystem::equivalent(a, b, error);
+  return !a.empty() && !b.empty() && std::filesystem::is_regular_file(PathOfNarrow(a), error) &&
+         std::filesystem::equivalent(PathOfNarrow(a), PathOfNarrow(b), error);
 }
 
 class ReplayRun {
@@ -87,9 +88,9 @@ class ReplayRun {
   }
 
   std::string OpenInputs() {
-    if (!lines_.Open(options_.input)) return options_.input + " cannot be read";
+    if (!lines_.Open(PathOfNarrow(options_.input))) return options_.input + " cannot be read";
     if (options_.events.empty()) return "";
-    if (!events_.Open(options_.events)) return options_.events + " cannot be read";
+    if (!events_.Open(PathOfNarrow(options_.events))) return options_.events + " cannot be read";
     timed_.SetEvents(events_);
     return "";
   }

@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "archive/path_text.h"
 #include "archive/replay_ports.h"
 #include "archive/user_files.h"
 #include "base/number_text.h"
@@ -89,7 +90,7 @@ std::string ProgramLists::Running() const {
 bool ProgramLists::IsOneOf(const std::string& path) const {
   for (const char* name : {kGroupFile, kRadioFile}) {
     std::error_code error;
-    if (std::filesystem::equivalent(path, std::filesystem::path(folder_) / name, error))
+    if (std::filesystem::equivalent(PathOfNarrow(path), PathOfNarrow(folder_) / name, error))
       return true;
   }
   return false;

@@ -9,6 +9,7 @@
 #include "archive/call_text.h"
 #include "archive/day_folder.h"
 #include "archive/day_reader.h"
+#include "archive/path_text.h"
 #include "archive/user_files.h"
 #include "base/number_text.h"
 #include "tools/command.h"
@@ -52,7 +53,7 @@ class ReportRun {
  private:
   std::string OpenDays() {
     for (const std::string& name : options_.days) {
-      auto day = OpenDayFolder(name);
+      auto day = OpenDayFolder(PathOfNarrow(name));
       if (!day) return name + ": there is no such folder";
       const auto same = [&](const DayFolder& known) { return known.path == day->path; };
       if (std::none_of(request_.days.begin(), request_.days.end(), same)) {
@@ -79,7 +80,7 @@ class ReportRun {
     bool found = false;
     take(LoadGroups(folder, lists_.groups, found));
     take(LoadSubscribers(folder, lists_.subscribers, found));
-    const std::filesystem::path settings = std::filesystem::path(folder) / "corvane_simple.dat";
+    const std::filesystem::path settings = PathOfNarrow(folder) / "corvane_simple.dat";
     std::error_code error;
     if (std::filesystem::exists(settings, error)) {
       take(LoadSettings(NarrowName(settings), request_.start));
@@ -101,7 +102,7 @@ class ReportRun {
     for (const DayFolder& day : request_.days) {
       for (const std::filesystem::path& used : {day.event_log, day.cc_log, day.daily_calls}) {
         std::error_code error;
-        if (!used.empty() && std::filesystem::equivalent(used, output_, error)) {
+        if (!used.empty() && std::filesystem::equivalent(used, PathOfNarrow(output_), error)) {
           return output_ + " would be overwritten";
         }
       }
@@ -136,7 +137,7 @@ class ReportRun {
     page_.result = &result_;
     page_.lists = request_.lists;
     page_.known = ReadEarlierDays(request_.days, static_cast<std::size_t>(options_.earlier));
-    page_.folder = std::filesystem::path(output_).parent_path();
+    page_.folder = PathOfNarrow(output_).parent_path();
     page_.Write(*out_);
   }
 

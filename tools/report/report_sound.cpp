@@ -86,7 +86,7 @@ std::string SoundWork::Merge(std::vector<std::string>& notices) const {
   for (const CallRecord& call : calls_) {
     if (!call.recording) continue;
     std::error_code error;
-    if (std::filesystem::equivalent(call.recording->file, options_.merge, error)) {
+    if (std::filesystem::equivalent(call.recording->file, PathOfNarrow(options_.merge), error)) {
       return options_.merge + " would be overwritten";
     }
     SharedFile file;

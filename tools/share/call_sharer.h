@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "archive/path_text.h"
 #include "tools/command.h"
 #include "tools/share/hooks.h"
 #include "tools/share/outbox.h"
@@ -21,7 +22,10 @@ class CallSharer {
  public:
   // Options and console outlive it.
   CallSharer(const ShareOptions& options, Console& console, Outbox::Link link = Outbox::HardLink)
-      : options_(options), console_(console), outbox_(options.outbox, link), hooks_(options.hook) {}
+      : options_(options),
+        console_(console),
+        outbox_(PathOfNarrow(options.outbox), link),
+        hooks_(options.hook) {}
 
   // Makes the outbox. "" or what is wrong.
   [[nodiscard]] std::string Open();

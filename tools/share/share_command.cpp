@@ -33,9 +33,10 @@ class ShareRun {
   ExitCode Run() {
     std::string wrong;
     if (options_.follow) {
-      if (!fs::is_directory(options_.folder)) wrong = options_.folder + ": there is no such folder";
+      if (!fs::is_directory(PathOfNarrow(options_.folder)))
+        wrong = options_.folder + ": there is no such folder";
     } else {
-      day_ = OpenDayFolder(options_.day);
+      day_ = OpenDayFolder(PathOfNarrow(options_.day));
       if (!day_) wrong = options_.day + ": there is no such folder";
     }
     if (wrong.empty()) wrong = sharer_.Open();
@@ -112,7 +113,7 @@ class ShareRun {
 
   std::string Follow() {
     const auto clock = SystemClock();
-    Follower follower(options_.folder, sharer_);
+    Follower follower(PathOfNarrow(options_.folder), sharer_);
     for (;;) {
       std::string wrong = follower.Look(SecondsOf(clock->Now()));
       if (!wrong.empty()) return wrong;

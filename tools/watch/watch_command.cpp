@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "archive/instant.h"
+#include "archive/path_text.h"
 #include "base/number_text.h"
 #include "tools/arguments.h"
 #include "tools/command.h"
@@ -79,22 +80,22 @@ class WatchRun {
 
   ExitCode Run() {
     std::error_code error;
-    if (!fs::is_directory(options_.folder, error)) {
+    if (!fs::is_directory(PathOfNarrow(options_.folder), error)) {
       return Fail(console_, kWatch, options_.folder + ": there is no such folder");
     }
-    if (!options_.stamps.empty() && IsInFolder(options_.stamps)) {
+    if (!options_.stamps.empty() && IsInFolder(PathOfNarrow(options_.stamps))) {
       return Fail(console_, kWatch, options_.stamps + " is in Corvane's folder");
     }
     if (options_.notify) notifier_ = SystemNotifier();
     if (options_.notify && notifier_ == nullptr) {
       return Fail(console_, kWatch, "this system has no notices beside the clock: take --exec");
     }
-    Watcher watcher(options_.folder, options_.limits);
+    Watcher watcher(PathOfNarrow(options_.folder), options_.limits);
     const auto clock = SystemClock();
     const auto files = SystemFiles();
     for (;;) {
       const DateTime now = clock->Now();
-      const fs::space_info space = fs::space(options_.folder, error);
+      const fs::space_info space = fs::space(PathOfNarrow(options_.folder), error);
       const auto room = error ? std::nullopt : std::optional<std::uint64_t>(space.available);
       const Watcher::Seen seen = watcher.Look(SecondsOf(now), room);
       std::string stamped;
@@ -122,7 +123,7 @@ class WatchRun {
   [[nodiscard]] bool IsInFolder(const fs::path& file) const {
     std::error_code error;
     fs::path folder = fs::weakly_canonical(fs::absolute(file, error), error).parent_path();
-    while (!fs::equivalent(folder, options_.folder, error)) {
+    while (!fs::equivalent(folder, PathOfNarrow(options_.folder), error)) {
       if (folder == folder.parent_path()) return false;
       folder = folder.parent_path();
     }

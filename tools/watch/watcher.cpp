@@ -6,6 +6,7 @@
 
 #include "archive/instant.h"
 #include "archive/log_lines.h"
+#include "archive/path_text.h"
 #include "archive/shared_file.h"
 #include "base/number_text.h"
 
@@ -90,12 +91,12 @@ void Watcher::LookForRoom(std::optional<std::uint64_t> room, Seen& seen) {
 void Watcher::KeepCopies(Seen& seen) {
   for (const std::string stem : {"TETRA_GSSI", "TETRA_SSI"}) {
     const fs::path list = folder_ / (stem + ".txt");
-    const fs::path copy = fs::path(limits_.copies) / (stem + "_" + FolderDate(*day_) + ".txt");
+    const fs::path copy = PathOfNarrow(limits_.copies) / (stem + "_" + FolderDate(*day_) + ".txt");
     std::error_code error;
     if (fs::exists(copy, error) || !fs::exists(list, error)) continue;
     fs::path part = copy;
     part += ".part";
-    fs::create_directories(limits_.copies, error);
+    fs::create_directories(PathOfNarrow(limits_.copies), error);
     std::string content;
     std::ofstream stream;
     const bool read = ReadShared(list, kLargestList, content);
