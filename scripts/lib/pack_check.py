@@ -23,12 +23,21 @@ FILES = (
     f"{CASES}/desktop/windows_check.exe",
     "scripts/lib/check.cmd",
 )
+# What persistence_test reads of the checkout, at its places there.
+FOLDERS = ("samples", "tests/corpus", "tests/golden")
 PAGE = ("docs/windows-check.md", "README.txt")
 
 
 def with_windows_lines(path):
     with open(path, "rb") as file:
         return file.read().replace(b"\r\n", b"\n").replace(b"\n", b"\r\n")
+
+
+def files_in(folders):
+    for folder in folders:
+        for place, _, names in sorted(os.walk(os.path.join(ROOT, folder))):
+            for name in sorted(names):
+                yield os.path.relpath(os.path.join(place, name), ROOT).replace(os.sep, "/")
 
 
 def main(zip_file):
@@ -42,6 +51,8 @@ def main(zip_file):
                 package.writestr(place, with_windows_lines(path))
             else:
                 package.write(path, place)
+        for name in files_in(FOLDERS):
+            package.write(os.path.join(ROOT, name), f"{top}/{name}")
         package.writestr(f"{top}/{PAGE[1]}", with_windows_lines(os.path.join(ROOT, PAGE[0])))
     os.replace(part, zip_file)
 
