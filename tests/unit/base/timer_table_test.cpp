@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 
 namespace corvane {
@@ -28,6 +29,16 @@ TEST_F(TimerTableTest, ADisabledTimerIsNeverDue) {
   Add(60, "a");
   EXPECT_EQ(table_.NextDueMs(), std::nullopt);
   EXPECT_EQ(Ticks(1'000'000), "");
+}
+
+TEST_F(TimerTableTest, ATimerThatWasRemovedIsNotTakenForTheNextOne) {
+  const auto a = Add(60, "a");
+  const auto b = Add(70, "b");
+  table_.Remove(a);
+  EXPECT_THROW((void)table_.interval_ms(a), std::out_of_range);
+  EXPECT_EQ(table_.interval_ms(b), 70);
+  table_.Remove(b);
+  EXPECT_THROW((void)table_.interval_ms(b), std::out_of_range);
 }
 
 TEST_F(TimerTableTest, TicksStayOnTheGridOfTheirEnabling) {
