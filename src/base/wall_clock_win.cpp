@@ -7,6 +7,8 @@
 #include <array>
 #include <cmath>
 
+#include "base/wide_text_win.h"
+
 namespace corvane {
 
 namespace {
@@ -40,12 +42,7 @@ std::string ToAnsi(std::wstring_view text) {
     if (c == kLeftToRightMark || c == kRightToLeftMark) continue;
     wide += c == kNarrowNoBreakSpace || c == kNoBreakSpace ? L' ' : c;
   }
-  const auto length = static_cast<int>(wide.size());
-  const int size =
-      WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string ansi(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, ansi.data(), size, nullptr, nullptr);
-  return ansi;
+  return Narrow(wide);
 }
 
 using TextBuffer = std::array<wchar_t, kLongestDateText>;
@@ -72,10 +69,7 @@ std::optional<DateTime> ReadBySettings(std::string_view text, LCID locale) {
   if (text.empty() || text.size() > kLongestDateText || text.find('\0') != text.npos) {
     return std::nullopt;
   }
-  std::array<wchar_t, kLongestDateText + 1> wide{};
-  const int size = MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()),
-                                       wide.data(), static_cast<int>(kLongestDateText));
-  if (size <= 0) return std::nullopt;
+  std::wstring wide = Wide(text);
   DATE date = 0;
   SYSTEMTIME parts{};
   if (FAILED(VarDateFromStr(wide.data(), locale, 0, &date))) return std::nullopt;
