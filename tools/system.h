@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -37,6 +38,16 @@ class StartedProgram {
   virtual ~StartedProgram() = default;
   // How it ended, 0 for success; nullopt while it runs.
   [[nodiscard]] virtual std::optional<int> Code() = 0;
+};
+
+// A file that one program at a time works with. Nobody is kept from reading or writing it; the claim
+// ends with this object, or with the program however that ends.
+class FileClaim {
+ public:
+  // Makes the file where there is none. nullptr when another program has claimed it; where the
+  // system cannot tell, none has.
+  [[nodiscard]] static std::unique_ptr<FileClaim> Take(const std::filesystem::path& file);
+  virtual ~FileClaim() = default;
 };
 
 // Whether Corvane.exe runs in `folder`, as far as this system can tell.

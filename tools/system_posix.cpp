@@ -2,6 +2,7 @@
 // or lie in a folder of Wine.
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -175,6 +176,18 @@ class ProcessPosix : public StartedProgram {
   pid_t process_;
 };
 
+class ClaimPosix : public FileClaim {
+ public:
+  explicit ClaimPosix(const fs::path& file)
+      : file_(file, O_RDWR | O_CREAT | O_CLOEXEC),
+        taken_(flock(file_.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {}
+  [[nodiscard]] bool taken() const { return taken_; }
+
+ private:
+  Descriptor file_;
+  bool taken_;
+};
+
 // Wine maps the file of a program that it runs, and leaves it mapped.
 bool HasMapped(const fs::path& process, const fs::path& program) {
   std::ifstream maps(process / "maps", std::ios::binary);
@@ -223,6 +236,12 @@ std::unique_ptr<StartedProgram> StartedProgram::Start(const std::vector<std::str
     return nullptr;
   }
   return std::make_unique<ProcessPosix>(process);
+}
+
+std::unique_ptr<FileClaim> FileClaim::Take(const fs::path& file) {
+  auto claim = std::make_unique<ClaimPosix>(file);
+  if (claim->taken()) return nullptr;
+  return claim;
 }
 
 bool CorvaneRunsIn(const std::string& folder) {

@@ -79,6 +79,32 @@ class ProcessWin : public StartedProgram {
   HANDLE process_;
 };
 
+// A byte is locked that lies far behind whatever the file holds.
+class ClaimWin : public FileClaim {
+ public:
+  explicit ClaimWin(const std::filesystem::path& file)
+      : file_(CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE,
+                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                          OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)) {
+    OVERLAPPED place{};
+    place.OffsetHigh = 0x40000000;
+    taken_ = file_ != INVALID_HANDLE_VALUE &&
+             LockFileEx(file_, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
+                        &place) == 0 &&
+             GetLastError() == ERROR_LOCK_VIOLATION;
+  }
+  ~ClaimWin() override {
+    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
+  }
+  ClaimWin(const ClaimWin&) = delete;
+  ClaimWin& operator=(const ClaimWin&) = delete;
+  [[nodiscard]] bool taken() const { return taken_; }
+
+ private:
+  HANDLE file_;
+  bool taken_ = false;
+};
+
 std::int64_t SecondsIn(const FILETIME& time) {
   constexpr std::int64_t kPerSecond = 10'000'000;
   const auto ticks = (static_cast<std::uint64_t>(time.dwHighDateTime) << 32U) | time.dwLowDateTime;
@@ -126,6 +152,12 @@ std::unique_ptr<StartedProgram> StartedProgram::Start(const std::vector<std::str
   }
   CloseHandle(started.hThread);
   return std::make_unique<ProcessWin>(started.hProcess);
+}
+
+std::unique_ptr<FileClaim> FileClaim::Take(const std::filesystem::path& file) {
+  auto claim = std::make_unique<ClaimWin>(file);
+  if (claim->taken()) return nullptr;
+  return claim;
 }
 
 bool CorvaneRunsIn(const std::string& folder) {

@@ -1,5 +1,5 @@
-// What the companion asks of Windows: files that it reads and that stay everybody's, and notices
-// beside the clock.
+// What the companion asks of Windows: files that it reads and that stay everybody's, one that it
+// keeps for itself, and notices beside the clock.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -9,6 +9,7 @@
 #include "archive/shared_file.h"
 #include "base/files_win.h"
 #include "contract/real_program_win.h"
+#include "tools/system.h"
 #include "tools/watch/notifier.h"
 
 namespace corvane::contract {
@@ -51,6 +52,21 @@ TEST(SharedFileWin, AReaderThatDoesNotShareWouldBeInTheWay) {
   EXPECT_NE(files.Rename(path, folder.path() + "\\b.txt"), kFileOk);
   EXPECT_NE(files.Delete(path), kFileOk);
   CloseHandle(held);
+}
+
+TEST(FileClaimWin, OneHasItAtATimeAndEveryoneMayWrite) {
+  const TemporaryFolder folder;
+  FilesWin files;
+  const std::string path = folder.path() + "\\shared.txt";
+  auto first = tools::FileClaim::Take(path);
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(tools::FileClaim::Take(path), nullptr);
+  EXPECT_EQ(files.Append(path, "done"), kFileOk);
+  std::string content;
+  EXPECT_EQ(files.ReadAll(path, content), kFileOk);
+  EXPECT_EQ(content, "done");
+  first.reset();
+  EXPECT_NE(tools::FileClaim::Take(path), nullptr);
 }
 
 TEST(NotifierWin, TheSystemTakesNoticesOneAfterTheOther) {

@@ -73,6 +73,8 @@ std::string Outbox::Open() {
   std::error_code error;
   fs::create_directories(folder_, error);
   if (!fs::is_directory(folder_, error)) return NarrowName(folder_) + " cannot be made";
+  claim_ = FileClaim::Take(notes());
+  if (!claim_) return NarrowName(folder_) + " is the outbox of another run of share";
   std::string said;
   if (fs::exists(notes(), error) && !ReadShared(notes(), kLargestNotes, said)) {
     return NarrowName(notes()) + " cannot be read";

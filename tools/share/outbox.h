@@ -1,17 +1,20 @@
 // The folder that readers watch: a recording and its sidecar for each shared call, in a folder for
 // each day, and the list of those that were shared. Whatever happens in between, a call is shared
-// once, and no reader finds a sidecar before it is whole and its recording is there.
+// once, and no reader finds a sidecar before it is whole and its recording is there. One run at a
+// time has it open.
 #pragma once
 
 #include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 
 #include "tools/share/sidecar.h"
+#include "tools/system.h"
 
 namespace corvane::tools {
 
@@ -57,6 +60,7 @@ class Outbox {
   // What the program called the recordings, by the names of the days.
   std::map<std::string, std::unordered_set<std::string>, std::less<>> shared_;
   std::size_t damaged_notes_ = 0;
+  std::unique_ptr<FileClaim> claim_;
 };
 
 }  // namespace corvane::tools

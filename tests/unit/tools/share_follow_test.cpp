@@ -61,10 +61,14 @@ class ShareFollowTest : public ShareTest {
   }
   // As when the program is started; what the one before knew is lost.
   void Begin(Outbox::Link link = Outbox::HardLink) {
-    follower_.reset();
+    End();
     sharer_ = std::make_unique<CallSharer>(options_, console_, link);
     ASSERT_EQ(sharer_->Open(), "");
     follower_ = std::make_unique<Follower>(options_.folder, *sharer_);
+  }
+  void End() {
+    follower_.reset();
+    sharer_.reset();
   }
   // `second` counts from midnight between the two days.
   void LookAt(std::int64_t second) { ASSERT_EQ(follower_->Look(kMidnight + second), ""); }
@@ -282,6 +286,21 @@ TEST_F(ShareFollowTest, ARecordingThatGoesMeanwhileEndsNothing) {
   EXPECT_EQ(err_.text(), "20261116/000000_7_9001.wav is gone\n");
 }
 
+TEST_F(ShareFollowTest, ASecondRunIsTurnedAway) {
+  Begin();
+  EndRecording(0, 1, 7, Sound());
+  const Arguments again = {"share", Path("c/Daily/20261116"), "--outbox", Path("out")};
+  const Run second = Tools(again);
+  EXPECT_EQ(second.code, ExitCode::kFailed);
+  EXPECT_THAT(second.err, HasSubstr("is the outbox of another run of share"));
+  EXPECT_THAT(InOutbox(".json"), IsEmpty());
+  LookAt(4);
+  LookAt(7);
+  EXPECT_THAT(InOutbox(".json"), ElementsAre("000000_7_9001.json")) << "the first one goes on";
+  End();
+  EXPECT_THAT(Tools(again).err, HasSubstr("0 calls shared, 1 before"));
+}
+
 TEST_F(ShareFollowTest, ANameThatTheUserAddsToIsNoNewCall) {
   Begin();
   EndRecording(0, 1, 7, Sound());
@@ -295,6 +314,7 @@ TEST_F(ShareFollowTest, ANameThatTheUserAddsToIsNoNewCall) {
   LookAt(9);
   LookAt(12);
   EXPECT_THAT(InOutbox(".json"), ElementsAre("000000_7_9001.json"));
+  End();
   const Run run = Tools({"share", Path("c/Daily/20261116"), "--outbox", Path("out")});
   EXPECT_THAT(run.err, HasSubstr("0 calls shared, 1 before"));
 }
