@@ -40,8 +40,8 @@ class StartedProgram {
   [[nodiscard]] virtual std::optional<int> Code() = 0;
 };
 
-// A file that one program at a time works with. Nobody is kept from reading or writing it; the claim
-// ends with this object, or with the program however that ends.
+// A file that one program at a time works with. Nobody is kept from reading or writing it; the
+// claim ends with this object, or with the program however that ends.
 class FileClaim {
  public:
   // Makes the file where there is none. nullptr when another program has claimed it; where the

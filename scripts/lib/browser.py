@@ -1,7 +1,10 @@
 """Headless Chromium for scripts that look at a page: starting it, keys, requests, and a list of
 named cases of which each passes or fails by itself."""
+import base64
 import json
 import os
+import re
+import subprocess
 import sys
 import time
 import traceback
@@ -92,6 +95,36 @@ def press(driver, key):
 def use_scheme(driver, scheme):
     driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {
         "features": [{"name": "prefers-color-scheme", "value": scheme}]})
+
+
+def print_page(driver, path):
+    """On A4, as a PDF."""
+    paper = {"paperWidth": 8.27, "paperHeight": 11.69, "printBackground": True}
+    printed = driver.execute_cdp_cmd("Page.printToPDF", paper)["data"]
+    with open(path, "wb") as file:
+        file.write(base64.b64decode(printed))
+
+
+def printed_text(path):
+    return subprocess.run(["pdftotext", "-layout", path, "-"], check=True, stdout=subprocess.PIPE,
+                          encoding="utf-8").stdout
+
+
+def printed_pages(path):
+    """The dots of each page from its top left corner on, 0 for black, 255 for white."""
+    rest = subprocess.run(["pdftoppm", "-r", "20", "-gray", path], check=True,
+                          stdout=subprocess.PIPE).stdout
+    pages = []
+    while rest:
+        header = re.match(rb"P5\s+(\d+)\s+(\d+)\s+255\s", rest)
+        end = header.end() + int(header[1]) * int(header[2])
+        pages.append(rest[header.end():end])
+        rest = rest[end:]
+    return pages
+
+
+def brightness(dots):
+    return sum(dots) / (255 * len(dots))
 
 
 def asked_for(driver):

@@ -12,7 +12,7 @@ RUN_PACKAGES="wine wine64 xvfb xauth x11-utils pulseaudio pulseaudio-utils fonts
 # The manual as HTML and PDF, and the zip.
 PACKAGE_PACKAGES="git python3 python3-markdown-it weasyprint fonts-liberation"
 # Reports in a browser without a window.
-BROWSER_PACKAGES="chromium chromium-driver python3-selenium"
+BROWSER_PACKAGES="chromium chromium-driver python3-selenium poppler-utils"
 BENCH_PACKAGES="cmake ninja-build $TOOLS_PACKAGES googletest libbenchmark-dev"
 FUZZ_PACKAGES="cmake ninja-build $TOOLS_PACKAGES googletest make python3 clang libclang-rt-dev"
 TEST_PACKAGES="$BENCH_PACKAGES $FUZZ_PACKAGES clang-format git"

@@ -18,8 +18,8 @@ import subprocess
 import sys
 import tempfile
 
-from browser import (Cases, asked_for, check, complaints, open_page, press, spoken, start_browser,
-                     use_scheme, wait_for)
+from browser import (Cases, asked_for, brightness, check, complaints, open_page, press, print_page,
+                     printed_pages, printed_text, spoken, start_browser, use_scheme, wait_for)
 from harmful_day import LABELS, RECORDING, TRANSCRIPT, write_harmful_day
 
 WORDS = ("9", "90", "900", "9001", "group", "group 9002", "14:", "14:2", "53", "531", "released",
@@ -275,6 +275,30 @@ class Day:
             check(f"{name}: nothing is wider than the page", wide <= width)
             self.driver.save_screenshot(f"{self.folder}-{name}.png")
 
+    def prints(self):
+        """Out of a dark page: each call that is chosen, on white."""
+        use_scheme(self.driver, "dark")
+        count = filter_by(self.driver, recorded=True)
+        drawn = """return [...document.querySelectorAll("#grid .row")]
+            .filter((row) => !row.hidden).length"""
+        before = self.driver.execute_script(drawn)
+        path = self.folder + "-printed.pdf"
+        print_page(self.driver, path)
+        rows = re.findall(r"^\f? *\d{4}-\d\d-\d\d \d\d:\d\d:\d\d +\d+ s +90",
+                          printed_text(path), re.M)
+        check(f"{len(rows)} rows for {count} calls", len(rows) == count > before)
+        every = filter_by(self.driver)
+        print_page(self.driver, path)
+        pages = printed_pages(path)
+        check(f"none of {len(pages)} pages is dark", min(map(brightness, pages)) > 0.8)
+        chart = pages[0][len(pages[0]) * 24 // 100:len(pages[0]) * 31 // 100]
+        check(f"the chart is on the first one: {brightness(chart):.2f}", brightness(chart) < 0.96)
+        check("of very many it says how many are left out",
+              f"{every - 2000} more are not printed" in printed_text(path))
+        check("the page is as it was", self.driver.execute_script(drawn) == before and
+              self.driver.execute_script(
+                  "return document.documentElement.classList.length") == 0)
+
     def quiet(self):
         allowed = ("file://" + os.path.dirname(os.path.abspath(self.page)), "data:", "blob:")
         asked = asked_for(self.driver)
@@ -400,6 +424,7 @@ def use(page, folder, tools, axe=""):
             cases.run("TheQueueByKeyboard", day.queue_by_keyboard)
             cases.run("TwiceTheSpeedWithoutPauses", day.speed_and_pauses)
             cases.run("FitsAScreenAndAPhone", day.fits)
+            cases.run("PrintsWhatIsChosen", day.prints)
             cases.run("NoRequestLeavesThePage", day.quiet)
             cases.run("EachControlHasAName", day.has_names)
             for scheme in ("light", "dark") if axe else ():

@@ -46,6 +46,7 @@ OTHER_HEADERS = {
     ("tests/unit/tools/lists_command_test.cpp", "unistd.h"): "maps a program as a system does",
     ("tools/system_posix.cpp", "fcntl.h"): "opens files that are to be on the disk when closed",
     ("tools/system_posix.cpp", "spawn.h"): "starts the program of a hook",
+    ("tools/system_posix.cpp", "sys/file.h"): "claims the list of an outbox",
     ("tools/system_posix.cpp", "sys/wait.h"): "asks how the program of a hook ended",
     ("tools/system_posix.cpp", "unistd.h"): "puts files on the disk",
     ("tools/terminal_posix.cpp", "unistd.h"): "asks whether a stream is a terminal",

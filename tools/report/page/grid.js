@@ -1,11 +1,12 @@
-// A table of which only the rows in view are elements.
+// A table of which only the rows in view are elements; on paper so many of them as are read there.
 class Grid {
   static rowHeight = 32;
   // Browsers limit how high an element may be; longer tables scroll in larger steps.
   static highest = 15e6;
 
-  constructor(host, titles, fill, picked) {
+  constructor(host, titles, fill, picked, mostOnPaper = 2000) {
     this.host = host;
+    this.mostOnPaper = mostOnPaper;
     this.fill = fill;
     this.picked = picked;
     this.rows = new Int32Array(0);
@@ -16,7 +17,10 @@ class Grid {
         element("div", {role: "columnheader", class: name || ""}, title)));
     this.pad = element("div", {class: "pad", role: "presentation"});
     this.pool = [];
+    this.onPaper = false;
+    this.rest = element("p", {class: "rest", hidden: ""});
     host.append(this.head, this.pad);
+    host.after(this.rest);
     host.addEventListener("scroll", () => this.draw());
     host.addEventListener("keydown", (event) => this.key(event));
     this.pad.addEventListener("click", (event) => {
@@ -44,10 +48,24 @@ class Grid {
     if (this.full <= this.height || room <= 0) return this.host.scrollTop / Grid.rowHeight;
     return this.host.scrollTop / room * (this.full - this.view) / Grid.rowHeight;
   }
+  // Rows on paper follow one another from the first one on.
+  print(onPaper) {
+    this.onPaper = onPaper;
+    const left = this.rows.length - this.mostOnPaper;
+    this.rest.hidden = !onPaper || left <= 0;
+    this.rest.textContent = `${countText(left)} more are not printed: choose fewer, or export them.`;
+    this.draw();
+    if (!onPaper) for (const row of this.pool.splice(100)) row.remove();
+  }
+  // Places of the first row that is an element and behind the last one.
+  extent(top) {
+    if (this.onPaper) return [0, Math.min(this.rows.length, this.mostOnPaper)];
+    return [Math.max(0, Math.floor(top) - 4),
+      Math.min(this.rows.length, Math.ceil(top + this.view / Grid.rowHeight) + 4)];
+  }
   draw() {
     const top = this.top();
-    const first = Math.max(0, Math.floor(top) - 4);
-    const last = Math.min(this.rows.length, Math.ceil(top + this.view / Grid.rowHeight) + 4);
+    const [first, last] = this.extent(top);
     const shift = this.host.scrollTop - top * Grid.rowHeight;
     for (let slot = 0; slot < Math.max(last - first, this.pool.length); ++slot) {
       const at = first + slot;

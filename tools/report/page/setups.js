@@ -10,9 +10,9 @@ const fillMissed = (row, m) => {
   cells[4].textContent = raw.missedId[m] < 0 ? "" : raw.missedId[m];
   cells[5].textContent = raw.details[raw.missedDetail[m]];
 };
+const missedGrid = new Grid(byId("missed-grid"), [["Time"], ["Why"], ["Group"], ["Radio", "talkers"],
+  ["Call ID", "number call"], ["", "end"]], fillMissed, null, 200);
 const setUpMissed = () => {
-  const table = new Grid(byId("missed-grid"), [["Time"], ["Why"], ["Group"], ["Radio", "talkers"],
-    ["Call ID", "number call"], ["", "end"]], fillMissed);
   const counts = raw.outcomes.filter(([, n]) => n > 0).sort((a, b) => b[1] - a[1]);
   const most = Math.max(1, ...counts.map(([, n]) => n));
   byId("outcomes").append(counts.length === 0
@@ -43,7 +43,7 @@ const setUpMissed = () => {
     byId("missed-count").textContent = `${counted(rows.length, "setup")}; "~" marks a time that ` +
       "lies between those of the event log";
     byId("missed-grid").hidden = missedWhy.length === 0;
-    table.show(Int32Array.from(rows));
+    missedGrid.show(Int32Array.from(rows));
   };
   whySelect.addEventListener("change", show);
   byId("missed-group").addEventListener("change", show);
