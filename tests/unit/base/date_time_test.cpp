@@ -74,6 +74,7 @@ TEST(DateTime, EveryPartHasItsLeastAndItsGreatestValue) {
 
 TEST(DateTime, LeapDaysFollowTheGregorianCalendar) {
   EXPECT_TRUE(IsValid({2028, 2, 29, 0, 0, 0}));
+  EXPECT_FALSE(IsValid({2028, 2, 30, 0, 0, 0}));
   EXPECT_FALSE(IsValid({2027, 2, 29, 0, 0, 0}));
   EXPECT_FALSE(IsValid({2100, 2, 29, 0, 0, 0}));
   EXPECT_TRUE(IsValid({2000, 2, 29, 0, 0, 0}));

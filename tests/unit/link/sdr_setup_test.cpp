@@ -267,6 +267,15 @@ TEST_F(SdrSetupTest, ASocketThatIsLostWithACommandGetsNoOther) {
   }
 }
 
+TEST_F(SdrSetupTest, ABoxThatStillDoesNotAnswerHoldsNothingUp) {
+  desktop.Do("check demodulator off");
+  sim().SetSilent(Handle(ids().demodulator), true);
+  ASSERT_TRUE(setup.Run());
+  const auto fronts = sim().foregrounds().size();
+  EXPECT_TRUE(setup.FinishCheckBoxes());
+  EXPECT_EQ(sim().foregrounds().size(), fronts) << "it is not pressed again yet";
+}
+
 TEST_F(SdrSetupTest, FinishingTheBoxesEndsAtWhicheverMomentTheSocketIsLost) {
   for (int moment = 0; moment < 150; moment += 5) {
     desktop.socket().PretendState(std::nullopt);
@@ -291,13 +300,19 @@ TEST_F(SdrSetupTest, EndsAtWhicheverEventTheProgramShutsDown) {
     flags.mblnShuttingDown = false;
     desktop.Do("stop");
     int tick = 0;
+    std::size_t fronts = 0;
     const auto timer = loop.MakeTimer(kTickMs, [&] {
       loop.Sleep(kTickMs);
-      if (++tick == last_tick) flags.mblnShuttingDown = true;
+      if (++tick != last_tick) return;
+      flags.mblnShuttingDown = true;
+      fronts = sim().foregrounds().size();
     });
     timer->SetEnabled(true);
     done = setup.Run();
     EXPECT_EQ(tick, done ? last_tick - 1 : last_tick);
+    if (!done) {
+      EXPECT_EQ(sim().foregrounds().size(), fronts) << last_tick;
+    }
     timer->SetEnabled(false);
     loop.AdvanceMs(300);
   }

@@ -59,6 +59,13 @@ TEST_F(CallActivityTest, SavingWritesGroupsInAscendingOrder) {
   EXPECT_EQ(files.Content(kActivityPath), "GSSI;Call Activity\r\n9;1\r\n70;2\r\n16777215;1\r\n");
 }
 
+TEST_F(CallActivityTest, LongerNumbersThanAnyGroupHasAreSortedByTheirFirstEightDigits) {
+  activity.LoadCallActivity();
+  for (const std::int32_t gssi : {1000000029, 1000000011}) activity.CallActivityTable.Count(gssi);
+  EXPECT_EQ(activity.SaveCallActivity(), 1);
+  EXPECT_EQ(files.Content(kActivityPath), "GSSI;Call Activity\r\n1000000029;1\r\n1000000011;1\r\n");
+}
+
 TEST_F(CallActivityTest, AnEmptyTableIsNotSaved) {
   files.Put(kActivityPath, "kept");
   EXPECT_EQ(activity.SaveCallActivity(), 0);

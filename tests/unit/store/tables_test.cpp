@@ -64,6 +64,17 @@ TEST(Tables, NetworkCodesThatNoRecordCanHoldAreNotFound) {
   EXPECT_EQ(subscribers.Find(65536, 0, 0, 0), std::nullopt);
 }
 
+TEST(Tables, NetworkCodesAtTheEndsOfARecordsRangeAreFound) {
+  constexpr std::int16_t kEnds[] = {-32768, 32767};
+  for (const std::int16_t end : kEnds) {
+    GssiTable groups;
+    GssiRecord group;
+    group.Mcc = group.Mnc = end;
+    groups.Append(group);
+    EXPECT_EQ(groups.Find(end, end, 0), 0U) << end;
+  }
+}
+
 TEST(Tables, OneSpareElementIsAlwaysBehindTheRecords) {
   GssiTable table;
   EXPECT_EQ(table.highest_index(), 0U);
