@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 namespace corvane {
@@ -69,6 +70,15 @@ TEST(DateTime, EveryPartHasItsLeastAndItsGreatestValue) {
     DateTime above = greatest;
     ++(above.*part);
     EXPECT_FALSE(IsValid(above)) << FixedGeneralDate(above);
+  }
+}
+
+TEST(DateTime, EachMonthHasItsLastDay) {
+  const std::array<int, 12> last = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  for (int month = 1; month <= 12; ++month) {
+    const int day = last[static_cast<std::size_t>(month - 1)];
+    EXPECT_TRUE(IsValid({2027, month, day, 0, 0, 0})) << month;
+    EXPECT_FALSE(IsValid({2027, month, day + 1, 0, 0, 0})) << month;
   }
 }
 

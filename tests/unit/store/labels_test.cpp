@@ -26,6 +26,13 @@ TEST(LabelLines, ALabelIsTheFieldBehindTheKey) {
   EXPECT_EQ(labels.Find("262;4"), std::nullopt);
 }
 
+TEST(LabelLines, AnEmptyKeyIsAKey) {
+  LabelLines lines(1);
+  lines.Append(";Name");
+  EXPECT_EQ(lines.Find(""), "Name");
+  EXPECT_EQ(lines.Find(";Name"), std::nullopt);
+}
+
 TEST(LabelLines, NumbersAreComparedAsText) {
   LabelLines labels(1);
   labels.Append("0262;Zero");

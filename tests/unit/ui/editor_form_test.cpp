@@ -171,6 +171,14 @@ TEST_F(EditorFormTest, TheArrowKeysSelectLikeAClick) {
   EXPECT_EQ(hand_over_.EditorGssi, 9001);
 }
 
+TEST_F(EditorFormTest, AnArrowKeyAtTheEndOfAListShowsItsLineAgain) {
+  Open(9001);
+  ArrowTo(dialog_.lstGSSI_Lockouts, 1);
+  form_->TextEdited(dialog_.txtGssiLabel, "being typed");
+  ArrowTo(dialog_.lstGSSI_Lockouts, 1);
+  EXPECT_EQ(dialog_.txtGssiLabel.text, "South");
+}
+
 // With End, Page Down or a letter, too: an update goes to the line that is selected.
 TEST_F(EditorFormTest, TheFieldsBelongToTheSelectedLineWhateverKeySelectedIt) {
   constexpr int kEnd = 35;

@@ -78,6 +78,12 @@ bool IsPage(ControlId id) {
          id == fraLoggingOptions || id == fraCheckboxDetection;
 }
 
+TEST_F(LayoutTest, WhatCompactModeCutsOffStaysWhereItIsInTheLeastWindow) {
+  for (const int dpi : {96, 144, 192}) {
+    EXPECT_EQ(Place({dpi, true, 0}).at(lstCallLog), Place({dpi, false, 0}).at(lstCallLog)) << dpi;
+  }
+}
+
 TEST_F(LayoutTest, FramesComeAfterEverythingThatStandsInThem) {
   std::set<const Control*> frames_seen;
   for (const ControlRow& row : table_.controls) {
@@ -264,6 +270,16 @@ TEST(CallLogRows, AreNeverLowerThanTheirText) {
   EXPECT_EQ(fit.client_height, 21 * 14 + 5);
 }
 
+TEST(CallLogRows, WithoutRoomThreeTenthsOfTheLastOneAreSeen) {
+  for (int font_height = 8; font_height <= 80; ++font_height) {
+    const RowFit fit = FitRows(kCallLogFullRows, 100, font_height);
+    ASSERT_EQ(fit.row_height, font_height);
+    const int part = fit.client_height - kCallLogFullRows * font_height;
+    EXPECT_GE(part * 100, font_height * 30) << font_height;
+    EXPECT_LT((part - 1) * 100, font_height * 30) << font_height;
+  }
+}
+
 TEST_F(LayoutTest, CallLogRowsFitTheLeastWindowAtEveryResolution) {
   // Heights of a line of Tahoma 8.25 and of a scroll bar with both borders.
   const std::map<int, std::pair<int, int>> measures = {
@@ -292,6 +308,12 @@ TEST(MoveIntoView, BringsALostWindowWhollyOntoTheNearestScreen) {
   EXPECT_EQ(MoveIntoView({100, -30, 830, 408}, screens), (PixelRect{100, 0, 830, 408}));
   EXPECT_EQ(MoveIntoView({-800, 10, 830, 408}, screens), (PixelRect{0, 10, 830, 408}));
   EXPECT_EQ(MoveIntoView({2000, 50, 830, 408}, screens), (PixelRect{2000, 200, 830, 408}));
+}
+
+TEST(MoveIntoView, OfScreensAboveEachOtherTheNearerOneGetsTheWindow) {
+  const PixelRect screens[] = {{0, 0, 1920, 1040}, {0, 1040, 1920, 1040}};
+  EXPECT_EQ(MoveIntoView({-2000, 1096, 830, 408}, screens), (PixelRect{0, 1096, 830, 408}));
+  EXPECT_EQ(MoveIntoView({-2000, 600, 830, 408}, screens), (PixelRect{0, 600, 830, 408}));
 }
 
 TEST(MoveIntoView, ShowsTheTitleOfAWindowLargerThanTheScreen) {
