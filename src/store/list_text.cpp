@@ -4,8 +4,7 @@
 #include <algorithm>
 #include <cassert>
 #include <charconv>
-#include <cstring>
-#include <numeric>
+#include <compare>
 
 namespace corvane {
 
@@ -29,6 +28,23 @@ char* PutNumber(char* at, char* end, std::int32_t value, std::ptrdiff_t width) {
   for (const char* digit = digits.data(); digit != last; ++digit) put(*digit);
   return at;
 }
+
+// Eight bytes as a number that is less where they are less, byte by byte.
+std::uint64_t BytesAsNumber(const char* bytes) {
+  std::uint64_t number = 0;
+  for (int at = 0; at < 8; ++at) number = number << 8U | static_cast<unsigned char>(bytes[at]);
+  return number;
+}
+
+// A key in numbers, and where it stood: of equal ones the earlier is less.
+struct PlacedKey {
+  std::uint64_t front;
+  std::uint64_t middle;
+  unsigned char last;
+  std::uint32_t position;
+  auto operator<=>(const PlacedKey&) const = default;
+};
+static_assert(std::tuple_size_v<ListKey> == 2 * sizeof(std::uint64_t) + 1);
 
 }  // namespace
 
@@ -86,15 +102,18 @@ ListKey MakeListKey(std::int16_t mcc, std::int16_t mnc, std::int32_t gssi) {
 }
 
 std::vector<std::uint32_t> ListOrder(const std::vector<ListKey>& keys) {
-  std::vector<std::uint32_t> order(keys.size());
-  std::iota(order.begin(), order.end(), 0U);
-  const auto less = [&keys](std::uint32_t a, std::uint32_t b) {
-    return std::memcmp(keys[a].data(), keys[b].data(), keys[a].size()) < 0;
-  };
-  // The program writes its lists in this order already.
-  if (!std::is_sorted(order.begin(), order.end(), less)) {
-    std::stable_sort(order.begin(), order.end(), less);
+  std::vector<PlacedKey> placed;
+  placed.reserve(keys.size());
+  for (const ListKey& key : keys) {
+    placed.push_back({BytesAsNumber(key.data()), BytesAsNumber(key.data() + 8),
+                      static_cast<unsigned char>(key.back()),
+                      static_cast<std::uint32_t>(placed.size())});
   }
+  // The program writes its lists in this order already.
+  if (!std::is_sorted(placed.begin(), placed.end())) std::sort(placed.begin(), placed.end());
+  std::vector<std::uint32_t> order;
+  order.reserve(placed.size());
+  for (const PlacedKey& key : placed) order.push_back(key.position);
   return order;
 }
 
