@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/wide_text_win.h"
 #include "desktop/harness/handles_win.h"
 
 namespace corvane::desktop {
@@ -30,25 +31,6 @@ int AskNumber(WindowHandle window, UINT message, WPARAM w_param = 0) {
 
 void Post(WindowHandle window, UINT message, WPARAM w_param = 0, LPARAM l_param = 0) {
   if (window != 0) PostMessageW(Hwnd(window), message, w_param, l_param);
-}
-
-std::string Narrow(const std::wstring& wide) {
-  if (wide.empty()) return {};
-  const int wide_length = static_cast<int>(wide.size());
-  const int length =
-      WideCharToMultiByte(CP_ACP, 0, wide.data(), wide_length, nullptr, 0, nullptr, nullptr);
-  std::string narrow(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(CP_ACP, 0, wide.data(), wide_length, narrow.data(), length, nullptr, nullptr);
-  return narrow;
-}
-
-std::wstring Widen(std::string_view narrow) {
-  if (narrow.empty()) return {};
-  const int narrow_length = static_cast<int>(narrow.size());
-  const int length = MultiByteToWideChar(CP_ACP, 0, narrow.data(), narrow_length, nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, narrow.data(), narrow_length, wide.data(), length);
-  return wide;
 }
 
 // A text by a message that gives its length and one that copies it. Room is left for a text that
@@ -77,7 +59,7 @@ DWORD OwnerOf(WindowHandle window) {
 }
 
 bool Replace(WindowHandle control, std::string_view text) {
-  const std::wstring wide = Widen(text);
+  const std::wstring wide = Wide(text);
   return Ask(control, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str())).has_value();
 }
 
