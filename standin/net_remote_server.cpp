@@ -137,8 +137,7 @@ void NetRemoteServer::Emit(ClientId id, std::string reply, Fault& fault) {
     for (std::size_t i = 2; i < reply.size(); i += 3) reply[i] = '#';
   }
   if (now.kind == FaultKind::kJoin) {
-    found->second.held_back += reply;
-    Log("hold-back", id, reply);
+    HoldBack(id, reply);
     return;
   }
   reply.insert(0, std::exchange(found->second.held_back, {}));
@@ -157,6 +156,20 @@ void NetRemoteServer::Emit(ClientId id, std::string reply, Fault& fault) {
       Later(id, 0, std::move(reply));
       break;
   }
+}
+
+void NetRemoteServer::HoldBack(ClientId id, std::string_view reply) {
+  Client& client = clients_.at(id);
+  Log("hold-back", id, reply);
+  client.held_back += reply;
+  if (client.held_back.size() > reply.size()) return;
+  const std::int64_t since_ms = hooks_.now_ms();
+  client.held_since_ms = since_ms;
+  agenda_.Add(since_ms + kMostHeldMs, [this, id, since_ms] {
+    const auto found = clients_.find(id);
+    if (found == clients_.end() || found->second.held_since_ms != since_ms) return;
+    Later(id, 0, std::exchange(found->second.held_back, {}));
+  });
 }
 
 void NetRemoteServer::Later(ClientId id, int ms, std::string bytes) {

@@ -18,7 +18,7 @@ using ClientId = int;  // from 1 on, never given twice; 0: none
 enum class FaultKind {
   kNone,
   kSplit,   // in two parts, the second `ms` later
-  kJoin,    // held back and sent together with the next one
+  kJoin,    // held back for kMostHeldMs at most and sent together with the next one
   kDelay,   // `ms` later
   kGarble,  // every third byte replaced
   kDrop,    // not sent
@@ -38,6 +38,7 @@ class NetRemoteServer {
   static constexpr int kMaxClients = 4;
   // One read takes no more; what is left comes with the next.
   static constexpr std::size_t kMaxReadBytes = 4096;
+  static constexpr int kMostHeldMs = 1000;
   // A client that sends more than this without being read is cut off.
   static constexpr std::size_t kMaxInboxBytes = 1 << 20;
 
@@ -90,6 +91,7 @@ class NetRemoteServer {
   struct Client {
     std::string inbox;
     std::string held_back;
+    std::int64_t held_since_ms = 0;
     bool busy = false;
     bool gone = false;              // nothing can be sent to it any more
     std::int64_t last_send_ms = 0;  // when the last part of what was answered goes out
@@ -99,6 +101,7 @@ class NetRemoteServer {
   void Read(ClientId id);
   void Finish(ClientId id, const std::string& command);
   void Emit(ClientId id, std::string reply, Fault& fault);
+  void HoldBack(ClientId id, std::string_view reply);
   void Later(ClientId id, int ms, std::string bytes);
   void SendNow(ClientId id, std::string_view bytes);
   void Drop(ClientId id, bool reset);

@@ -246,6 +246,10 @@ void CallFollower::DropWithLink() {
   if (call_.RecordingActive()) StopRecording();
 }
 
+void CallFollower::ParkAgain() {
+  RunGuarded([this] { (void)Park(Tuning::kWhileLinked); });
+}
+
 void CallFollower::EndForClosing() {
   if (FollowingCall()) RunGuarded([this] { ResetGuarded(Tuning::kWithAnswers); });
   // A call whose end was under way is not followed any more but may still be recorded.

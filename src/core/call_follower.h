@@ -101,6 +101,8 @@ class CallFollower {
   // The link is gone: the call, its display and the hold go too; a recording is saved. Nothing is
   // sent.
   void DropWithLink();
+  // Tunes to the control channel once more while no call is followed. Lets events run.
+  void ParkAgain();
   // The program closes: ends a followed call by the reset, with every command answered before the
   // next one, and saves a recording that an ending under way has left. Lets events run.
   void EndForClosing();

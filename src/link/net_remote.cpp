@@ -85,6 +85,7 @@ void NetRemote::SendCommand(const std::string& command, Sender sender) {
       flags.NetRemoteLinkUp = false;
       return;
     }
+    answers_lag_ = answers_lag_ || command_sent_;
     // A failed send shows in the socket's State; it is not reported twice.
     (void)context_.socket.SendData(command);
     command_sent_ = true;
@@ -97,9 +98,15 @@ void NetRemote::PressTimeslot(int timeslot) {
   context_.windows.PressSelector(context_.handles.Timeslot(timeslot));
 }
 
+void NetRemote::ForgetLostRefusal() {
+  answers_lag_ = false;
+  refusal_may_be_lost_ = false;
+}
+
 void NetRemote::CloseConnection() {
   context_.socket.Close();
   command_sent_ = false;
+  ForgetLostRefusal();
 }
 
 void NetRemote::CheckNetRemoteConnection() {
@@ -156,6 +163,7 @@ void NetRemote::OnDataArrival() {
   const NetRemoteReply reply = ReadNetRemoteReply(context_.socket.GetData());
   Handle(reply);
   if (reply.is_result) command_sent_ = false;
+  if (reply.more_lines && answers_lag_) refusal_may_be_lost_ = true;
 }
 
 void NetRemote::Handle(const NetRemoteReply& reply) {

@@ -46,6 +46,11 @@ class NetRemote : public SdrLink {
   [[nodiscard]] bool SocketConnected() const override;
   void PressTimeslot(int timeslot) override;
 
+  // Whether SDR# may have refused a command unheard: one was sent while another had been unanswered
+  // for too long, and since then a read had lines that were dropped.
+  [[nodiscard]] bool RefusalMayBeLost() const { return refusal_may_be_lost_; }
+  void ForgetLostRefusal();
+
   // Looks at the socket's State: connects when closed, closes when the peer has closed or after an
   // error, and sets NetRemoteConnected and the indicator. Lets events run when it connects and
   // when it ends a call.
@@ -71,6 +76,8 @@ class NetRemote : public SdrLink {
   std::function<bool()> save_timer_enabled_;
   bool command_sent_ = false;  // and not answered yet
   std::int64_t sent_at_ms_ = 0;
+  bool answers_lag_ = false;  // a command was sent while another was unanswered
+  bool refusal_may_be_lost_ = false;
 };
 
 }  // namespace corvane

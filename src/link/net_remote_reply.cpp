@@ -10,6 +10,8 @@ namespace corvane {
 
 namespace {
 
+constexpr std::string_view kEndOfLine = "\r\n";
+
 // What stands between the first ":" and the second, as it stands; nullopt without a ":".
 std::optional<std::string_view> AfterColon(std::string_view pair) {
   const std::size_t colon = pair.find(':');
@@ -25,7 +27,7 @@ std::string_view BeforeColon(std::string_view pair) {
 // The first line without quotes and without what encloses it.
 std::string Reduce(std::string_view received) {
   received = received.substr(0, kLongestReply);
-  received = received.substr(0, received.find("\r\n"));
+  received = received.substr(0, received.find(kEndOfLine));
   std::string text(received);
   std::erase(text, '"');
   if (text.size() < 2) return text;
@@ -85,6 +87,8 @@ void ReadError(const Pairs& pairs, NetRemoteReply& reply) {
 NetRemoteReply ReadNetRemoteReply(std::string_view received) {
   NetRemoteReply reply;
   reply.text = Reduce(received);
+  const std::size_t end = received.find(kEndOfLine);
+  reply.more_lines = end != std::string_view::npos && end + kEndOfLine.size() < received.size();
   const Pairs pairs = Split(reply.text, ',');
   const auto first_value = AfterColon(pairs[0]);
   const std::string_view key = Trim(BeforeColon(pairs[0]));

@@ -87,6 +87,16 @@ void PollCycle::PollSdrSharp() {
     parts_.activity.LoadCallActivity();
   }
   parts_.network.Step();
+  ParkAgainWhenInDoubt();
+}
+
+// A refusal that was dropped may have been that of the way back to the control channel, where
+// nothing else would show it.
+void PollCycle::ParkAgainWhenInDoubt() {
+  if (!parts_.net_remote.RefusalMayBeLost()) return;
+  if (parts_.follower.FollowingCall() || parts_.follower.InSequence()) return;
+  parts_.net_remote.ForgetLostRefusal();
+  parts_.follower.ParkAgain();
 }
 
 }  // namespace corvane

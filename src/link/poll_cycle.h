@@ -54,6 +54,7 @@ class PollCycle {
   [[nodiscard]] bool SetUp();
   void Reset();
   void PollSdrSharp();
+  void ParkAgainWhenInDoubt();
   void ReportException(const std::string& what);
 
   LinkContext& context_;

@@ -1,13 +1,12 @@
 // The whole program against the radio model, seed after seed:
-//   simulate [--from SEED] [--runs N] [--minutes M] [--jobs J] [--digest]
-//   simulate --plan FILE        one plan as it stands, with its trace
-//   simulate --one-failure [--every N] [--jobs J]
-//                               each call of the scripted runs that can fail fails once; of those
-//                               to windows each N-th
-//   simulate --hours N          that long without an end: memory, hour by hour
-// A seed that finds something is shrunk to its shortest failing plan, which is printed; the exit
-// code is then 1, after wrong arguments 2. At the end a table of what was done, and how often the
-// program was well after it; --digest also tells each seed's.
+//   simulate [--from SEED] [--runs N] [--minutes M] [--jobs J] [--digest] [--go-on]
+//   simulate --plan FILE                       one plan as it stands, with its trace
+//   simulate --one-failure [--every N] [--jobs J]   each call that can fail, of the scripted runs,
+//                                              fails once; of those to windows each N-th
+//   simulate --hours N                         that long without an end: memory, hour by hour
+// A seed that finds something is shrunk to its shortest failing plan and ends the runs, unless they
+// are to go on; the exit code is then 1, after wrong arguments 2. At the end a table of what was
+// done, and how often the program was well after it; --digest also tells each seed's.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -44,6 +43,7 @@ struct Wanted {
   int every = 1;
   int hours = 0;
   bool digest = false;
+  bool go_on = false;
 };
 
 struct Sum {
@@ -60,8 +60,11 @@ struct Sum {
   long in_waits = 0;
   long edits = 0;
   long long virtual_ms = 0;
-  std::optional<Plan> failing;
-  std::string violation;
+  struct Failure {
+    Plan plan;
+    std::string violation;
+  };
+  std::map<unsigned, Failure> failures;       // by seed
   std::map<unsigned, std::uint64_t> digests;  // by seed
 };
 
@@ -69,8 +72,12 @@ std::optional<Wanted> ReadArguments(int argc, char** argv) {
   Wanted wanted;
   for (int i = 1; i < argc; i += 2) {
     const std::string name = argv[i];
-    if (name == "--one-failure" || name == "--digest") {
-      (name == "--digest" ? wanted.digest : wanted.one_failure) = true;
+    bool* flag = name == "--one-failure" ? &wanted.one_failure
+                 : name == "--digest"    ? &wanted.digest
+                 : name == "--go-on"     ? &wanted.go_on
+                                         : nullptr;
+    if (flag != nullptr) {
+      *flag = true;
       --i;  // it has no value
       continue;
     }
@@ -121,10 +128,10 @@ void Add(Sum& sum, const Plan& plan, const Played& played) {
     ++of_kind.runs;
     if (played.violation.empty()) ++of_kind.survived;
   }
-  if (!played.violation.empty() && (!sum.failing || plan.seed < sum.failing->seed)) {
-    sum.failing = plan;
-    sum.violation = played.violation;
-  }
+  if (played.violation.empty()) return;
+  sum.failures[plan.seed] = {plan, played.violation};
+  std::printf("seed %u: %s\n", plan.seed, played.violation.c_str());
+  std::fflush(stdout);
 }
 
 void RunAll(const Wanted& wanted, Sum& sum) {
@@ -136,7 +143,7 @@ void RunAll(const Wanted& wanted, Sum& sum) {
       if (seed >= wanted.from + wanted.runs) return;
       {
         const std::lock_guard guard(sum.lock);
-        if (sum.failing) return;
+        if (!sum.failures.empty() && !wanted.go_on) return;
       }
       const Plan plan = corvane::sim::MakePlan(static_cast<unsigned>(seed), wanted.minutes);
       Add(sum, plan, corvane::sim::Play(plan, keep));
@@ -158,20 +165,21 @@ void Report(const Sum& sum, double seconds, double core_seconds, int jobs) {
   }
   const double hours = static_cast<double>(sum.virtual_ms) / 3'600'000.0;
   std::printf(
-      "%ld runs, %.1f virtual hours in %.1f s on %d threads; %.1f s of one core: %.0f times real "
+      "%ld runs, %zu of them found something; %.1f virtual hours in %.1f s on %d threads; %.1f s "
+      "of one core: %.0f times real "
       "time\n"
       "%ld calls followed, %ld of them had to be; %ld actions inside waits, %ld edits\n",
-      sum.runs, hours, seconds, jobs, core_seconds, hours * 3600.0 / core_seconds, sum.followed,
-      sum.expected, sum.in_waits, sum.edits);
+      sum.runs, sum.failures.size(), hours, seconds, jobs, core_seconds,
+      hours * 3600.0 / core_seconds, sum.followed, sum.expected, sum.in_waits, sum.edits);
 }
 
-void Explain(const Sum& sum) {
-  std::printf("seed %u: %s\nshrinking %zu steps...\n", sum.failing->seed, sum.violation.c_str(),
-              sum.failing->steps.size());
-  const Plan least = corvane::sim::Shrink(*sum.failing, [&](const Plan& plan) {
-    return corvane::sim::Play(plan, Keep::kCounts).violation == sum.violation;
+void Explain(const Sum::Failure& failure) {
+  std::printf("shrinking the %zu steps of seed %u...\n", failure.plan.steps.size(),
+              failure.plan.seed);
+  const Plan least = corvane::sim::Shrink(failure.plan, [&](const Plan& plan) {
+    return corvane::sim::Play(plan, Keep::kCounts).violation == failure.violation;
   });
-  std::printf("--- %s\n%s---\n", sum.violation.c_str(), corvane::sim::ToText(least).c_str());
+  std::printf("--- %s\n%s---\n", failure.violation.c_str(), corvane::sim::ToText(least).c_str());
 }
 
 // A table of the runs; 1 when one of them found something.
@@ -247,7 +255,8 @@ int main(int argc, char** argv) {
   const auto wanted = ReadArguments(argc, argv);
   if (!wanted) {
     std::fprintf(stderr,
-                 "usage: simulate [--from SEED] [--runs N] [--minutes M] [--jobs J] [--digest]\n"
+                 "usage: simulate [--from SEED] [--runs N] [--minutes M] [--jobs J] [--digest] "
+                 "[--go-on]\n"
                  "       simulate --plan FILE\n"
                  "       simulate --one-failure [--every N] [--jobs J]\n"
                  "       simulate --hours N\n");
@@ -268,9 +277,8 @@ int main(int argc, char** argv) {
     }
     const double computed = static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
     Report(sum, took.count(), computed, wanted->jobs);
-    if (!sum.failing) return 0;
-    Explain(sum);
-    return 1;
+    for (const auto& [seed, failure] : sum.failures) Explain(failure);
+    return sum.failures.empty() ? 0 : 1;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());
     return 2;

@@ -62,6 +62,15 @@ TEST(SimulatedRuns, WhatMustBeFollowedIsKnown) {
   EXPECT_EQ(Play(plan).expected, 0) << "a locked-out group's need not be";
 }
 
+// SDR# has hung, takes all that it was sent meanwhile for one command, and its refusal comes late.
+TEST(SimulatedRuns, ARefusalOfTheWayBackThatComesLateIsHeard) {
+  const Played played = Play(
+      PlanFromText("seed 20188\nminutes 10\n131.180 user 41271\n411.840 user 688642\n"
+                   "557.989 sdr call id=155 group=9005 party=5035 carrier=2609 slot=2 for=13\n"
+                   "558.192 sdr hang 9000\n558.776 sdr reply join count=2\n563.357 user 527423\n"));
+  EXPECT_EQ(played.violation, "");
+}
+
 TEST(Plan, ReadsBackWhatItWrites) {
   const Plan plan = MakePlan(3);
   EXPECT_GT(plan.steps.size(), 100U);

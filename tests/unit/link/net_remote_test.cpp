@@ -510,6 +510,38 @@ TEST_F(NetRemoteTest, ASecondLineOfTheSameReadIsLost) {
   EXPECT_FALSE(flags.mblnIsPlaying);
 }
 
+TEST_F(NetRemoteTest, ARefusalMayBeLostWhenAnswersLagAndLinesAreDropped) {
+  ConnectMuted();
+  const std::string two = std::string(kOk) + kOk;
+  Receive(two);
+  EXPECT_FALSE(remote.RefusalMayBeLost()) << "nothing lags";
+  Gain();
+  Receive(two);
+  EXPECT_FALSE(remote.RefusalMayBeLost()) << "the first line answers the only command";
+  Gain();
+  Gain();
+  Receive(kOk);
+  EXPECT_FALSE(remote.RefusalMayBeLost()) << "nothing was dropped";
+  Receive(two);
+  EXPECT_TRUE(remote.RefusalMayBeLost());
+  remote.ForgetLostRefusal();
+  EXPECT_FALSE(remote.RefusalMayBeLost());
+  Receive(two);
+  EXPECT_FALSE(remote.RefusalMayBeLost()) << "forgotten as a whole";
+}
+
+TEST_F(NetRemoteTest, ANewConnectionHasLostNoRefusal) {
+  ConnectMuted();
+  Gain();
+  Gain();
+  Receive(std::string(kOk) + kOk);
+  ASSERT_TRUE(remote.RefusalMayBeLost());
+  desktop.Do("cut");
+  loop.AdvanceMs(10);
+  remote.CheckNetRemoteConnection();
+  EXPECT_FALSE(remote.RefusalMayBeLost());
+}
+
 // --- Errors of the socket ---
 
 TEST_F(NetRemoteTest, ARefusedConnectionSwitchesNetRemoteOn) {

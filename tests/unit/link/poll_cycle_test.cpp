@@ -320,6 +320,63 @@ TEST_F(PollCycleTest, AfterALostLinkTheSetupRunsAgain) {
   EXPECT_EQ(sent().size(), 2 * once);
 }
 
+// --- Refusals that were dropped ---
+
+class LostRefusalTest : public PollCycleTest {
+ protected:
+  static constexpr const char* kParkedAt = "365112500";
+  // Ends the call while an answer lags, and has the refusal of the way back dropped.
+  void EndCallUnheard() {
+    Settled();
+    ASSERT_TRUE(FollowsCall(1207));
+    loop.AdvanceMs(20);
+    Mute();
+    remote.SendNetRemoteGet("AudioIsMuted");
+    desktop.Do("release id=1207");
+    ASSERT_TRUE(loop.RunUntil([this] { return !Following(); }, 5000));
+    loop.AdvanceMs(500);
+  }
+  void DropRefusal() {
+    desktop.Do("reply normal");
+    Receive(std::string(kOk) + kError + "\r\n");
+  }
+  [[nodiscard]] int Parkings() {
+    return static_cast<int>(std::count_if(sent().begin(), sent().end(), [](const auto& command) {
+      return command.find(kParkedAt) != std::string::npos;
+    }));
+  }
+};
+
+TEST_F(LostRefusalTest, TheControlChannelIsTunedToOnceMore) {
+  EndCallUnheard();
+  const int before = Parkings();
+  const auto sent_before = static_cast<std::ptrdiff_t>(sent().size());
+  const auto calls_logged = CallLog();
+  DropRefusal();
+  loop.AdvanceMs(5000);
+  EXPECT_EQ(Parkings(), before + 1);
+  EXPECT_THAT(std::vector<std::string>(sent().begin() + sent_before, sent().end()),
+              ElementsAre(R"({"Command": "Set", "Method": "Frequency", "Value": 365112500})",
+                          R"({"Command": "Set", "Method": "AudioGain", "Value": 25})"));
+  EXPECT_EQ(CallLog(), calls_logged);
+  EXPECT_EQ(StatusLines("Attempting reset"), 0);
+}
+
+TEST_F(LostRefusalTest, ACallThatIsFollowedThenIsNotLeftForIt) {
+  EndCallUnheard();
+  desktop.Do("reply normal");
+  ASSERT_TRUE(FollowsCall(1208));
+  const int before = Parkings();
+  DropRefusal();
+  loop.AdvanceMs(2000);
+  EXPECT_TRUE(Following());
+  EXPECT_EQ(Parkings(), before);
+  desktop.Do("release id=1208");
+  ASSERT_TRUE(loop.RunUntil([this] { return !Following(); }, 5000));
+  loop.AdvanceMs(5000);
+  EXPECT_EQ(Parkings(), before + 2);
+}
+
 // --- Resets asked for by error replies ---
 
 TEST_F(PollCycleTest, ARequestedResetHappensInTheNextCycleUnderTheSameConnection) {

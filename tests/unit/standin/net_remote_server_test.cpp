@@ -188,6 +188,24 @@ TEST_F(NetRemoteServerTest, JoinsAReplyWithTheNext) {
   EXPECT_EQ(sent_, Strings{"5:1:<a><b>"});
 }
 
+TEST_F(NetRemoteServerTest, AReplyThatIsHeldBackWaitsASecondForTheNext) {
+  const ClientId client = Connect();
+  server_.SetReplyFault({FaultKind::kJoin, 0, "", 2});
+  server_.Received(client, "a");
+  Advance(400);
+  server_.Received(client, "b");
+  Advance(999);
+  EXPECT_TRUE(sent_.empty());
+  server_.SetReplyFault({FaultKind::kJoin, 0, "", 1});
+  Advance(1500);
+  EXPECT_EQ(sent_, Strings{"1000:1:<a><b>"});
+  server_.Received(client, "c");
+  Advance(1600);
+  server_.Received(client, "d");
+  Advance(5000);
+  EXPECT_EQ(sent_, (Strings{"1000:1:<a><b>", "1600:1:<c><d>"}));
+}
+
 TEST_F(NetRemoteServerTest, DelaysRepliesInTheirOrder) {
   const ClientId client = Connect();
   server_.SetReplyFault({FaultKind::kDelay, 50, "", 1});
