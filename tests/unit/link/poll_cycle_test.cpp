@@ -362,6 +362,33 @@ TEST_F(LostRefusalTest, TheControlChannelIsTunedToOnceMore) {
   EXPECT_EQ(StatusLines("Attempting reset"), 0);
 }
 
+TEST_F(LostRefusalTest, ACycleInsideTheWayBackDoesNotCutIn) {
+  Settled();
+  ASSERT_TRUE(FollowsCall(1207));
+  loop.AdvanceMs(20);
+  Mute();
+  remote.SendNetRemoteGet("AudioIsMuted");
+  remote.SendNetRemoteGet("AudioIsMuted");
+  DropRefusal();
+  ASSERT_TRUE(remote.RefusalMayBeLost());
+  desktop.socket().ForgetSent();
+  bool inside = false;
+  desktop.socket().SetOnSend([&] {
+    if (inside) return;
+    inside = true;
+    loop.Post(EventSource::kUser, [&] {
+      EXPECT_TRUE(follower.InSequence());
+      cycle.RunStartupCycle();
+    });
+  });
+  follower.ManualRelease();
+  loop.AdvanceMs(1000);
+  EXPECT_TRUE(inside);
+  const auto* frequency = R"({"Command": "Set", "Method": "Frequency", "Value": 365112500})";
+  const auto* gain = R"({"Command": "Set", "Method": "AudioGain", "Value": 25})";
+  EXPECT_THAT(sent(), ElementsAre(frequency, gain, frequency, gain));
+}
+
 TEST_F(LostRefusalTest, ACallThatIsFollowedThenIsNotLeftForIt) {
   EndCallUnheard();
   desktop.Do("reply normal");
