@@ -13,6 +13,7 @@ constexpr std::size_t kBufferSize = 4 * LogLines::kLongestLine;
 
 bool LogLines::Open(const std::filesystem::path& path) {
   buffer_.resize(kBufferSize);
+  other_buffer_.resize(kBufferSize);
   standard_ = path == "-";
   if (standard_) return true;
   if (!file_.Open(path)) return false;
@@ -31,11 +32,15 @@ std::size_t LogLines::Read(char* to, std::size_t size) {
   return got;
 }
 
-// Reads on behind what is left, which moves to the front.
+// Reads on behind what is left. When there is no room, that moves to the other buffer, so that the
+// lines before stay where they are.
 bool LogLines::Fill() {
-  std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
-  end_ -= begin_;
-  begin_ = 0;
+  if (end_ == buffer_.size()) {
+    std::memcpy(other_buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+    buffer_.swap(other_buffer_);
+    end_ -= begin_;
+    begin_ = 0;
+  }
   const std::size_t got = Read(buffer_.data() + end_, buffer_.size() - end_);
   end_ += got;
   bytes_read_ += got;
@@ -49,6 +54,13 @@ std::string_view LogLines::Ended(const char* begin, std::size_t size) {
 }
 
 bool LogLines::Next(std::string_view& line) {
+  previous_ = last_;
+  if (!Find(line)) return false;
+  last_ = line;
+  return true;
+}
+
+bool LogLines::Find(std::string_view& line) {
   for (;;) {
     const char* from = buffer_.data() + begin_;
     const void* found = end_ == begin_ ? nullptr : std::memchr(from, '\n', end_ - begin_);
@@ -71,6 +83,8 @@ bool LogLines::Next(std::string_view& line) {
 
 // Keeps the beginning and passes over the rest, up to the end of the line.
 bool LogLines::LongLine(std::string_view& line) {
+  kept_.assign(previous_);
+  previous_ = kept_;
   long_line_.assign(buffer_.data() + begin_, kLongestLine);
   ++cut_;
   ++number_;

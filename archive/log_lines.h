@@ -24,6 +24,8 @@ class LogLines {
   // LF and CR LF end a line; a last line without an end counts. The view is good until the next
   // call. False at the end of the file and when reading failed.
   [[nodiscard]] bool Next(std::string_view& line);
+  // The line before the last one, "" when that is the first; good until the next call, too.
+  [[nodiscard]] std::string_view previous() const { return previous_; }
 
   [[nodiscard]] bool failed() const { return failed_; }
   // The number of the last line, from 1.
@@ -35,6 +37,7 @@ class LogLines {
   [[nodiscard]] std::uint64_t bytes_in_all() const { return bytes_in_all_; }
 
  private:
+  [[nodiscard]] bool Find(std::string_view& line);
   [[nodiscard]] bool Fill();
   [[nodiscard]] bool LongLine(std::string_view& line);
   [[nodiscard]] std::string_view Ended(const char* begin, std::size_t size);
@@ -44,9 +47,13 @@ class LogLines {
   SharedFile file_;
   bool standard_ = false;  // the standard input instead
   std::vector<char> buffer_;
+  std::vector<char> other_buffer_;  // holds the lines before
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
   std::string long_line_;
+  std::string_view last_;
+  std::string_view previous_;
+  std::string kept_;
   std::uint64_t number_ = 0;
   std::uint64_t cut_ = 0;
   std::uint64_t bytes_read_ = 0;

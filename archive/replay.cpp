@@ -171,11 +171,20 @@ void Replay::SetupDecided(const SetupDecision& decision) {
   record.ms = step_.time_from == LogStep::TimeFrom::kPace ? loop_.now_ms : step_.ms;
   record.time_from = step_.time_from;
   record.outcome = decision.outcome;
-  record.call_id = CallId(step_.line);
-  record.gssi = Group(step_.line);
-  record.party = CallingParty(step_.line);
-  record.carrier = Carrier(step_.line);
-  record.slot = TimeSlot(step_.line);
+  if (decision.IsWhole()) {
+    const Setup& setup = decision.setup;
+    record.call_id = setup.call_id;
+    record.gssi = setup.gssi;
+    record.party = setup.party;
+    record.carrier = setup.carrier;
+    record.slot = setup.timeslot;
+  } else {
+    record.call_id = CallId(step_.line);
+    record.gssi = Group(step_.line);
+    record.party = CallingParty(step_.line);
+    record.carrier = Carrier(step_.line);
+    record.slot = TimeSlot(step_.line);
+  }
   if (record.gssi) {
     const auto group = groups_.Find(network_.mcc(), network_.mnc(), *record.gssi);
     if (group) record.label = groups_[*group].Label.trimmed();

@@ -21,13 +21,8 @@ constexpr std::int64_t kMsPerSecond = 1000;
 bool TimedLines::NextDistinct(std::string_view& line) {
   while (lines_.Next(line)) {
     // The scanner drops such a line at once; leaving it out here is the same, and faster.
-    if (any_ && line == previous_) {
-      ++repeats_;
-      continue;
-    }
-    previous_.assign(line);
-    any_ = true;
-    return true;
+    if (lines_.number() == 1 || line != lines_.previous()) return true;
+    ++repeats_;
   }
   return false;
 }

@@ -95,8 +95,6 @@ class TimedLines {
   double pace_ms_;
   EventFeed* events_ = nullptr;
   std::function<SetupOutcome(std::string_view)> decide_;
-  std::string previous_;
-  bool any_ = false;
   std::uint64_t taken_ = 0;
   std::uint64_t repeats_ = 0;
   std::uint64_t unmatched_ = 0;

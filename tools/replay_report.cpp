@@ -2,7 +2,7 @@
 #include "tools/replay_report.h"
 
 #include <algorithm>
-#include <charconv>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -25,26 +25,35 @@ std::string PaddedLeft(const std::string& text, std::size_t width) {
 
 constexpr std::size_t kNumberWidth = 8;
 constexpr std::size_t kOutcomeWidth = 16;
+constexpr std::size_t kCallIdWidth = 6;
 
-template <typename Number>
-void AppendNumber(std::string& text, Number number) {
-  std::array<char, 24> digits{};
-  const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-  text.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
+// Blanks behind what begins at `from`, up to `width` bytes.
+void PadFrom(std::string& text, std::size_t from, std::size_t width) {
+  if (text.size() < from + width) text.resize(from + width, ' ');
+}
+
+void AddPadded(std::string& text, std::string_view part, std::size_t width) {
+  const std::size_t from = text.size();
+  text += part;
+  PadFrom(text, from, width);
 }
 
 template <typename Number>
-void AppendOr(std::string& text, const std::optional<Number>& number, const char* nothing) {
+void AddOr(std::string& text, const std::optional<Number>& number, const char* nothing,
+           std::size_t width = 0) {
+  const std::size_t from = text.size();
   if (number) {
-    AppendNumber(text, *number);
+    AppendDecimal(text, *number);
   } else {
     text += nothing;
   }
+  PadFrom(text, from, width);
 }
 
-template <typename Number>
-std::string Or(const std::optional<Number>& number, const char* nothing) {
-  return number ? Decimal(*number) : nothing;
+// Most texts are their own UTF-8, and JSON has them as they are.
+bool IsPlain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; });
 }
 
 // "2026-11-15T14:23:05", or "" when it is not known.
@@ -61,21 +70,6 @@ std::string Shown(std::int64_t ms, LogStep::TimeFrom from) {
   if (from == LogStep::TimeFrom::kPace) return "";
   const char* mark = from == LogStep::TimeFrom::kNeighbours ? "~" : " ";
   return Padded(mark + IsoDate(TimeAt(ms / 1000)), kWidth);
-}
-
-// In UTF-8, its parts joined by "; ".
-std::string Detail(const SetupRecord& record, bool with_time) {
-  std::string text = record.detail;
-  const auto add = [&text](const std::string& part) {
-    if (!text.empty()) text += "; ";
-    text += part;
-  };
-  if (!record.label.empty() && record.outcome != SetupOutcome::kMalformed) {
-    add("[" + Utf8(record.label) + "]");
-  }
-  if (record.contradicts_events) add("the event log shows otherwise");
-  if (with_time && record.time_from == LogStep::TimeFrom::kNeighbours) add("time interpolated");
-  return text;
 }
 
 }  // namespace
@@ -97,8 +91,10 @@ void ReplayReport::Count(const SetupRecord& record) {
   ++outcomes_[static_cast<std::size_t>(record.outcome)];
   if (record.contradicts_events) ++contradictions_;
   if (!record.gssi) return;
-  const bool room = groups_.size() < kMostGroups || groups_.contains(*record.gssi);
-  GroupTotal& total = room ? groups_[*record.gssi] : other_groups_;
+  auto found = groups_.find(*record.gssi);
+  const bool room = found != groups_.end() || groups_.size() < kMostGroups;
+  if (room && found == groups_.end()) found = groups_.try_emplace(*record.gssi).first;
+  GroupTotal& total = room ? found->second : other_groups_;
   ++total.setups;
   if (record.outcome == SetupOutcome::kFollowed) ++total.followed;
   if (record.outcome == SetupOutcome::kCounted) ++total.counted;
@@ -121,20 +117,49 @@ void ReplayReport::Setup(const SetupRecord& record) {
   }
 }
 
-// Records come by the hundred thousand: each is put together in the same memory.
+// Into detail_, in UTF-8, its parts joined by "; ".
+void ReplayReport::PutDetail(const SetupRecord& record, bool with_time) {
+  detail_ = record.detail;
+  const auto begin_part = [this]() -> std::string& {
+    return detail_.empty() ? detail_ : detail_.append("; ");
+  };
+  if (!record.label.empty() && record.outcome != SetupOutcome::kMalformed) {
+    begin_part() += '[';
+    detail_ += IsPlain(record.label) ? record.label : Utf8(record.label);
+    detail_ += ']';
+  }
+  if (record.contradicts_events) begin_part() += "the event log shows otherwise";
+  if (with_time && record.time_from == LogStep::TimeFrom::kNeighbours) {
+    begin_part() += "time interpolated";
+  }
+}
+
+// Begins line_ as people read it.
+void ReplayReport::PutPlace(std::uint64_t number, std::int64_t ms, LogStep::TimeFrom from) {
+  line_.clear();
+  AppendDecimal(line_, number);
+  if (line_.size() < kNumberWidth) line_.insert(0, kNumberWidth - line_.size(), ' ');
+  line_ += "  ";
+  if (from != LogStep::TimeFrom::kPace) line_ += Shown(ms, from);
+}
+
 void ReplayReport::WriteText(const SetupRecord& record) {
-  constexpr std::size_t kCallId = 6;
   constexpr std::size_t kSsi = 9;
   constexpr std::size_t kCarrier = 5;
-  line_ = PaddedLeft(Decimal(record.number), kNumberWidth) + "  " +
-          Shown(record.ms, record.time_from) + Padded(NameOf(record.outcome), kOutcomeWidth);
-  line_ += "Call ID " + Padded(Or(record.call_id, "-"), kCallId);
-  line_ += "group " + Padded(Or(record.gssi, "-"), kSsi);
-  line_ += "SSI " + Padded(Or(record.party, "-"), kSsi);
-  line_ += "carrier " + Padded(Or(record.carrier, "-"), kCarrier);
-  line_ += "slot " + Or(record.slot, "-");
-  const std::string detail = Detail(record, false);
-  if (!detail.empty()) line_ += "  " + detail;
+  PutPlace(record.number, record.ms, record.time_from);
+  AddPadded(line_, NameOf(record.outcome), kOutcomeWidth);
+  line_ += "Call ID ";
+  AddOr(line_, record.call_id, "-", kCallIdWidth);
+  line_ += "group ";
+  AddOr(line_, record.gssi, "-", kSsi);
+  line_ += "SSI ";
+  AddOr(line_, record.party, "-", kSsi);
+  line_ += "carrier ";
+  AddOr(line_, record.carrier, "-", kCarrier);
+  line_ += "slot ";
+  AddOr(line_, record.slot, "-");
+  PutDetail(record, false);
+  if (!detail_.empty()) line_.append("  ").append(detail_);
   line_ += '\n';
   out_.Write(line_);
 }
@@ -142,46 +167,52 @@ void ReplayReport::WriteText(const SetupRecord& record) {
 void ReplayReport::WriteJson(const SetupRecord& record) {
   const std::string time = Iso(record.ms, record.time_from);
   line_ = "{\"line\":";
-  AppendNumber(line_, record.number);
+  AppendDecimal(line_, record.number);
   line_ += ",\"time\":";
   line_ += time.empty() ? "null" : JsonString(time);
   line_ += ",\"outcome\":\"";
   line_ += NameOf(record.outcome);
   line_ += "\",\"call_id\":";
-  AppendOr(line_, record.call_id, "null");
+  AddOr(line_, record.call_id, "null");
   line_ += ",\"gssi\":";
-  AppendOr(line_, record.gssi, "null");
+  AddOr(line_, record.gssi, "null");
   line_ += ",\"party\":";
-  AppendOr(line_, record.party, "null");
+  AddOr(line_, record.party, "null");
   line_ += ",\"carrier\":";
-  AppendOr(line_, record.carrier, "null");
+  AddOr(line_, record.carrier, "null");
   line_ += ",\"slot\":";
-  AppendOr(line_, record.slot, "null");
+  AddOr(line_, record.slot, "null");
   line_ += ",\"detail\":";
-  line_ += JsonString(Detail(record, true));
+  PutDetail(record, true);
+  if (IsPlain(detail_)) {
+    line_.append("\"").append(detail_).append("\"");
+  } else {
+    line_ += JsonString(detail_);
+  }
   line_ += "}\n";
   out_.Write(line_);
 }
 
 void ReplayReport::WriteCsv(const SetupRecord& record) {
   line_.clear();
-  AppendNumber(line_, record.number);
+  AppendDecimal(line_, record.number);
   line_ += ',';
   line_ += Iso(record.ms, record.time_from);
   line_ += ',';
   line_ += NameOf(record.outcome);
   line_ += ',';
-  AppendOr(line_, record.call_id, "");
+  AddOr(line_, record.call_id, "");
   line_ += ',';
-  AppendOr(line_, record.gssi, "");
+  AddOr(line_, record.gssi, "");
   line_ += ',';
-  AppendOr(line_, record.party, "");
+  AddOr(line_, record.party, "");
   line_ += ',';
-  AppendOr(line_, record.carrier, "");
+  AddOr(line_, record.carrier, "");
   line_ += ',';
-  AppendOr(line_, record.slot, "");
+  AddOr(line_, record.slot, "");
   line_ += ',';
-  line_ += CsvField(Detail(record, true));
+  PutDetail(record, true);
+  line_ += CsvField(detail_);
   line_ += '\n';
   out_.Write(line_);
 }
@@ -189,10 +220,16 @@ void ReplayReport::WriteCsv(const SetupRecord& record) {
 void ReplayReport::End(const EndRecord& record) {
   ++ends_[record.how];
   if (options_.format != Format::kText || !call_shown_) return;
-  out_.Write(PaddedLeft(Decimal(record.number), kNumberWidth) + "  " +
-             Shown(record.ms, record.time_from) + Padded("  back", kOutcomeWidth) + "Call ID " +
-             Padded(Decimal(record.call_id), 6) + NameOf(record.how) + "; carrier " +
-             Decimal(record.park_carrier) + ", " + Decimal(record.park_hz) + " Hz\n");
+  PutPlace(record.number, record.ms, record.time_from);
+  AddPadded(line_, "  back", kOutcomeWidth);
+  line_ += "Call ID ";
+  AddPadded(line_, Decimal(record.call_id), kCallIdWidth);
+  line_.append(NameOf(record.how)).append("; carrier ");
+  AppendDecimal(line_, record.park_carrier);
+  line_ += ", ";
+  AppendDecimal(line_, record.park_hz);
+  line_ += " Hz\n";
+  out_.Write(line_);
 }
 
 std::string ReplayReport::GroupLines() const {

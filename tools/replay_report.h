@@ -43,6 +43,8 @@ class ReplayReport : public ReplaySink {
   void WriteText(const SetupRecord& record);
   void WriteJson(const SetupRecord& record);
   void WriteCsv(const SetupRecord& record);
+  void PutDetail(const SetupRecord& record, bool with_time);
+  void PutPlace(std::uint64_t number, std::int64_t ms, LogStep::TimeFrom from);
   [[nodiscard]] std::string GroupLines() const;
 
   const ReplayOptions& options_;
@@ -54,7 +56,9 @@ class ReplayReport : public ReplaySink {
   std::uint64_t setups_ = 0;
   std::uint64_t shown_ = 0;
   std::uint64_t contradictions_ = 0;
+  // Records come by the hundred thousand: each is put together in the same memory.
   std::string line_;
+  std::string detail_;
   bool call_shown_ = false;  // the followed call is among what is shown
 };
 

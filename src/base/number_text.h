@@ -1,8 +1,11 @@
 // Decimal numbers read from and written as text, the same under every regional setting.
 #pragma once
 
+#include <array>
 #include <charconv>
 #include <concepts>
+#include <cstddef>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,6 +20,15 @@ namespace corvane {
 template <std::integral Int>
 [[nodiscard]] std::optional<Int> ParseDecimal(std::string_view text) {
   Int value{};
+  // Digits that fit, as nearly every text has them.
+  if (!text.empty() && text.size() <= std::numeric_limits<Int>::digits10) {
+    std::size_t digits = 0;
+    for (; digits < text.size() && text[digits] >= '0' && text[digits] <= '9'; ++digits) {
+      value = static_cast<Int>(value * Int{10} + static_cast<Int>(text[digits] - '0'));
+    }
+    if (digits == text.size()) return value;
+    value = Int{};
+  }
   const char* end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, value, 10);
   if (result.ec != std::errc{} || result.ptr != end) return std::nullopt;
@@ -37,6 +49,14 @@ template <std::integral Int>
 template <std::integral Int>
 [[nodiscard]] std::string Decimal(Int value) {
   return std::to_string(value);
+}
+
+// The same behind what `text` holds.
+template <std::integral Int>
+void AppendDecimal(std::string& text, Int value) {
+  std::array<char, std::numeric_limits<Int>::digits10 + 2> digits;
+  const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+  text.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
 }
 
 // Decimal with at least `width` digits, padded with "0" on the left; the sign is not counted.

@@ -2,6 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
 #include "unit/archive/folder_fixture.h"
 
 namespace corvane::tools {
@@ -58,6 +63,49 @@ TEST_F(LogLinesTest, OfAVeryLongLineTheBeginning) {
               ElementsAre(fits, longer.substr(1), longest.substr(0, fits.size()), "d",
                           longest.substr(0, fits.size())));
   EXPECT_EQ(lines_.cut(), 3U);
+}
+
+// The lines of `content` by the definition: up to each LF, without a CR at the end, cut when long.
+std::vector<std::string> SlowLines(const std::string& content) {
+  std::vector<std::string> lines;
+  for (std::size_t from = 0; from < content.size();) {
+    const std::size_t lf = std::min(content.find('\n', from), content.size());
+    std::string line = content.substr(from, lf - from);
+    const bool is_long = line.size() > LogLines::kLongestLine + 1;
+    if (!is_long && line.ends_with('\r')) line.pop_back();
+    lines.push_back(line.substr(0, LogLines::kLongestLine));
+    from = lf + 1;
+  }
+  return lines;
+}
+
+TEST_F(LogLinesTest, EachLineStandsBesideTheOneBeforeIt) {
+  std::mt19937 random(20261115);
+  const auto below = [&random](std::size_t end) { return std::size_t{random() % end}; };
+  for (int round = 0; round < 40; ++round) {
+    std::string content;
+    std::string last;
+    while (content.size() < 12 * LogLines::kLongestLine) {
+      const std::size_t around = LogLines::kLongestLine - 3 + below(7);
+      const std::size_t size = below(200) > 0 ? below(120) : below(2) > 0 ? around : 5 * around;
+      if (below(3) > 0) last = std::string(size, "ab\r"[below(3)]);
+      content += last + (below(4) > 0 ? "\r\n" : "\n");
+    }
+    if (below(2) > 0) content.pop_back();
+    LogLines lines;
+    ASSERT_TRUE(lines.Open(Put("log", content)));
+    const std::vector<std::string> expected = SlowLines(content);
+    std::string_view line;
+    EXPECT_EQ(lines.previous(), "");
+    for (std::size_t index = 0; index < expected.size(); ++index) {
+      ASSERT_TRUE(lines.Next(line));
+      ASSERT_EQ(line, expected[index]) << "line " << index;
+      ASSERT_EQ(lines.previous(), index == 0 ? "" : expected[index - 1]) << "line " << index;
+    }
+    ASSERT_FALSE(lines.Next(line));
+    ASSERT_FALSE(lines.failed());
+    ASSERT_EQ(lines.bytes_read(), content.size());
+  }
 }
 
 TEST_F(LogLinesTest, WhatIsNoFileCannotBeOpened) {

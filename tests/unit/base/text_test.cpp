@@ -12,6 +12,12 @@ TEST(Text, OnlyBlanksAreTrimmed) {
   EXPECT_EQ(Trim("  a b\t "), "a b\t");
   EXPECT_EQ(TrimRight(" a  "), " a");
   EXPECT_EQ(Trim("   "), "");
+  for (std::size_t size = 0; size < 40; ++size) {
+    const std::string blanks(size, ' ');
+    EXPECT_EQ(Trim(blanks), "");
+    EXPECT_EQ(Trim(blanks + "a  b" + blanks), "a  b") << size;
+    EXPECT_EQ(TrimRight(blanks + "ab" + blanks), blanks + "ab") << size;
+  }
 }
 
 TEST(Text, SplittingKeepsEmptyPieces) {
