@@ -163,7 +163,7 @@ void NetRemote::OnDataArrival() {
   const NetRemoteReply reply = ReadNetRemoteReply(context_.socket.GetData());
   Handle(reply);
   if (reply.is_result) command_sent_ = false;
-  if (reply.more_lines && answers_lag_) refusal_may_be_lost_ = true;
+  if (reply.error_dropped && answers_lag_) refusal_may_be_lost_ = true;
 }
 
 void NetRemote::Handle(const NetRemoteReply& reply) {

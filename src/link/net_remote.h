@@ -47,7 +47,7 @@ class NetRemote : public SdrLink {
   void PressTimeslot(int timeslot) override;
 
   // Whether SDR# may have refused a command unheard: one was sent while another had been unanswered
-  // for too long, and since then a read had lines that were dropped.
+  // for too long, and since then an error was dropped with the later lines of a read.
   [[nodiscard]] bool RefusalMayBeLost() const { return refusal_may_be_lost_; }
   void ForgetLostRefusal();
 

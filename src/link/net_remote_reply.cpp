@@ -26,7 +26,6 @@ std::string_view BeforeColon(std::string_view pair) {
 
 // The first line without quotes and without what encloses it.
 std::string Reduce(std::string_view received) {
-  received = received.substr(0, kLongestReply);
   received = received.substr(0, received.find(kEndOfLine));
   std::string text(received);
   std::erase(text, '"');
@@ -85,10 +84,11 @@ void ReadError(const Pairs& pairs, NetRemoteReply& reply) {
 }  // namespace
 
 NetRemoteReply ReadNetRemoteReply(std::string_view received) {
+  received = received.substr(0, kLongestReply);
   NetRemoteReply reply;
   reply.text = Reduce(received);
-  const std::size_t end = received.find(kEndOfLine);
-  reply.more_lines = end != std::string_view::npos && end + kEndOfLine.size() < received.size();
+  const std::size_t end = std::min(received.find(kEndOfLine), received.size());
+  reply.error_dropped = Contains(received.substr(end), "Error");
   const Pairs pairs = Split(reply.text, ',');
   const auto first_value = AfterColon(pairs[0]);
   const std::string_view key = Trim(BeforeColon(pairs[0]));

@@ -26,10 +26,10 @@ enum class ReplyKind {
 
 struct NetRemoteReply {
   ReplyKind kind = ReplyKind::kIgnored;
-  bool is_result = false;   // answers a command, whatever it says
-  std::string text;         // first line of the read, without quotes and braces
-  bool more_lines = false;  // stood behind it in the same read, and were dropped
-  std::string greeting;     // "Net Remote v1.0.5282.28765"
+  bool is_result = false;      // answers a command, whatever it says
+  std::string text;            // first line of the read, without quotes and braces
+  bool error_dropped = false;  // lines behind it in the same read, of which one tells of an error
+  std::string greeting;        // "Net Remote v1.0.5282.28765"
   bool value = false;
   // kError: whether there is a second pair to report about, and the line made of the pairs; the
   // line is missing when their number is not 3, 4 or 5.

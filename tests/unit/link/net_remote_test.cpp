@@ -510,31 +510,43 @@ TEST_F(NetRemoteTest, ASecondLineOfTheSameReadIsLost) {
   EXPECT_FALSE(flags.mblnIsPlaying);
 }
 
-TEST_F(NetRemoteTest, ARefusalMayBeLostWhenAnswersLagAndLinesAreDropped) {
+// An answer with a refusal behind it in one read.
+constexpr const char* kOkAndError =
+    "{\"Result\":\"OK\"}\r\n{\"Result\":\"Error\",\"Type\":\"Syntax error\",\"Message\":\"\"}\r\n";
+
+TEST_F(NetRemoteTest, ARefusalMayBeLostWhenAnswersLagAndAnErrorIsDropped) {
   ConnectMuted();
-  const std::string two = std::string(kOk) + kOk;
-  Receive(two);
-  EXPECT_FALSE(remote.RefusalMayBeLost()) << "nothing lags";
   Gain();
-  Receive(two);
+  Receive(kOkAndError);
   EXPECT_FALSE(remote.RefusalMayBeLost()) << "the first line answers the only command";
   Gain();
   Gain();
   Receive(kOk);
   EXPECT_FALSE(remote.RefusalMayBeLost()) << "nothing was dropped";
-  Receive(two);
+  Receive(std::string(kOk) + kOk);
+  EXPECT_FALSE(remote.RefusalMayBeLost()) << "what was dropped is no error";
+  Receive(kOkAndError);
   EXPECT_TRUE(remote.RefusalMayBeLost());
+  EXPECT_FALSE(flags.mblnNetRemoteResetRequested) << "dropped all the same";
   remote.ForgetLostRefusal();
   EXPECT_FALSE(remote.RefusalMayBeLost());
-  Receive(two);
+  Receive(kOkAndError);
   EXPECT_FALSE(remote.RefusalMayBeLost()) << "forgotten as a whole";
+}
+
+TEST_F(NetRemoteTest, AnErrorThatIsReadIsNotLost) {
+  ConnectMuted();
+  Gain();
+  Gain();
+  Receive("{\"Result\":\"Error\",\"Type\":\"Syntax error\",\"Message\":\"\"}\r\n");
+  EXPECT_FALSE(remote.RefusalMayBeLost());
 }
 
 TEST_F(NetRemoteTest, ANewConnectionHasLostNoRefusal) {
   ConnectMuted();
   Gain();
   Gain();
-  Receive(std::string(kOk) + kOk);
+  Receive(kOkAndError);
   ASSERT_TRUE(remote.RefusalMayBeLost());
   desktop.Do("cut");
   loop.AdvanceMs(10);
