@@ -325,13 +325,17 @@ TEST_F(PollCycleTest, AfterALostLinkTheSetupRunsAgain) {
 class LostRefusalTest : public PollCycleTest {
  protected:
   static constexpr const char* kParkedAt = "365112500";
-  // Ends the call while an answer lags, and has the refusal of the way back dropped.
-  void EndCallUnheard() {
+  // Follows a call, and SDR# does not answer any more.
+  void FollowUnheard() {
     Settled();
     ASSERT_TRUE(FollowsCall(1207));
     loop.AdvanceMs(20);
     Mute();
     remote.SendNetRemoteGet("AudioIsMuted");
+  }
+  // Ends it while that answer lags.
+  void EndCallUnheard() {
+    FollowUnheard();
     desktop.Do("release id=1207");
     ASSERT_TRUE(loop.RunUntil([this] { return !Following(); }, 5000));
     loop.AdvanceMs(500);
@@ -363,11 +367,7 @@ TEST_F(LostRefusalTest, TheControlChannelIsTunedToOnceMore) {
 }
 
 TEST_F(LostRefusalTest, ACycleInsideTheWayBackDoesNotCutIn) {
-  Settled();
-  ASSERT_TRUE(FollowsCall(1207));
-  loop.AdvanceMs(20);
-  Mute();
-  remote.SendNetRemoteGet("AudioIsMuted");
+  FollowUnheard();
   remote.SendNetRemoteGet("AudioIsMuted");
   DropRefusal();
   ASSERT_TRUE(remote.RefusalMayBeLost());
