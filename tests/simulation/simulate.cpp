@@ -166,8 +166,7 @@ void Report(const Sum& sum, double seconds, double core_seconds, int jobs) {
   const double hours = static_cast<double>(sum.virtual_ms) / 3'600'000.0;
   std::printf(
       "%ld runs, %zu of them found something; %.1f virtual hours in %.1f s on %d threads; %.1f s "
-      "of one core: %.0f times real "
-      "time\n"
+      "of one core: %.0f times real time\n"
       "%ld calls followed, %ld of them had to be; %ld actions inside waits, %ld edits\n",
       sum.runs, sum.failures.size(), hours, seconds, jobs, core_seconds,
       hours * 3600.0 / core_seconds, sum.followed, sum.expected, sum.in_waits, sum.edits);
