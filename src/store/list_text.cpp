@@ -86,9 +86,7 @@ void AppendLabel(std::string& line, const FixedLabel& label) {
 }
 
 void AppendNumber(std::string& line, std::int32_t number, char behind) {
-  std::array<char, 12> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-  line.append(digits.data(), end);
+  AppendDecimal(line, number);
   line += behind;
 }
 
